@@ -1,0 +1,48 @@
+# Build options shared by every target of the project, as interface targets that
+# are linked privately and never exported.
+add_library(tamsel3_warnings INTERFACE)
+if(TAMSEL3_WARNINGS)
+  target_compile_options(tamsel3_warnings INTERFACE -Wall -Wextra -Wno-unused-parameter)
+  if(TAMSEL3_WERROR)
+    target_compile_options(tamsel3_warnings INTERFACE -Werror)
+  endif()
+endif()
+
+add_library(tamsel3_sanitizers INTERFACE)
+if(TAMSEL3_SANITIZE STREQUAL "address")
+  set(_san -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+elseif(TAMSEL3_SANITIZE STREQUAL "thread")
+  set(_san -fsanitize=thread -fno-omit-frame-pointer)
+elseif(NOT TAMSEL3_SANITIZE STREQUAL "")
+  message(FATAL_ERROR "TAMSEL3_SANITIZE must be empty, address or thread")
+endif()
+if(_san)
+  target_compile_options(tamsel3_sanitizers INTERFACE ${_san})
+  target_link_options(tamsel3_sanitizers INTERFACE ${_san})
+endif()
+
+# Applies the project's defaults to one of its own targets.
+function(tamsel3_target_defaults target)
+  target_link_libraries(${target} PRIVATE
+    $<BUILD_INTERFACE:tamsel3_warnings> $<BUILD_INTERFACE:tamsel3_sanitizers>)
+endfunction()
+
+# A library of the project: sources, public include folder, alias ns::name, install export.
+function(tamsel3_add_library name)
+  cmake_parse_arguments(ARG "" "NAMESPACE;INCLUDE_DIR" "SOURCES;PUBLIC_DEPS;PRIVATE_DEPS" ${ARGN})
+  add_library(${name} ${ARG_SOURCES})
+  add_library(${ARG_NAMESPACE}::${name} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES EXPORT_NAME ${name} VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR})
+  target_include_directories(${name} PUBLIC
+    $<BUILD_INTERFACE:${ARG_INCLUDE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  target_link_libraries(${name} PUBLIC ${ARG_PUBLIC_DEPS} PRIVATE ${ARG_PRIVATE_DEPS})
+  tamsel3_target_defaults(${name})
+  install(TARGETS ${name} EXPORT ${name}Targets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(DIRECTORY ${ARG_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+  # One export set per library, so that each keeps its own namespace once installed.
+  install(EXPORT ${name}Targets NAMESPACE ${ARG_NAMESPACE}:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tamsel3)
+  set_property(GLOBAL APPEND PROPERTY TAMSEL3_EXPORT_SETS ${name}Targets)
+endfunction()

@@ -1,0 +1,224 @@
+#pragma once
+#include <korvat2/threading.h>
+#include <zandor/debug.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <list>
+#include <type_traits>
+#include <utility>
+
+namespace korvat2::_internal {
+
+class signal_base_t;
+class subscriber_base_t;
+
+/// Fills the argument places of a signal that are not in use.
+struct dummy_t {};
+
+/// A bound member function: receiver, its subscriber part, the method's raw words and the
+/// function that restores the types and calls. Two connections are the same when their
+/// objects and method bytes are equal; a connection without subscriber is blank.
+struct connection_t {
+  using generic_caster_t = void (*)();
+
+  void* object = nullptr;
+  subscriber_base_t* subscriber = nullptr;
+  std::uintptr_t method[2] = {0, 0};
+  generic_caster_t caster = nullptr;
+
+  bool empty() const { return subscriber == nullptr; }
+  bool same_as(const connection_t& other) const {
+    return object == other.object && std::memcmp(method, other.method, sizeof method) == 0;
+  }
+};
+
+/// Base of everything that can receive an emission. Its connections are removed when it
+/// dies, also in the middle of an emission; this part dies last, so while a derived
+/// receiver is being destroyed its connections still stand.
+class subscriber_base_t {
+ public:
+  subscriber_base_t() = default;
+  // A copy is a new receiver: it inherits none of the original's connections.
+  subscriber_base_t(const subscriber_base_t&) {}
+  subscriber_base_t& operator=(const subscriber_base_t&) { return *this; }
+  virtual ~subscriber_base_t();
+
+ private:
+  friend class signal_base_t;
+
+  std::list<signal_base_t*> m_signals;  // one entry per connection made
+  threading::mutex_t m_subscriber_mutex;
+};
+
+/// The non-template part of a signal: the connection list, its mutex and the emission
+/// state. A signal is a subscriber too, so that it can be connected behind another one.
+class signal_base_t : public subscriber_base_t {
+ public:
+  /// The state of one running emission, on the emitter's stack.
+  struct onstack_signal_state_t {
+    threading::mutex_t* mutex = nullptr;
+    unsigned char alive = 1;
+    unsigned char* alive_in_force = nullptr;
+    bool nested = false;
+  };
+
+  signal_base_t();
+  /// A copy holds the same connections, entered anew in each subscriber's list.
+  signal_base_t(const signal_base_t& other);
+  /// Drops this signal's connections and takes the other's.
+  signal_base_t& operator=(const signal_base_t& other);
+  ~signal_base_t() override;
+
+  void _insert(const connection_t& connection);
+  void _erase(const connection_t& connection);
+  /// Drops every connection; the signal stays usable.
+  void _erase_all();
+  void on_subscriber_destroy(subscriber_base_t* subscriber);
+  bool check_valid_state_after_call(onstack_signal_state_t& state) const;
+  void post_call(onstack_signal_state_t& state) const;
+
+  /// Adds each connection of `source` that this signal doesn't hold yet.
+  void copy_connections_from(const signal_base_t& source);
+  /// Number of live (not blanked) connections.
+  std::size_t connection_count() const;
+  bool empty() const { return connection_count() == 0; }
+
+ protected:
+  void begin_emission(onstack_signal_state_t& state) const;
+
+  using list_t = std::list<connection_t>;
+  mutable list_t m_connections;
+
+ private:
+  friend class subscriber_base_t;
+
+  bool contains_locked(const connection_t& connection) const;
+  void insert_locked(const connection_t& connection);
+  void drop_subscriber_locked(subscriber_base_t* subscriber);
+  void unlink_all_locked();
+  void remove_from_subscriber(subscriber_base_t* subscriber);
+
+  mutable unsigned char* m_in_emission = nullptr;
+  // On the heap, so that a signal destroyed inside its own emission can leave it to the
+  // emitting frame.
+  threading::mutex_t* m_mutex;
+};
+
+template <class M>
+struct member_class;
+template <class R, class B, class... P>
+struct member_class<R (B::*)(P...)> { using type = B; };
+template <class R, class B, class... P>
+struct member_class<R (B::*)(P...) const> { using type = B; };
+template <class R, class B, class... P>
+struct member_class<R (B::*)(P...) noexcept> { using type = B; };
+template <class R, class B, class... P>
+struct member_class<R (B::*)(P...) const noexcept> { using type = B; };
+
+/// Carrier of the static `caster` for one pair of receiver class `T` and member-function
+/// type `M`; `signal_t` derives from the instantiation with dummies.
+template <class T, class M, class... A>
+class signal_templ : public signal_base_t {
+ public:
+  using caster_t = void (*)(void* object, const std::uintptr_t* method, A... args);
+
+  static void caster(void* object, const std::uintptr_t* method, A... args) {
+    M bound;
+    std::memcpy(static_cast<void*>(&bound), method, sizeof bound);
+    (static_cast<T*>(object)->*bound)(std::forward<A>(args)...);
+  }
+};
+
+/// A signal with the arguments `A...`. Subscribers are called in order of connection,
+/// on the emitting thread, with the signal's mutex held. Any thread may connect,
+/// disconnect, emit or destroy; a receiver that dies disconnects itself.
+template <class... A>
+class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
+  using base_t = signal_templ<dummy_t, dummy_t, A...>;
+  using typename base_t::caster_t;
+  using state_t = signal_base_t::onstack_signal_state_t;
+
+ public:
+  signal_t() = default;
+  signal_t(const signal_t&) = default;
+  signal_t& operator=(const signal_t&) = default;
+
+  /// Connects `object`'s member function `method`; `T` derives from subscriber_base_t.
+  /// Connecting the same pair twice is reported and ignored.
+  template <class T, class M>
+  void connect(T* object, M method) {
+    this->_insert(make_connection(object, method));
+  }
+  /// Removes the connection of `object` and `method`; an unknown one is reported.
+  template <class T, class M>
+  void disconnect(T* object, M method) {
+    this->_erase(make_connection(object, method));
+  }
+
+  /// Chains `target`, a signal with the same arguments, behind this one.
+  template <class T>
+  void connect(T* target) {
+    subscriber_base_t* subscriberObj = static_cast<subscriber_base_t*>(target);
+    ZANDOR_ASSERT(static_cast<subscriber_base_t*>(this) != subscriberObj);
+    if (static_cast<subscriber_base_t*>(this) != subscriberObj) {
+      this->_insert(make_connection(target, &T::operator()));
+    }
+  }
+  template <class T>
+  void disconnect(T* target) {
+    this->_erase(make_connection(target, &T::operator()));
+  }
+
+  /// The emission.
+  void operator()(A... args) const {
+    state_t state;
+    this->begin_emission(state);
+    try {
+      for (auto it = this->m_connections.begin(); it != this->m_connections.end(); ++it) {
+        if (!*state.alive_in_force) {
+          state.mutex->release();
+          return;
+        }
+        if (it->empty()) {
+          continue;
+        }
+        reinterpret_cast<caster_t>(it->caster)(it->object, it->method, args...);
+        if (!this->check_valid_state_after_call(state)) {
+          return;  // the signal died inside the call
+        }
+      }
+    } catch (...) {
+      if (this->check_valid_state_after_call(state)) {
+        this->post_call(state);
+      }
+      throw;
+    }
+    this->post_call(state);
+  }
+
+ private:
+  template <class T, class M>
+  static connection_t make_connection(T* object, M method) {
+    using receiver_t = typename member_class<M>::type;
+    static_assert(std::is_base_of_v<subscriber_base_t, T>, "a receiver derives from subscriber_base_t");
+    static_assert(sizeof(M) <= sizeof(connection_t::method), "member-function pointer too large");
+    connection_t connection;
+    if (object) {
+      connection.object = static_cast<void*>(static_cast<receiver_t*>(object));
+      connection.subscriber = static_cast<subscriber_base_t*>(object);
+    }
+    std::memcpy(connection.method, &method, sizeof method);
+    connection.caster = reinterpret_cast<connection_t::generic_caster_t>(
+        &signal_templ<receiver_t, M, A...>::caster);
+    return connection;
+  }
+};
+
+}  // namespace korvat2::_internal
+
+namespace korvat2 {
+using _internal::signal_t;
+using _internal::subscriber_base_t;
+}  // namespace korvat2

@@ -1,0 +1,74 @@
+#pragma once
+#include <atomic>
+#include <mutex>
+#include <thread>
+
+namespace korvat2::threading {
+
+/// A mutex that its owning thread may lock again. Uncontended, `acquire` and `release`
+/// cost one atomic exchange each; a recursive lock costs a load and an increment.
+class mutex_t {
+ public:
+  mutex_t() = default;
+  ~mutex_t() = default;
+  mutex_t(const mutex_t&) = delete;
+  mutex_t& operator=(const mutex_t&) = delete;
+
+  void acquire() {
+    const std::thread::id self = std::this_thread::get_id();
+    // Only this thread can have stored its own id, so a relaxed read is enough.
+    if (m_owner.load(std::memory_order_relaxed) == self) {
+      ++m_depth;
+      return;
+    }
+    m_lock.lock();
+    m_owner.store(self, std::memory_order_relaxed);
+    m_depth = 1;
+  }
+
+  /// Like `acquire`, but gives up at once when another thread holds the mutex.
+  bool try_acquire() {
+    const std::thread::id self = std::this_thread::get_id();
+    if (m_owner.load(std::memory_order_relaxed) == self) {
+      ++m_depth;
+      return true;
+    }
+    if (!m_lock.try_lock()) {
+      return false;
+    }
+    m_owner.store(self, std::memory_order_relaxed);
+    m_depth = 1;
+    return true;
+  }
+
+  void release() {
+    if (--m_depth == 0) {
+      m_owner.store(std::thread::id(), std::memory_order_relaxed);
+      m_lock.unlock();
+    }
+  }
+
+  /// Standard names, so that std::lock_guard and std::unique_lock work with it.
+  void lock() { acquire(); }
+  bool try_lock() { return try_acquire(); }
+  void unlock() { release(); }
+
+ private:
+  std::mutex m_lock;
+  std::atomic<std::thread::id> m_owner{};
+  unsigned m_depth = 0;
+};
+
+/// Holds a mutex_t for a scope.
+class scoped_lock_t {
+ public:
+  explicit scoped_lock_t(mutex_t& mutex) : m_mutex(mutex) { m_mutex.acquire(); }
+  ~scoped_lock_t() { m_mutex.release(); }
+  scoped_lock_t(const scoped_lock_t&) = delete;
+  scoped_lock_t& operator=(const scoped_lock_t&) = delete;
+
+ private:
+  mutex_t& m_mutex;
+};
+
+}  // namespace korvat2::threading

@@ -1,0 +1,105 @@
+#include <quern2/storage.h>
+
+#include <korvat2/bag_file.h>
+#include <ylvane/log.h>
+
+#include <log4cplus/loggingmacros.h>
+
+#include <sys/stat.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cctype>
+#include <cstdio>
+
+namespace quern2 {
+namespace {
+
+std::string escape(const std::string& text) {
+  std::string out;
+  for (unsigned char c : text) {
+    if (std::isalnum(c) || c == '-' || c == '_') {
+      out += static_cast<char>(c);
+    } else {
+      char hex[4];
+      std::snprintf(hex, sizeof hex, "%%%02X", c);
+      out += hex;
+    }
+  }
+  return out;
+}
+
+// mkdir -p; true when the folder exists afterwards.
+bool make_folders(const std::string& folder) {
+  if (folder.empty() || korvat2::path_t::is_directory(folder)) {
+    return !folder.empty();
+  }
+  const std::string parent = korvat2::path_t(folder).get_branch();
+  if (!parent.empty() && !make_folders(parent)) {
+    return false;
+  }
+  return ::mkdir(folder.c_str(), 0777) == 0 || errno == EEXIST;
+}
+
+class file_storage_t final : public IGlobalStorage {
+ public:
+  explicit file_storage_t(korvat2::path_t folder) : m_folder(std::move(folder)) {}
+
+  void add_ref() override { m_count.fetch_add(1, std::memory_order_relaxed); }
+  void release() override {
+    if (m_count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+      delete this;
+    }
+  }
+
+  korvat2::sptr_t<IPropertyStorage> getChild(const std::string& name) override {
+    if (name.empty()) {
+      return nullptr;
+    }
+    korvat2::path_t child = m_folder;
+    child.append(korvat2::path_t(escape(name)));
+    return korvat2::sptr_t<IPropertyStorage>(new file_storage_t(child));
+  }
+
+  korvat2::variant_bag_t readBag(const std::string& key,
+                                 const korvat2::variant_bag_t& default_bag) const override {
+    const std::string file = file_of(key);
+    korvat2::variant_bag_t bag;
+    const korvat2::error_code_t result = korvat2::load_variant_bag(bag, file.c_str(), "");
+    if (result.succeeded()) {
+      return bag;
+    }
+    if (result != korvat2::error_code_t(korvat2::error::FileNotFound)) {
+      LOG4CPLUS_WARN(ylvane_1::log::libraryLogger(),
+                     "storage file " << file << " not read: " << result.as_string(0));
+    }
+    return default_bag;
+  }
+
+  korvat2::error_code_t writeBag(const std::string& key, const korvat2::variant_bag_t& bag) override {
+    if (!make_folders(m_folder.as_string(false))) {
+      return korvat2::error::FileWrite;
+    }
+    return korvat2::save_variant_bag(bag, file_of(key).c_str());
+  }
+
+  bool hasBag(const std::string& key) const override { return korvat2::path_t::exists(file_of(key)); }
+
+ private:
+  std::string file_of(const std::string& key) const {
+    korvat2::path_t file = m_folder;
+    file.append(korvat2::path_t(escape(key) + ".bag"));
+    return file.as_string(false);
+  }
+
+  korvat2::path_t m_folder;
+  std::atomic<int> m_count{0};
+};
+
+}  // namespace
+
+korvat2::sptr_t<IGlobalStorage> makeFileStorage(const korvat2::path_t& folder) {
+  return korvat2::sptr_t<IGlobalStorage>(new file_storage_t(folder));
+}
+
+}  // namespace quern2

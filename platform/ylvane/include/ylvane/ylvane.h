@@ -1,0 +1,3 @@
+#pragma once
+/// Logging agent of the tamsel3 family on log4cplus.
+#include <ylvane/log.h>

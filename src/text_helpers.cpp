@@ -1,0 +1,68 @@
+#include <tamsel3/text_helpers.h>
+
+#include <quern2/catalog_registry.h>
+#include <quern2/product_locations.h>
+#include <zandor/strings.h>
+
+#include <mutex>
+
+namespace tamsel3 {
+namespace {
+const char* const catalog_name = "tamsel";
+}
+
+std::string translate_message(const std::string& key, const ZANDOR_2_16::generic::varg_list& args) {
+  static ZANDOR_2_16::generic::varg_list default_args;
+  static std::once_flag defaults_filled;
+  if (args.empty()) {
+    std::call_once(defaults_filled, [] {
+      const quern2::IProductLocations* locations = quern2::IProductLocations::get();
+      default_args.add("prod_name", locations->getProductText(0));
+      default_args.add("prod_short_name", locations->getProductText(5));
+    });
+  }
+  const ZANDOR_2_16::i18n::catalog_t* catalog = quern2::getMessageCatalog(catalog_name);
+  if (!catalog) {
+    return std::string("Message catalog '") + catalog_name + "' is not loaded. Message: " + key;
+  }
+  if (!catalog->has_message(key)) {
+    return "Message is not found: '" + key + "'";
+  }
+  return catalog->message(key).as_ustring(args.empty() ? default_args : args).str();
+}
+
+std::string restore_line_endings(const std::string& text) {
+  std::string result;
+  result.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\n' && (i == 0 || text[i - 1] != '\r')) {
+      result += '\r';
+    }
+    result += text[i];
+  }
+  return result;
+}
+
+std::string get_disabled_tooltip_text(const std::string& prefix, const std::string& chars, bool on_new_line) {
+  return prefix + (on_new_line ? '\n' : ' ') + chars;
+}
+
+std::string set_1st_letter_uppercase(const std::string& text) {
+  if (text.empty()) {
+    return text;
+  }
+  // The first character may be several bytes of UTF-8.
+  std::size_t length = 1;
+  while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) {
+    ++length;
+  }
+  return ZANDOR_2_16::strings::to_upper(text.substr(0, length)).str() + text.substr(length);
+}
+
+std::string get_string_value(const korvat2::variant_bag_t::iterator_t<korvat2::variant_bag_t>& entry,
+                             const std::string& name) {
+  const korvat2::variant_t value = entry.get_value().get_variant(name.c_str(), korvat2::variant_t());
+  return value.kind() == korvat2::variant_t::kind_text ? value.get<std::string>() : std::string();
+}
+
+}  // namespace tamsel3

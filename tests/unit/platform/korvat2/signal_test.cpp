@@ -1,0 +1,465 @@
+#include <korvat2/signal.h>
+
+#include "assert_recorder.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using korvat2::signal_t;
+using korvat2::subscriber_base_t;
+using test_support::assert_recorder_t;
+
+const char* const duplicate_text = "(\"signal_t::_insert: this connection is already exists.\", false)";
+const char* const unknown_text =
+    "(\"signal_t::disconnect: attempt to disconnect unknown connection\", subscriber_found)";
+
+using call_log_t = std::vector<std::string>;
+
+// A receiver that logs its calls and then runs an optional action.
+class receiver_t : public subscriber_base_t {
+ public:
+  receiver_t(call_log_t& log, std::string name) : m_log(log), m_name(std::move(name)) {}
+
+  void on_value(int value) {
+    m_log.push_back(m_name + ":" + std::to_string(value));
+    if (m_action) {
+      m_action(value);
+    }
+  }
+  void on_other(int value) { m_log.push_back(m_name + "/other:" + std::to_string(value)); }
+  void on_text(std::string text) {
+    m_log.push_back(m_name + ":" + text);
+    text = "changed by " + m_name;  // a by-value argument is this call's own copy
+  }
+
+  std::function<void(int)> m_action;
+
+ private:
+  call_log_t& m_log;
+  std::string m_name;
+};
+
+// Shows the nodes of the connection list, blanks included.
+template <class... A>
+class inspected_signal_t : public signal_t<A...> {
+ public:
+  std::size_t nodes() const { return this->m_connections.size(); }
+};
+
+TEST(signal_test, emission_calls_subscribers_in_order_of_connection) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b"), c(log, "c");
+  signal_t<int> signal;
+  signal.connect(&b, &receiver_t::on_value);
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&c, &receiver_t::on_value);
+  signal(7);
+  EXPECT_EQ(log, (call_log_t{"b:7", "a:7", "c:7"}));
+}
+
+TEST(signal_test, duplicate_connection_is_reported_and_called_once) {
+  assert_recorder_t asserts;
+  call_log_t log;
+  receiver_t a(log, "a");
+  signal_t<int> signal;
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&a, &receiver_t::on_value);
+  EXPECT_EQ(asserts.texts(), std::vector<std::string>{duplicate_text});
+  signal(1);
+  EXPECT_EQ(log, call_log_t{"a:1"});
+  EXPECT_EQ(signal.connection_count(), 1u);
+}
+
+TEST(signal_test, one_object_may_connect_two_member_functions) {
+  call_log_t log;
+  receiver_t a(log, "a");
+  signal_t<int> signal;
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&a, &receiver_t::on_other);
+  signal(2);
+  EXPECT_EQ(log, (call_log_t{"a:2", "a/other:2"}));
+}
+
+TEST(signal_test, first_disconnect_of_two_methods_keeps_the_other_connection) {
+  call_log_t log;
+  receiver_t a(log, "a");
+  signal_t<int> signal;
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&a, &receiver_t::on_other);
+  signal.disconnect(&a, &receiver_t::on_value);
+  signal(3);
+  EXPECT_EQ(log, call_log_t{"a/other:3"});
+  signal.disconnect(&a, &receiver_t::on_other);  // leaves no connection for a's death to find
+}
+
+TEST(signal_test, disconnect_of_unknown_connection_is_reported_and_changes_nothing) {
+  assert_recorder_t asserts;
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  signal_t<int> signal;
+  signal.connect(&a, &receiver_t::on_value);
+  signal.disconnect(&b, &receiver_t::on_value);
+  signal.disconnect(&a, &receiver_t::on_other);
+  EXPECT_EQ(asserts.texts(), (std::vector<std::string>{unknown_text, unknown_text}));
+  signal(4);
+  EXPECT_EQ(log, call_log_t{"a:4"});
+}
+
+TEST(signal_test, subscriber_that_disconnects_itself_is_called_once_and_blanked_until_the_end) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  inspected_signal_t<int> signal;
+  std::size_t nodes_during_emission = 0;
+  a.m_action = [&](int) { signal.disconnect(&a, &receiver_t::on_value); };
+  b.m_action = [&](int value) {
+    if (value == 1) {
+      nodes_during_emission = signal.nodes();
+    }
+  };
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&b, &receiver_t::on_value);
+  signal(1);
+  signal(2);
+  EXPECT_EQ(log, (call_log_t{"a:1", "b:1", "b:2"}));
+  EXPECT_EQ(nodes_during_emission, 2u);  // the blank stays while the emission runs
+  EXPECT_EQ(signal.nodes(), 1u);         // and the outermost emission compacts it
+}
+
+TEST(signal_test, disconnecting_a_later_subscriber_skips_it_in_this_emission) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b"), c(log, "c");
+  signal_t<int> signal;
+  a.m_action = [&](int) { signal.disconnect(&b, &receiver_t::on_value); };
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&b, &receiver_t::on_value);
+  signal.connect(&c, &receiver_t::on_value);
+  signal(5);
+  EXPECT_EQ(log, (call_log_t{"a:5", "c:5"}));
+}
+
+TEST(signal_test, subscriber_connected_during_emission_is_called_in_the_same_emission) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  signal_t<int> signal;
+  bool connected = false;
+  a.m_action = [&](int) {
+    if (!connected) {
+      connected = true;
+      signal.connect(&b, &receiver_t::on_value);
+    }
+  };
+  signal.connect(&a, &receiver_t::on_value);
+  signal(6);
+  EXPECT_EQ(log, (call_log_t{"a:6", "b:6"}));
+}
+
+TEST(signal_test, nested_emission_walks_the_whole_list_without_compacting) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b"), c(log, "c");
+  inspected_signal_t<int> signal;
+  std::size_t nodes_after_inner = 0;
+  b.m_action = [&](int value) {
+    if (value == 1) {
+      signal.disconnect(&b, &receiver_t::on_value);
+      signal(2);
+      nodes_after_inner = signal.nodes();
+    }
+  };
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&b, &receiver_t::on_value);
+  signal.connect(&c, &receiver_t::on_value);
+  signal(1);
+  EXPECT_EQ(log, (call_log_t{"a:1", "b:1", "a:2", "c:2", "c:1"}));
+  EXPECT_EQ(nodes_after_inner, 3u);  // the inner frame left the blank alone
+  EXPECT_EQ(signal.nodes(), 2u);
+}
+
+TEST(signal_test, signal_destroyed_by_a_subscriber_calls_nobody_after_it) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  auto signal = std::make_unique<signal_t<int>>();
+  a.m_action = [&](int) { signal.reset(); };
+  signal->connect(&a, &receiver_t::on_value);
+  signal->connect(&b, &receiver_t::on_value);
+  (*signal)(1);  // the emitting frame frees the mutex; ASan watches for any touch
+  EXPECT_EQ(log, call_log_t{"a:1"});
+  EXPECT_EQ(signal, nullptr);
+}
+
+TEST(signal_test, signal_destroyed_in_a_nested_emission_stops_every_frame) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b"), c(log, "c");
+  auto signal = std::make_unique<signal_t<int>>();
+  signal_t<int>* raw = signal.get();
+  a.m_action = [&](int value) {
+    if (value == 1) {
+      (*raw)(2);
+    }
+  };
+  b.m_action = [&](int value) {
+    if (value == 2) {
+      signal.reset();
+    }
+  };
+  signal->connect(&a, &receiver_t::on_value);
+  signal->connect(&b, &receiver_t::on_value);
+  signal->connect(&c, &receiver_t::on_value);
+  (*raw)(1);
+  EXPECT_EQ(log, (call_log_t{"a:1", "a:2", "b:2"}));
+}
+
+TEST(signal_test, subscriber_destroyed_by_another_during_emission_is_not_called) {
+  call_log_t log;
+  receiver_t a(log, "a"), c(log, "c");
+  auto b = std::make_unique<receiver_t>(log, "b");
+  inspected_signal_t<int> signal;
+  a.m_action = [&](int) { b.reset(); };
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(b.get(), &receiver_t::on_value);
+  signal.connect(&c, &receiver_t::on_value);
+  signal(8);
+  EXPECT_EQ(log, (call_log_t{"a:8", "c:8"}));
+  EXPECT_EQ(signal.nodes(), 2u);
+  EXPECT_EQ(signal.connection_count(), 2u);
+}
+
+TEST(signal_test, dead_subscriber_leaves_the_signal) {
+  call_log_t log;
+  signal_t<int> signal;
+  {
+    receiver_t a(log, "a");
+    signal.connect(&a, &receiver_t::on_value);
+    EXPECT_EQ(signal.connection_count(), 1u);
+  }
+  EXPECT_EQ(signal.connection_count(), 0u);
+  signal(1);
+  EXPECT_TRUE(log.empty());
+}
+
+TEST(signal_test, dead_signal_leaves_its_subscribers) {
+  call_log_t log;
+  receiver_t a(log, "a");
+  {
+    signal_t<int> first;
+    first.connect(&a, &receiver_t::on_value);
+  }
+  signal_t<int> second;
+  second.connect(&a, &receiver_t::on_value);
+  second(2);
+  EXPECT_EQ(log, call_log_t{"a:2"});
+}  // a dies with one entry in its list: ASan would see a stale one
+
+TEST(signal_test, throwing_subscriber_stops_the_walk_and_leaves_a_clean_signal) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b"), c(log, "c");
+  inspected_signal_t<int> signal;
+  a.m_action = [&](int) { signal.disconnect(&a, &receiver_t::on_value); };
+  b.m_action = [&](int value) {
+    if (value == 1) {
+      throw std::runtime_error("subscriber failed");
+    }
+  };
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&b, &receiver_t::on_value);
+  signal.connect(&c, &receiver_t::on_value);
+  EXPECT_THROW(signal(1), std::runtime_error);
+  EXPECT_EQ(log, (call_log_t{"a:1", "b:1"}));
+  EXPECT_EQ(signal.nodes(), 2u);  // the blank of a was compacted
+  // The mutex was released: another thread can emit.
+  std::thread other([&] { signal(2); });
+  other.join();
+  EXPECT_EQ(log, (call_log_t{"a:1", "b:1", "b:2", "c:2"}));
+}
+
+TEST(signal_test, signal_chained_to_a_signal_forwards_and_unlinks_when_destroyed) {
+  call_log_t log;
+  receiver_t a(log, "a");
+  signal_t<int> first;
+  {
+    signal_t<int> second;
+    second.connect(&a, &receiver_t::on_value);
+    first.connect(&second);
+    first(9);
+    EXPECT_EQ(log, call_log_t{"a:9"});
+    EXPECT_EQ(first.connection_count(), 1u);
+  }
+  EXPECT_EQ(first.connection_count(), 0u);
+  first(10);
+  EXPECT_EQ(log, call_log_t{"a:9"});
+}
+
+TEST(signal_test, chained_signal_can_be_disconnected) {
+  call_log_t log;
+  receiver_t a(log, "a");
+  signal_t<int> first, second;
+  second.connect(&a, &receiver_t::on_value);
+  first.connect(&second);
+  first.disconnect(&second);
+  first(1);
+  EXPECT_TRUE(log.empty());
+}
+
+TEST(signal_test, connecting_a_signal_to_itself_is_reported) {
+  assert_recorder_t asserts;
+  signal_t<int> signal;
+  signal.connect(&signal);
+  EXPECT_EQ(asserts.texts(),
+            std::vector<std::string>{"static_cast<subscriber_base_t*>(this) != subscriberObj"});
+  EXPECT_EQ(signal.connection_count(), 0u);
+}
+
+TEST(signal_test, by_value_argument_is_copied_for_each_call) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  signal_t<std::string> signal;
+  signal.connect(&a, &receiver_t::on_text);
+  signal.connect(&b, &receiver_t::on_text);
+  signal("original");
+  EXPECT_EQ(log, (call_log_t{"a:original", "b:original"}));
+}
+
+TEST(signal_test, signal_without_arguments_and_with_several) {
+  struct pair_receiver_t : subscriber_base_t {
+    int calls = 0;
+    std::string seen;
+    void none() { ++calls; }
+    void two(const std::string& text, int value) { seen = text + std::to_string(value); }
+  } receiver;
+  signal_t<> plain;
+  signal_t<const std::string&, int> pair;
+  plain.connect(&receiver, &pair_receiver_t::none);
+  pair.connect(&receiver, &pair_receiver_t::two);
+  plain();
+  plain();
+  pair("x", 3);
+  EXPECT_EQ(receiver.calls, 2);
+  EXPECT_EQ(receiver.seen, "x3");
+}
+
+TEST(signal_test, copy_holds_the_same_connections_and_both_unlink_on_death) {
+  call_log_t log;
+  auto a = std::make_unique<receiver_t>(log, "a");
+  signal_t<int> original;
+  original.connect(a.get(), &receiver_t::on_value);
+  signal_t<int> copy(original);
+  copy(1);
+  original.disconnect(a.get(), &receiver_t::on_value);
+  copy(2);  // the copy is a separate signal
+  EXPECT_EQ(log, (call_log_t{"a:1", "a:2"}));
+  a.reset();
+  EXPECT_EQ(copy.connection_count(), 0u);
+  copy(3);
+  EXPECT_EQ(log.size(), 2u);
+}
+
+TEST(signal_test, copying_connections_skips_those_already_held) {
+  assert_recorder_t asserts;
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  signal_t<int> source, target;
+  source.connect(&a, &receiver_t::on_value);
+  source.connect(&b, &receiver_t::on_value);
+  target.connect(&a, &receiver_t::on_value);
+  target.copy_connections_from(source);
+  target(1);
+  EXPECT_EQ(log, (call_log_t{"a:1", "b:1"}));
+  EXPECT_EQ(asserts.count(), 0u);
+}
+
+TEST(signal_test, assignment_replaces_the_connections) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  signal_t<int> source, target;
+  source.connect(&a, &receiver_t::on_value);
+  target.connect(&b, &receiver_t::on_value);
+  target = source;
+  target(1);
+  EXPECT_EQ(log, call_log_t{"a:1"});
+}
+
+TEST(signal_test, erase_all_drops_every_connection_and_the_signal_goes_on) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  signal_t<int> signal;
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&b, &receiver_t::on_value);
+  signal._erase_all();
+  signal(1);
+  EXPECT_TRUE(log.empty());
+  signal.connect(&a, &receiver_t::on_value);
+  signal(2);
+  EXPECT_EQ(log, call_log_t{"a:2"});
+}
+
+TEST(signal_test, erase_all_during_emission_blanks_the_rest) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  inspected_signal_t<int> signal;
+  a.m_action = [&](int) { signal._erase_all(); };
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&b, &receiver_t::on_value);
+  signal(1);
+  EXPECT_EQ(log, call_log_t{"a:1"});
+  EXPECT_EQ(signal.nodes(), 0u);
+}
+
+TEST(signal_test, receiver_with_the_subscriber_base_not_first) {
+  struct other_base_t {
+    virtual ~other_base_t() = default;
+    int padding = 42;
+  };
+  struct late_receiver_t : other_base_t, subscriber_base_t {
+    int sum = 0;
+    void add(int value) { sum += value + padding - 42; }
+  } receiver;
+  signal_t<int> signal;
+  signal.connect(&receiver, &late_receiver_t::add);
+  signal(5);
+  signal(6);
+  EXPECT_EQ(receiver.sum, 11);
+}
+
+TEST(signal_test, null_object_gives_a_blank_connection_that_calls_nothing) {
+  signal_t<int> signal;
+  signal.connect(static_cast<receiver_t*>(nullptr), &receiver_t::on_value);
+  EXPECT_EQ(signal.connection_count(), 0u);
+  signal(1);  // nothing to call, nothing to crash
+}
+
+TEST(signal_test, emissions_from_two_threads_run_one_after_the_other) {
+  struct overlap_receiver_t : subscriber_base_t {
+    std::atomic<int> inside{0};
+    std::atomic<int> overlaps{0};
+    std::atomic<int> calls{0};
+    void on_value(int) {
+      if (inside.fetch_add(1) != 0) {
+        ++overlaps;
+      }
+      std::this_thread::yield();
+      inside.fetch_sub(1);
+      ++calls;
+    }
+  } receiver;
+  signal_t<int> signal;
+  signal.connect(&receiver, &overlap_receiver_t::on_value);
+  auto emit_many = [&] {
+    for (int i = 0; i < 2000; ++i) {
+      signal(i);
+    }
+  };
+  std::thread first(emit_many), second(emit_many);
+  first.join();
+  second.join();
+  EXPECT_EQ(receiver.calls.load(), 4000);
+  EXPECT_EQ(receiver.overlaps.load(), 0);
+}
+
+}  // namespace
