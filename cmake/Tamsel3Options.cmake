@@ -32,8 +32,9 @@ function(tamsel3_add_library name)
   cmake_parse_arguments(ARG "" "NAMESPACE;INCLUDE_DIR" "SOURCES;PUBLIC_DEPS;PRIVATE_DEPS" ${ARGN})
   add_library(${name} ${ARG_SOURCES})
   add_library(${ARG_NAMESPACE}::${name} ALIAS ${name})
+  # Installed libraries find each other in their own folder.
   set_target_properties(${name} PROPERTIES EXPORT_NAME ${name} VERSION ${PROJECT_VERSION}
-    SOVERSION ${PROJECT_VERSION_MAJOR})
+    SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "$ORIGIN")
   target_include_directories(${name} PUBLIC
     $<BUILD_INTERFACE:${ARG_INCLUDE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   target_link_libraries(${name} PUBLIC ${ARG_PUBLIC_DEPS} PRIVATE ${ARG_PRIVATE_DEPS})

@@ -1,1 +1,234 @@
+// Several threads connect, disconnect, copy, emit and destroy subscribers and signals that
+// they share, for a bounded number of rounds.
+#include <korvat2/intrusive_pointer.h>
+#include <korvat2/signal.h>
+
 #include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <random>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using korvat2::intrusive_pointer_impl_t;
+using korvat2::intrusive_pointer_t;
+using korvat2::signal_t;
+using korvat2::subscriber_base_t;
+
+constexpr int thread_count = 4;
+constexpr int rounds = 20000;
+constexpr int slot_count = 4;
+// Chained signals hang only behind these, which are never copied: a snapshot would keep
+// calling a chained signal that its owner destroys, and no caller may do that.
+constexpr int chain_slot_count = 2;
+constexpr int max_subscribers = thread_count * rounds + thread_count + 16;
+
+// Life states of every subscriber ever made, by id; a call to a dead one is a failure.
+enum life_t : int { unborn = 0, alive = 1, dead = 2 };
+std::array<std::atomic<int>, max_subscribers> g_life{};
+std::atomic<int> g_next_id{0};
+std::atomic<int> g_calls_after_death{0};
+std::atomic<long> g_calls{0};
+
+class counting_receiver_t : public subscriber_base_t {
+ public:
+  counting_receiver_t() : m_id(g_next_id++) { g_life[m_id] = alive; }
+  int id() const { return m_id; }
+
+  void on_emit(int, int) {
+    if (g_life[m_id].load() == dead) {
+      ++g_calls_after_death;
+    }
+    ++g_calls;
+  }
+
+ private:
+  const int m_id;
+};
+
+void destroy(std::unique_ptr<counting_receiver_t> receiver) {
+  const int id = receiver->id();
+  receiver.reset();
+  g_life[id] = dead;  // from here on no signal may call it
+}
+
+// A receiver that is never destroyed during the run: every emission of the anchor must
+// reach it exactly once, in each emitter's order.
+class stable_receiver_t : public subscriber_base_t {
+ public:
+  void on_emit(int emitter, int sequence) {
+    // Emissions of one signal run one after the other, so no lock is needed here.
+    if (sequence != m_last[emitter] + 1) {
+      ++m_out_of_order;
+    }
+    m_last[emitter] = sequence;
+    ++m_received[emitter];
+  }
+  std::array<int, thread_count> m_last{-1, -1, -1, -1};
+  std::array<int, thread_count> m_received{};
+  int m_out_of_order = 0;
+};
+
+struct shared_signal_t : intrusive_pointer_impl_t {
+  signal_t<int, int> signal;
+};
+
+class slots_t {
+ public:
+  explicit slots_t(int count) : m_slots(static_cast<std::size_t>(count)) {
+    for (auto& slot : m_slots) {
+      slot = new shared_signal_t;
+    }
+  }
+  intrusive_pointer_t<shared_signal_t> take(int index) {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    return m_slots[index];
+  }
+  // The old signal dies with its last user, maybe on another thread.
+  void replace(int index) {
+    intrusive_pointer_t<shared_signal_t> fresh(new shared_signal_t);
+    intrusive_pointer_t<shared_signal_t> old;
+    {
+      std::lock_guard<std::mutex> lock(m_mutex);
+      old = m_slots[index];
+      m_slots[index] = fresh;
+    }
+  }
+
+ private:
+  std::mutex m_mutex;
+  std::vector<intrusive_pointer_t<shared_signal_t>> m_slots;
+};
+
+// A subscriber of this thread with the signal it is connected to, kept alive by the record.
+struct connection_record_t {
+  std::unique_ptr<counting_receiver_t> receiver;
+  intrusive_pointer_t<shared_signal_t> signal;
+};
+
+// A private signal chained behind a shared one, with its own subscriber.
+struct chain_record_t {
+  intrusive_pointer_t<shared_signal_t> source;
+  std::unique_ptr<signal_t<int, int>> link;
+  std::unique_ptr<counting_receiver_t> receiver;
+};
+
+void worker(int self, slots_t& slots, slots_t& chain_slots, signal_t<int, int>& anchor, int& anchor_emissions) {
+  std::mt19937 random(1234u + static_cast<unsigned>(self));
+  std::vector<connection_record_t> connections;
+  std::vector<chain_record_t> chains;
+  int sequence = 0;
+  for (int round = 0; round < rounds; ++round) {
+    const int slot = static_cast<int>(random() % slot_count);
+    switch (random() % 9) {
+      case 0:
+      case 1: {
+        anchor(self, anchor_emissions++);
+        break;
+      }
+      case 2: {
+        intrusive_pointer_t<shared_signal_t> shared = slots.take(slot);
+        shared->signal(self, sequence++);
+        break;
+      }
+      case 3: {
+        connection_record_t record{std::make_unique<counting_receiver_t>(), slots.take(slot)};
+        record.signal->signal.connect(record.receiver.get(), &counting_receiver_t::on_emit);
+        connections.push_back(std::move(record));
+        break;
+      }
+      case 4: {
+        if (!connections.empty()) {
+          connection_record_t& record = connections[random() % connections.size()];
+          if (record.receiver && record.signal) {
+            record.signal->signal.disconnect(record.receiver.get(), &counting_receiver_t::on_emit);
+            record.signal.reset();
+          }
+        }
+        break;
+      }
+      case 5: {
+        if (!connections.empty()) {
+          const std::size_t index = random() % connections.size();
+          destroy(std::move(connections[index].receiver));
+          connections.erase(connections.begin() + static_cast<std::ptrdiff_t>(index));
+        }
+        break;
+      }
+      case 6: {
+        slots.replace(slot);
+        if (slot < chain_slot_count) {
+          chain_slots.take(slot)->signal(self, sequence++);
+        }
+        break;
+      }
+      case 7: {
+        // A snapshot, as a posted emission makes one: copy, emit, destroy.
+        intrusive_pointer_t<shared_signal_t> shared = slots.take(slot);
+        signal_t<int, int> snapshot(shared->signal);
+        shared.reset();
+        snapshot(self, sequence++);
+        break;
+      }
+      default: {
+        if (chains.size() < 4) {
+          chain_record_t chain{chain_slots.take(slot % chain_slot_count), std::make_unique<signal_t<int, int>>(),
+                               std::make_unique<counting_receiver_t>()};
+          chain.link->connect(chain.receiver.get(), &counting_receiver_t::on_emit);
+          chain.source->signal.connect(chain.link.get());
+          chains.push_back(std::move(chain));
+        } else {
+          chain_record_t& chain = chains.front();
+          chain.source->signal.disconnect(chain.link.get());
+          chain.link.reset();
+          destroy(std::move(chain.receiver));
+          chains.erase(chains.begin());
+        }
+        break;
+      }
+    }
+  }
+  for (chain_record_t& chain : chains) {
+    chain.source->signal.disconnect(chain.link.get());
+    chain.link.reset();
+    destroy(std::move(chain.receiver));
+  }
+  for (connection_record_t& record : connections) {
+    destroy(std::move(record.receiver));
+  }
+}
+
+TEST(signal_stress_test, no_call_after_death_and_every_anchor_emission_once) {
+  slots_t slots(slot_count);
+  slots_t chain_slots(chain_slot_count);
+  signal_t<int, int> anchor;
+  std::array<stable_receiver_t, thread_count> stable;
+  for (stable_receiver_t& receiver : stable) {
+    anchor.connect(&receiver, &stable_receiver_t::on_emit);
+  }
+  std::array<int, thread_count> anchor_emissions{};
+  std::vector<std::thread> threads;
+  for (int self = 0; self < thread_count; ++self) {
+    threads.emplace_back(worker, self, std::ref(slots), std::ref(chain_slots), std::ref(anchor),
+                         std::ref(anchor_emissions[self]));
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+  EXPECT_EQ(g_calls_after_death.load(), 0);
+  EXPECT_GT(g_calls.load(), 0);
+  for (const stable_receiver_t& receiver : stable) {
+    EXPECT_EQ(receiver.m_out_of_order, 0);
+    for (int emitter = 0; emitter < thread_count; ++emitter) {
+      EXPECT_EQ(receiver.m_received[emitter], anchor_emissions[emitter]) << "emitter " << emitter;
+    }
+  }
+  EXPECT_EQ(anchor.connection_count(), static_cast<std::size_t>(thread_count));
+}
+
+}  // namespace

@@ -1,5 +1,7 @@
 #include <zandor/catalog.h>
 
+#include <sys/stat.h>
+
 #include <fstream>
 #include <sstream>
 
@@ -42,6 +44,12 @@ std::shared_ptr<const catalog_t> catalog_t::load_po_file(const std::string& name
                                                          const std::string& language,
                                                          const std::string& path,
                                                          std::string& error) {
+  // A folder opens like a file but reads as nothing; it is no catalog.
+  struct stat info {};
+  if (::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) {
+    error = "cannot read " + path + ": it is a folder";
+    return nullptr;
+  }
   std::ifstream in(path, std::ios::binary);
   if (!in) {
     error = "cannot open " + path;

@@ -1,0 +1,24 @@
+// Uses a little of each installed library and fails when something doesn't fit together.
+#include <korvat2/korvat2.h>
+#include <quern2/quern2.h>
+#include <tamsel3/tamsel3.h>
+
+#include <iostream>
+
+namespace {
+struct receiver_t : korvat2::subscriber_base_t {
+  int sum = 0;
+  void add(int value) { sum += value; }
+};
+}  // namespace
+
+int main() {
+  receiver_t receiver;
+  korvat2::signal_t<int> signal;
+  signal.connect(&receiver, &receiver_t::add);
+  signal(20);
+  signal(22);
+  const std::string ok = tamsel3::translate_message("btn.ok", ZANDOR_2_16::generic::varg_list());
+  std::cout << "sum " << receiver.sum << ", btn.ok is '" << ok << "'\n";
+  return receiver.sum == 42 && ok == "OK" ? 0 : 1;
+}

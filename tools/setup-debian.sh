@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that building, testing and running tamsel3 need, where they
+# are missing. Safe to run again: it installs nothing when everything is there.
+set -euo pipefail
+
+packages=(
+  build-essential cmake ninja-build ccache pkg-config gettext clang-format
+  libwxgtk3.2-dev libboost-dev libboost-thread-dev libboost-regex-dev
+  liblog4cplus-dev libpugixml-dev libglib2.0-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libsigc++-3.0-dev
+  xvfb xauth
+)
+
+missing=()
+for package in "${packages[@]}"; do
+  status=$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || true)
+  [[ "$status" == "install ok installed" ]] || missing+=("$package")
+done
+
+if ((${#missing[@]} == 0)); then
+  echo "setup: all ${#packages[@]} packages are installed"
+  exit 0
+fi
+
+echo "setup: installing ${missing[*]}"
+sudo_cmd=()
+((EUID == 0)) || sudo_cmd=(sudo)
+export DEBIAN_FRONTEND=noninteractive
+"${sudo_cmd[@]}" apt-get update -qq
+"${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
