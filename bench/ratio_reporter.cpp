@@ -17,7 +17,8 @@ std::pair<std::string, std::string> split_name(const std::string& name) {
     return {name, ""};
   }
   const std::size_t second = name.find('/', first + 1);
-  const std::string library = name.substr(first + 1, second == std::string::npos ? std::string::npos : second - first - 1);
+  const std::string library =
+      name.substr(first + 1, second == std::string::npos ? std::string::npos : second - first - 1);
   const std::string argument = second == std::string::npos ? "" : name.substr(second);
   return {name.substr(0, first) + argument, library};
 }
@@ -70,7 +71,8 @@ class collecting_reporter_t : public benchmark::ConsoleReporter {
 
 }  // namespace
 
-int run_with_ratios(int argc, char** argv, const std::string& subject, const std::vector<std::string>& peers) {
+int run_with_ratios(int argc, char** argv, const std::string& subject,
+                    const std::vector<std::string>& peers) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
     return 1;

@@ -5,8 +5,8 @@
 #include <korvat2/signal.h>
 
 #include <benchmark/benchmark.h>
-#include <boost/signals2.hpp>
 #include <sigc++/sigc++.h>
+#include <boost/signals2.hpp>
 
 #include <memory>
 #include <vector>
@@ -82,7 +82,8 @@ void connect_disconnect_boost(benchmark::State& state) {
   boost_receiver_t receiver;
   boost::signals2::signal<void(int)> signal;
   for (auto _ : state) {
-    boost::signals2::connection connection = signal.connect([&receiver](int value) { receiver.on_value(value); });
+    boost::signals2::connection connection =
+        signal.connect([&receiver](int value) { receiver.on_value(value); });
     connection.disconnect();
   }
 }

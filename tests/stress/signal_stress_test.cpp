@@ -28,8 +28,9 @@ constexpr int slot_count = 4;
 constexpr int chain_slot_count = 2;
 constexpr int max_subscribers = thread_count * rounds + thread_count + 16;
 
-// Life states of every subscriber ever made, by id; a call to a dead one is a failure.
-enum life_t : int { unborn = 0, alive = 1, dead = 2 };
+// Life states of every subscriber ever made, by id; a call to a dying or dead one is a
+// failure.
+enum life_t : int { unborn = 0, alive = 1, dying = 2, dead = 3 };
 std::array<std::atomic<int>, max_subscribers> g_life{};
 std::atomic<int> g_next_id{0};
 std::atomic<int> g_calls_after_death{0};
@@ -38,10 +39,15 @@ std::atomic<long> g_calls{0};
 class counting_receiver_t : public subscriber_base_t {
  public:
   counting_receiver_t() : m_id(g_next_id++) { g_life[m_id] = alive; }
+  // Its signals are emitted on other threads: it leaves them before it stops being whole.
+  ~counting_receiver_t() override {
+    disconnect_all_signals();
+    g_life[m_id] = dying;
+  }
   int id() const { return m_id; }
 
   void on_emit(int, int) {
-    if (g_life[m_id].load() == dead) {
+    if (g_life[m_id].load() != alive) {
       ++g_calls_after_death;
     }
     ++g_calls;
@@ -54,7 +60,7 @@ class counting_receiver_t : public subscriber_base_t {
 void destroy(std::unique_ptr<counting_receiver_t> receiver) {
   const int id = receiver->id();
   receiver.reset();
-  g_life[id] = dead;  // from here on no signal may call it
+  g_life[id] = dead;
 }
 
 // A receiver that is never destroyed during the run: every emission of the anchor must
@@ -118,7 +124,8 @@ struct chain_record_t {
   std::unique_ptr<counting_receiver_t> receiver;
 };
 
-void worker(int self, slots_t& slots, slots_t& chain_slots, signal_t<int, int>& anchor, int& anchor_emissions) {
+void worker(int self, slots_t& slots, slots_t& chain_slots, signal_t<int, int>& anchor,
+            int& anchor_emissions) {
   std::mt19937 random(1234u + static_cast<unsigned>(self));
   std::vector<connection_record_t> connections;
   std::vector<chain_record_t> chains;
@@ -177,7 +184,8 @@ void worker(int self, slots_t& slots, slots_t& chain_slots, signal_t<int, int>& 
       }
       default: {
         if (chains.size() < 4) {
-          chain_record_t chain{chain_slots.take(slot % chain_slot_count), std::make_unique<signal_t<int, int>>(),
+          chain_record_t chain{chain_slots.take(slot % chain_slot_count),
+                               std::make_unique<signal_t<int, int>>(),
                                std::make_unique<counting_receiver_t>()};
           chain.link->connect(chain.receiver.get(), &counting_receiver_t::on_emit);
           chain.source->signal.connect(chain.link.get());

@@ -19,7 +19,8 @@ class fixed_locations_t : public quern2::IProductLocations {
 TEST(resource_test, names_a_member_of_an_archive_in_the_resource_directory) {
   fixed_locations_t locations;
   quern2::IProductLocations::set(&locations);
-  EXPECT_EQ(tamsel3::create_resource_filename("tamsel3.dat", "tamsel.xrc"), "/opt/tool/share/tamsel3.dat#zip:tamsel.xrc");
+  EXPECT_EQ(tamsel3::create_resource_filename("tamsel3.dat", "tamsel.xrc"),
+            "/opt/tool/share/tamsel3.dat#zip:tamsel.xrc");
   EXPECT_EQ(tamsel3::create_resource_filename("tamsel3.dat", "tamsel_images.xrc"),
             "/opt/tool/share/tamsel3.dat#zip:tamsel_images.xrc");
   quern2::IProductLocations::set(nullptr);

@@ -10,8 +10,8 @@
 
 namespace {
 
-using ZANDOR_2_16::generic::varg_list;
 using tamsel3::translate_message;
+using ZANDOR_2_16::generic::varg_list;
 
 // Product texts of a host, so that the default arguments are known.
 class host_locations_t : public quern2::IProductLocations {
@@ -46,10 +46,9 @@ class translate_message_test : public ::testing::Test {
   static void register_catalog() {
     quern2::registerMessageCatalog(std::make_shared<const ZANDOR_2_16::i18n::catalog_t>(
         "tamsel", "en",
-        ZANDOR_2_16::i18n::catalog_t::messages_t{
-            {"greeting", "Welcome to {prod_name} ({prod_short_name})"},
-            {"count", "{count} files in {prod_name}"},
-            {"plain", "Nothing to fill"}}));
+        ZANDOR_2_16::i18n::catalog_t::messages_t{{"greeting", "Welcome to {prod_name} ({prod_short_name})"},
+                                                 {"count", "{count} files in {prod_name}"},
+                                                 {"plain", "Nothing to fill"}}));
   }
 
   static std::unique_ptr<host_locations_t> s_locations;

@@ -1,7 +1,6 @@
 // Bag files are XML: one element per bag and one per value, each with its name and (for
 // values) its kind as attributes, in order, repeated names kept.
 #include <korvat2/bag_file.h>
-#include <korvat2/path.h>
 
 #include <pugixml.hpp>
 
@@ -159,12 +158,12 @@ void sync_directory(const std::string& dir) {
 
 // Writes `data` next to `target` and renames it over `target`.
 bool replace_file(const std::string& target, const std::string& data) {
-  const path_t target_path(target);
-  std::string dir = target_path.get_branch();
-  if (dir.empty()) {
-    dir = target_path.is_absolute() ? "/" : ".";
-  }
-  std::string temp = dir + "/." + target_path.get_leaf() + ".XXXXXX";
+  // Split as plain text: path_t turns names with a '*' into the empty path, and the
+  // temporary file must still lie beside the target for the rename to be atomic.
+  const std::size_t slash = target.rfind('/');
+  const std::string dir = slash == std::string::npos ? "." : slash == 0 ? "/" : target.substr(0, slash);
+  const std::string leaf = slash == std::string::npos ? target : target.substr(slash + 1);
+  std::string temp = dir + "/." + leaf + ".XXXXXX";
   const int fd = ::mkostemp(temp.data(), O_CLOEXEC);
   if (fd < 0) {
     return false;

@@ -4,7 +4,9 @@
 
 namespace korvat2::_internal {
 
-subscriber_base_t::~subscriber_base_t() {
+subscriber_base_t::~subscriber_base_t() { disconnect_all_signals(); }
+
+void subscriber_base_t::disconnect_all_signals() {
   m_subscriber_mutex.acquire();
   while (!m_signals.empty()) {
     signal_base_t* signal = m_signals.front();
@@ -95,15 +97,11 @@ void signal_base_t::on_subscriber_destroy(subscriber_base_t* subscriber) {
   drop_subscriber_locked(subscriber);
 }
 
-bool signal_base_t::check_valid_state_after_call(onstack_signal_state_t& state) const {
-  if (*state.alive_in_force) {
-    return true;
-  }
+void signal_base_t::leave_dead_signal(onstack_signal_state_t& state) {
   state.mutex->release();
   if (!state.nested) {
     delete state.mutex;
   }
-  return false;
 }
 
 void signal_base_t::post_call(onstack_signal_state_t& state) const {

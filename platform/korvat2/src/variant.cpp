@@ -75,14 +75,33 @@ void variant_t::release() {
   m_value.m_data = nullptr;
 }
 
-template <> bool variant_t::can_get<const char*>() const { return is_text(); }
-template <> bool variant_t::can_get<std::string>() const { return is_text(); }
-template <> bool variant_t::can_get<const zandor2::uchar_t*>() const { return is_text(); }
-template <> bool variant_t::can_get<std::u16string>() const { return is_text(); }
-template <> bool variant_t::can_get<int>() const { return is_number(); }
-template <> bool variant_t::can_get<bool>() const { return is_number(); }
+template <>
+bool variant_t::can_get<const char*>() const {
+  return is_text();
+}
+template <>
+bool variant_t::can_get<std::string>() const {
+  return is_text();
+}
+template <>
+bool variant_t::can_get<const zandor2::uchar_t*>() const {
+  return is_text();
+}
+template <>
+bool variant_t::can_get<std::u16string>() const {
+  return is_text();
+}
+template <>
+bool variant_t::can_get<int>() const {
+  return is_number();
+}
+template <>
+bool variant_t::can_get<bool>() const {
+  return is_number();
+}
 
-template <> const char* variant_t::get<const char*>() const {
+template <>
+const char* variant_t::get<const char*>() const {
   ZANDOR_ASSERT(can_get<const char*>());
   if (!is_text()) {
     return "";
@@ -91,12 +110,14 @@ template <> const char* variant_t::get<const char*>() const {
   return m_value.m_data ? m_value.m_data->m_narrow.c_str() : "";
 }
 
-template <> std::string variant_t::get<std::string>() const {
+template <>
+std::string variant_t::get<std::string>() const {
   ZANDOR_ASSERT(can_get<std::string>());
   return is_text() && m_value.m_data ? m_value.m_data->m_narrow : std::string();
 }
 
-template <> const zandor2::uchar_t* variant_t::get<const zandor2::uchar_t*>() const {
+template <>
+const zandor2::uchar_t* variant_t::get<const zandor2::uchar_t*>() const {
   ZANDOR_ASSERT(can_get<const zandor2::uchar_t*>());
   if (!is_text()) {
     return empty_wide;
@@ -105,12 +126,14 @@ template <> const zandor2::uchar_t* variant_t::get<const zandor2::uchar_t*>() co
   return m_value.m_data ? m_value.m_data->m_wide.c_str() : empty_wide;
 }
 
-template <> std::u16string variant_t::get<std::u16string>() const {
+template <>
+std::u16string variant_t::get<std::u16string>() const {
   ZANDOR_ASSERT(can_get<std::u16string>());
   return is_text() && m_value.m_data ? m_value.m_data->m_wide : std::u16string();
 }
 
-template <> int variant_t::get<int>() const {
+template <>
+int variant_t::get<int>() const {
   ZANDOR_ASSERT(can_get<int>());
   if (m_kind == kind_int) {
     return m_value.m_int;
@@ -118,7 +141,8 @@ template <> int variant_t::get<int>() const {
   return m_kind == kind_bool && m_value.m_bool ? 1 : 0;
 }
 
-template <> bool variant_t::get<bool>() const {
+template <>
+bool variant_t::get<bool>() const {
   ZANDOR_ASSERT(can_get<bool>());
   if (m_kind == kind_bool) {
     return m_value.m_bool;

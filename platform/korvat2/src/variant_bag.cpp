@@ -15,7 +15,8 @@ struct variant_bag_t::entry_t {
   entry_t(std::string n, const variant_bag_t& b)
       : name(std::move(n)), bag(std::make_unique<variant_bag_t>(b)) {}
   entry_t(const entry_t& other)
-      : name(other.name), value(other.value),
+      : name(other.name),
+        value(other.value),
         bag(other.bag ? std::make_unique<variant_bag_t>(*other.bag) : nullptr) {}
   entry_t(entry_t&&) noexcept = default;
   entry_t& operator=(const entry_t& other) {
@@ -26,9 +27,6 @@ struct variant_bag_t::entry_t {
 };
 
 namespace {
-template <class T>
-constexpr bool is_bag = std::is_same_v<T, variant_bag_t>;
-
 const char* safe(const char* name) { return name ? name : ""; }
 }  // namespace
 
@@ -76,14 +74,16 @@ variant_t& variant_bag_t::value_at<variant_t>(std::size_t index) {
   // A caller that writes through an end iterator writes into a scratch value.
   thread_local variant_t scratch;
   const bool valid = index < m_entries.size() && !m_entries[index].bag;
-  return valid ? m_entries[index].value : (scratch = static_cast<const variant_bag_t*>(this)->value_at<variant_t>(index));
+  return valid ? m_entries[index].value
+               : (scratch = static_cast<const variant_bag_t*>(this)->value_at<variant_t>(index));
 }
 
 template <>
 variant_bag_t& variant_bag_t::value_at<variant_bag_t>(std::size_t index) {
   thread_local variant_bag_t scratch;
   const bool valid = index < m_entries.size() && m_entries[index].bag;
-  return valid ? *m_entries[index].bag : (scratch = static_cast<const variant_bag_t*>(this)->value_at<variant_bag_t>(index));
+  return valid ? *m_entries[index].bag
+               : (scratch = static_cast<const variant_bag_t*>(this)->value_at<variant_bag_t>(index));
 }
 
 template <>

@@ -8,7 +8,6 @@
 #include <sys/stat.h>
 
 #include <atomic>
-#include <cerrno>
 #include <cctype>
 #include <cstdio>
 
@@ -38,7 +37,8 @@ bool make_folders(const std::string& folder) {
   if (!parent.empty() && !make_folders(parent)) {
     return false;
   }
-  return ::mkdir(folder.c_str(), 0777) == 0 || errno == EEXIST;
+  // EEXIST may be another maker's folder, or a plain file in the way.
+  return ::mkdir(folder.c_str(), 0777) == 0 || korvat2::path_t::is_directory(folder);
 }
 
 class file_storage_t final : public IGlobalStorage {

@@ -7,6 +7,8 @@
 #include <log4cplus/loggingmacros.h>
 #include <log4cplus/loglevel.h>
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
@@ -41,11 +43,17 @@ bool parse_level(const std::string& text, log4cplus::LogLevel& level) {
 
 void add_stderr_appender(log4cplus::Logger& logger) {
   log4cplus::SharedAppenderPtr appender(new log4cplus::ConsoleAppender(true, true));
-  appender->setLayout(std::make_unique<log4cplus::PatternLayout>(
-      LOG4CPLUS_TEXT("%D{%H:%M:%S.%q} %-5p %c - %m%n")));
+  appender->setLayout(
+      std::make_unique<log4cplus::PatternLayout>(LOG4CPLUS_TEXT("%D{%H:%M:%S.%q} %-5p %c - %m%n")));
   logger.addAppender(appender);
   // The component's lines go to its own appender only, not twice through the root.
   logger.setAdditivity(false);
+}
+
+// A folder opens like a file and reads as nothing, so it must not count as a properties file.
+bool readable_file(const std::string& path) {
+  struct stat info {};
+  return ::stat(path.c_str(), &info) == 0 && !S_ISDIR(info.st_mode) && std::ifstream(path).good();
 }
 
 void configure(log4cplus::Logger& logger, const std::string& setting) {
@@ -55,15 +63,15 @@ void configure(log4cplus::Logger& logger, const std::string& setting) {
     logger.setLogLevel(level);
     return;
   }
-  if (std::ifstream(setting).good()) {
+  if (readable_file(setting)) {
     log4cplus::PropertyConfigurator::doConfigure(LOG4CPLUS_TEXT(setting));
     return;
   }
   add_stderr_appender(logger);
   logger.setLogLevel(level);
   LOG4CPLUS_WARN(logger, "the debug setting '" << setting
-                                                << "' is neither a level name nor a readable "
-                                                   "log4cplus properties file; using WARN");
+                                               << "' is neither a level name nor a readable "
+                                                  "log4cplus properties file; using WARN");
 }
 
 }  // namespace

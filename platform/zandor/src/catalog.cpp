@@ -31,19 +31,15 @@ strings::ustring8 message_t::as_ustring(const generic::varg_list& args) const {
   return strings::ustring8(std::move(out));
 }
 
-bool catalog_t::has_message(const strings::ustring8& key) const {
-  return m_messages.count(key.str()) != 0;
-}
+bool catalog_t::has_message(const strings::ustring8& key) const { return m_messages.count(key.str()) != 0; }
 
 message_t catalog_t::message(const strings::ustring8& key) const {
   const auto found = m_messages.find(key.str());
   return found == m_messages.end() ? message_t() : message_t(found->second);
 }
 
-std::shared_ptr<const catalog_t> catalog_t::load_po_file(const std::string& name,
-                                                         const std::string& language,
-                                                         const std::string& path,
-                                                         std::string& error) {
+std::shared_ptr<const catalog_t> catalog_t::load_po_file(const std::string& name, const std::string& language,
+                                                         const std::string& path, std::string& error) {
   // A folder opens like a file but reads as nothing; it is no catalog.
   struct stat info {};
   if (::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) {

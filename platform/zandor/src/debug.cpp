@@ -29,11 +29,10 @@ assert_handler_t set_assert_handler(assert_handler_t handler) {
 
 namespace _private {
 
-void ____________________ASSERT____________________(const char* expression, const char* file,
-                                                    unsigned line, const char* function) {
+void ____________________ASSERT____________________(const char* expression, const char* file, unsigned line,
+                                                    const char* function) {
   LOG4CPLUS_ERROR(ylvane_1::log::libraryLogger(),
-                  "assertion failed: " << expression << ", at " << file << "(" << line
-                                       << "): " << function);
+                  "assertion failed: " << expression << ", at " << file << "(" << line << "): " << function);
   assert_handler_t handler;
   {
     std::lock_guard<std::mutex> lock(handler_mutex());

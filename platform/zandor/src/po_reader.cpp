@@ -38,7 +38,8 @@ class po_parser_t {
  private:
   static std::string trim(const std::string& s) {
     const auto first = s.find_first_not_of(" \t");
-    return first == std::string::npos ? std::string() : s.substr(first, s.find_last_not_of(" \t") - first + 1);
+    return first == std::string::npos ? std::string()
+                                      : s.substr(first, s.find_last_not_of(" \t") - first + 1);
   }
 
   bool fail(const std::string& what) {
@@ -129,7 +130,10 @@ class po_parser_t {
       case 'b': out = '\b'; return true;
       case 'f': out = '\f'; return true;
       case 'v': out = '\v'; return true;
-      case '\\': case '"': case '\'': case '?': out = e; return true;
+      case '\\':
+      case '"':
+      case '\'':
+      case '?': out = e; return true;
       default: break;
     }
     if (e >= '0' && e <= '7') {
@@ -153,8 +157,7 @@ class po_parser_t {
 
   void flush() {
     if (m_entry.has_id && !m_entry.fuzzy && !m_entry.id.empty() && !m_entry.text.empty()) {
-      const std::string key =
-          m_entry.context.empty() ? m_entry.id : m_entry.context + '\x04' + m_entry.id;
+      const std::string key = m_entry.context.empty() ? m_entry.id : m_entry.context + '\x04' + m_entry.id;
       m_out[key] = m_entry.text;
     }
     m_entry = po_entry_t();

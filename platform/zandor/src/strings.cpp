@@ -1,8 +1,8 @@
 #include <zandor/strings.h>
 
+#include <locale.h>
 #include <clocale>
 #include <cwctype>
-#include <locale.h>
 
 namespace ZANDOR_2_16::strings {
 namespace {
@@ -155,8 +155,7 @@ std::size_t replace_all(std::string& text, const std::string& what, const std::s
   return count;
 }
 
-std::vector<std::string> split_string(const std::string& text, const std::string& separators,
-                                      int flags) {
+std::vector<std::string> split_string(const std::string& text, const std::string& separators, int flags) {
   std::vector<std::string> pieces;
   if (text.empty()) {
     return pieces;

@@ -78,12 +78,12 @@ class error_code_t {
 }  // namespace korvat2
 
 /// Raises `code` on the error_code_t `result` when `condition` is false.
-#define KV2_CHECK_RAISE(result, code, condition)                                          \
-  ((condition) ? static_cast<void>(0)                                                     \
+#define KV2_CHECK_RAISE(result, code, condition) \
+  ((condition) ? static_cast<void>(0)            \
                : (result).raise((code), #condition, __FILE__, __LINE__, __PRETTY_FUNCTION__))
 
 /// A checked failure of `condition` with an optional error text, when it is false.
-#define KV2_CHECK(condition, error_text)                                                  \
-  ((condition) ? static_cast<void>(0)                                                     \
-               : ::korvat2::error::checked_failure(#condition, (error_text), __FILE__,   \
-                                                   __LINE__, __PRETTY_FUNCTION__))
+#define KV2_CHECK(condition, error_text)                                                         \
+  ((condition) ? static_cast<void>(0)                                                            \
+               : ::korvat2::error::checked_failure(#condition, (error_text), __FILE__, __LINE__, \
+                                                   __PRETTY_FUNCTION__))

@@ -59,11 +59,13 @@ template <class T>
 class intrusive_pointer_t {
  public:
   intrusive_pointer_t() = default;
-  intrusive_pointer_t(std::nullptr_t) {}  // NOLINT: implicit by design
+  intrusive_pointer_t(std::nullptr_t) {}                // NOLINT: implicit by design
   intrusive_pointer_t(T* ptr) : m_ptr(ptr) { take(); }  // NOLINT: implicit by design
   intrusive_pointer_t(const intrusive_pointer_t& other) : m_ptr(other.m_ptr) { take(); }
   template <class U>
-  intrusive_pointer_t(const intrusive_pointer_t<U>& other) : m_ptr(other.get()) { take(); }  // NOLINT
+  intrusive_pointer_t(const intrusive_pointer_t<U>& other) : m_ptr(other.get()) {
+    take();
+  }  // NOLINT
   intrusive_pointer_t(intrusive_pointer_t&& other) noexcept : m_ptr(std::exchange(other.m_ptr, nullptr)) {}
   ~intrusive_pointer_t() { reset(); }
 
@@ -96,8 +98,12 @@ class intrusive_pointer_t {
   }
   explicit operator bool() const { return m_ptr != nullptr; }
 
-  friend bool operator==(const intrusive_pointer_t& a, const intrusive_pointer_t& b) { return a.m_ptr == b.m_ptr; }
-  friend bool operator!=(const intrusive_pointer_t& a, const intrusive_pointer_t& b) { return a.m_ptr != b.m_ptr; }
+  friend bool operator==(const intrusive_pointer_t& a, const intrusive_pointer_t& b) {
+    return a.m_ptr == b.m_ptr;
+  }
+  friend bool operator!=(const intrusive_pointer_t& a, const intrusive_pointer_t& b) {
+    return a.m_ptr != b.m_ptr;
+  }
 
  private:
   void take() {

@@ -12,11 +12,13 @@ template <class T>
 class sptr_t {
  public:
   sptr_t() = default;
-  sptr_t(std::nullptr_t) {}                               // NOLINT: implicit by design
-  sptr_t(T* ptr) : m_ptr(ptr) { take(); }                  // NOLINT: implicit by design
+  sptr_t(std::nullptr_t) {}                // NOLINT: implicit by design
+  sptr_t(T* ptr) : m_ptr(ptr) { take(); }  // NOLINT: implicit by design
   sptr_t(const sptr_t& other) : m_ptr(other.m_ptr) { take(); }
   template <class U>
-  sptr_t(const sptr_t<U>& other) : m_ptr(other.get()) { take(); }  // NOLINT
+  sptr_t(const sptr_t<U>& other) : m_ptr(other.get()) {
+    take();
+  }  // NOLINT
   sptr_t(sptr_t&& other) noexcept : m_ptr(std::exchange(other.m_ptr, nullptr)) {}
   ~sptr_t() { reset(); }
 
@@ -56,7 +58,7 @@ template <class T>
 class smart_pointer_t {
  public:
   smart_pointer_t() = default;
-  smart_pointer_t(std::nullptr_t) {}                   // NOLINT: implicit by design
+  smart_pointer_t(std::nullptr_t) {}  // NOLINT: implicit by design
   explicit smart_pointer_t(T* ptr) : m_ptr(ptr) {}
   template <class U>
   smart_pointer_t(const smart_pointer_t<U>& other) : m_ptr(other.shared()) {}  // NOLINT

@@ -45,6 +45,12 @@ class subscriber_base_t {
   subscriber_base_t& operator=(const subscriber_base_t&) { return *this; }
   virtual ~subscriber_base_t();
 
+ protected:
+  /// Leaves every signal now, waiting for emissions that are calling it on other threads
+  /// to end. A receiver whose signals are emitted on other threads calls this first in its
+  /// destructor, so that no call reaches its half-destroyed derived part.
+  void disconnect_all_signals();
+
  private:
   friend class signal_base_t;
 
@@ -76,7 +82,15 @@ class signal_base_t : public subscriber_base_t {
   /// Drops every connection; the signal stays usable.
   void _erase_all();
   void on_subscriber_destroy(subscriber_base_t* subscriber);
-  bool check_valid_state_after_call(onstack_signal_state_t& state) const;
+  /// After a subscriber's call: false when the signal died inside it, after releasing (and
+  /// for the outermost frame freeing) the mutex. Static, since the signal may be gone.
+  static bool check_valid_state_after_call(onstack_signal_state_t& state) {
+    if (*state.alive_in_force) {
+      return true;  // inline: it runs after every subscriber's call
+    }
+    leave_dead_signal(state);
+    return false;
+  }
   void post_call(onstack_signal_state_t& state) const;
 
   /// Adds each connection of `source` that this signal doesn't hold yet.
@@ -87,6 +101,7 @@ class signal_base_t : public subscriber_base_t {
 
  protected:
   void begin_emission(onstack_signal_state_t& state) const;
+  static void leave_dead_signal(onstack_signal_state_t& state);
 
   using list_t = std::list<connection_t>;
   mutable list_t m_connections;
@@ -109,13 +124,21 @@ class signal_base_t : public subscriber_base_t {
 template <class M>
 struct member_class;
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...)> { using type = B; };
+struct member_class<R (B::*)(P...)> {
+  using type = B;
+};
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...) const> { using type = B; };
+struct member_class<R (B::*)(P...) const> {
+  using type = B;
+};
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...) noexcept> { using type = B; };
+struct member_class<R (B::*)(P...) noexcept> {
+  using type = B;
+};
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...) const noexcept> { using type = B; };
+struct member_class<R (B::*)(P...) const noexcept> {
+  using type = B;
+};
 
 /// Carrier of the static `caster` for one pair of receiver class `T` and member-function
 /// type `M`; `signal_t` derives from the instantiation with dummies.
@@ -185,12 +208,12 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
           continue;
         }
         reinterpret_cast<caster_t>(it->caster)(it->object, it->method, args...);
-        if (!this->check_valid_state_after_call(state)) {
+        if (!signal_base_t::check_valid_state_after_call(state)) {
           return;  // the signal died inside the call
         }
       }
     } catch (...) {
-      if (this->check_valid_state_after_call(state)) {
+      if (signal_base_t::check_valid_state_after_call(state)) {
         this->post_call(state);
       }
       throw;
@@ -210,8 +233,8 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
       connection.subscriber = static_cast<subscriber_base_t*>(object);
     }
     std::memcpy(connection.method, &method, sizeof method);
-    connection.caster = reinterpret_cast<connection_t::generic_caster_t>(
-        &signal_templ<receiver_t, M, A...>::caster);
+    connection.caster =
+        reinterpret_cast<connection_t::generic_caster_t>(&signal_templ<receiver_t, M, A...>::caster);
     return connection;
   }
 };

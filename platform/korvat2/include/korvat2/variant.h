@@ -20,12 +20,12 @@ class variant_t {
   enum kind_t { kind_empty, kind_text, kind_wide_text, kind_int, kind_bool };
 
   variant_t() = default;
-  variant_t(const char* text);                 // NOLINT: implicit by design
-  variant_t(const std::string& text);          // NOLINT
-  variant_t(const zandor2::uchar_t* text);     // NOLINT
-  variant_t(const std::u16string& text);       // NOLINT
-  variant_t(int value);                        // NOLINT
-  variant_t(bool value);                       // NOLINT
+  variant_t(const char* text);              // NOLINT: implicit by design
+  variant_t(const std::string& text);       // NOLINT
+  variant_t(const zandor2::uchar_t* text);  // NOLINT
+  variant_t(const std::u16string& text);    // NOLINT
+  variant_t(int value);                     // NOLINT
+  variant_t(bool value);                    // NOLINT
   variant_t(const variant_t& other);
   variant_t(variant_t&& other) noexcept;
   variant_t& operator=(const variant_t& other);
@@ -62,17 +62,29 @@ class variant_t {
   } m_value{};
 };
 
-template <> bool variant_t::can_get<const char*>() const;
-template <> bool variant_t::can_get<std::string>() const;
-template <> bool variant_t::can_get<const zandor2::uchar_t*>() const;
-template <> bool variant_t::can_get<std::u16string>() const;
-template <> bool variant_t::can_get<int>() const;
-template <> bool variant_t::can_get<bool>() const;
-template <> const char* variant_t::get<const char*>() const;
-template <> std::string variant_t::get<std::string>() const;
-template <> const zandor2::uchar_t* variant_t::get<const zandor2::uchar_t*>() const;
-template <> std::u16string variant_t::get<std::u16string>() const;
-template <> int variant_t::get<int>() const;
-template <> bool variant_t::get<bool>() const;
+template <>
+bool variant_t::can_get<const char*>() const;
+template <>
+bool variant_t::can_get<std::string>() const;
+template <>
+bool variant_t::can_get<const zandor2::uchar_t*>() const;
+template <>
+bool variant_t::can_get<std::u16string>() const;
+template <>
+bool variant_t::can_get<int>() const;
+template <>
+bool variant_t::can_get<bool>() const;
+template <>
+const char* variant_t::get<const char*>() const;
+template <>
+std::string variant_t::get<std::string>() const;
+template <>
+const zandor2::uchar_t* variant_t::get<const zandor2::uchar_t*>() const;
+template <>
+std::u16string variant_t::get<std::u16string>() const;
+template <>
+int variant_t::get<int>() const;
+template <>
+bool variant_t::get<bool>() const;
 
 }  // namespace korvat2

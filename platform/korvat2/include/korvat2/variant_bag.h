@@ -29,13 +29,16 @@ class variant_bag_t {
       }
     }
     /// The current entry; at the end a reported assertion and an empty value.
-    auto& get_value() const { return m_bag->template value_at<T>(m_index); }
+    auto& get_value() const { return (m_bag ? m_bag : &no_bag())->template value_at<T>(m_index); }
     const std::string& get_name() const { return m_name; }
 
    private:
-    void seek(std::size_t from) {
-      m_index = m_bag ? m_bag->template find_from<T>(m_name, from) : 0;
+    // Stands in for the bag of a default iterator, so that it reports like any other at its end.
+    static Bag& no_bag() {
+      static Bag none{};
+      return none;
     }
+    void seek(std::size_t from) { m_index = m_bag ? m_bag->template find_from<T>(m_name, from) : 0; }
 
     Bag* m_bag = nullptr;
     std::string m_name;
@@ -70,9 +73,13 @@ class variant_bag_t {
   variant_t get_variant(const char* name, const variant_t& fallback) const;
 
   template <class T>
-  iterator_t<T> begin_by_name(const char* name) { return iterator_t<T>(this, name ? name : ""); }
+  iterator_t<T> begin_by_name(const char* name) {
+    return iterator_t<T>(this, name ? name : "");
+  }
   template <class T>
-  const_iterator_t<T> begin_by_name(const char* name) const { return const_iterator_t<T>(this, name ? name : ""); }
+  const_iterator_t<T> begin_by_name(const char* name) const {
+    return const_iterator_t<T>(this, name ? name : "");
+  }
 
   /// Removes every entry of `name`, values and bags; returns how many went.
   std::size_t remove(const char* name);
@@ -106,17 +113,29 @@ const variant_t& variant_bag_t::put(const char* name, const T& value) {
   return put<variant_t>(name, variant_t(value));
 }
 
-template <> bool variant_bag_t::has<variant_t>(const char* name) const;
-template <> bool variant_bag_t::has<variant_bag_t>(const char* name) const;
-template <> const variant_t* variant_bag_t::get<variant_t>(const char* name) const;
-template <> const variant_bag_t* variant_bag_t::get<variant_bag_t>(const char* name) const;
-template <> variant_t* variant_bag_t::get<variant_t>(const char* name);
-template <> variant_bag_t* variant_bag_t::get<variant_bag_t>(const char* name);
-template <> std::size_t variant_bag_t::find_from<variant_t>(const std::string&, std::size_t) const;
-template <> std::size_t variant_bag_t::find_from<variant_bag_t>(const std::string&, std::size_t) const;
-template <> variant_t& variant_bag_t::value_at<variant_t>(std::size_t);
-template <> variant_bag_t& variant_bag_t::value_at<variant_bag_t>(std::size_t);
-template <> const variant_t& variant_bag_t::value_at<variant_t>(std::size_t) const;
-template <> const variant_bag_t& variant_bag_t::value_at<variant_bag_t>(std::size_t) const;
+template <>
+bool variant_bag_t::has<variant_t>(const char* name) const;
+template <>
+bool variant_bag_t::has<variant_bag_t>(const char* name) const;
+template <>
+const variant_t* variant_bag_t::get<variant_t>(const char* name) const;
+template <>
+const variant_bag_t* variant_bag_t::get<variant_bag_t>(const char* name) const;
+template <>
+variant_t* variant_bag_t::get<variant_t>(const char* name);
+template <>
+variant_bag_t* variant_bag_t::get<variant_bag_t>(const char* name);
+template <>
+std::size_t variant_bag_t::find_from<variant_t>(const std::string&, std::size_t) const;
+template <>
+std::size_t variant_bag_t::find_from<variant_bag_t>(const std::string&, std::size_t) const;
+template <>
+variant_t& variant_bag_t::value_at<variant_t>(std::size_t);
+template <>
+variant_bag_t& variant_bag_t::value_at<variant_bag_t>(std::size_t);
+template <>
+const variant_t& variant_bag_t::value_at<variant_t>(std::size_t) const;
+template <>
+const variant_bag_t& variant_bag_t::value_at<variant_bag_t>(std::size_t) const;
 
 }  // namespace korvat2

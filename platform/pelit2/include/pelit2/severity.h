@@ -10,7 +10,7 @@ enum ESeverity : unsigned {
   severity_warning = 2,
   severity_error = 4,
   severity_critical = 8,
-  severity_debug = 16,     ///< shown only where debug lines were asked for
+  severity_debug = 16,  ///< shown only where debug lines were asked for
 };
 
 constexpr ESeverity operator|(ESeverity a, ESeverity b) {

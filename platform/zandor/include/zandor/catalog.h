@@ -48,8 +48,7 @@ class catalog_t {
   /// naming the line in `error` when the text is malformed; `messages` is then untouched.
   static bool parse_po(const std::string& po_text, messages_t& messages, std::string& error);
   /// Reads a PO file into a new catalog; null with `error` set when it can't be read.
-  static std::shared_ptr<const catalog_t> load_po_file(const std::string& name,
-                                                       const std::string& language,
+  static std::shared_ptr<const catalog_t> load_po_file(const std::string& name, const std::string& language,
                                                        const std::string& path, std::string& error);
 
  private:

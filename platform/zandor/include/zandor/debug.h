@@ -16,20 +16,20 @@ namespace _private {
 /// The assertion report: logs the failed condition through the library's logger at error
 /// level, then calls the installed handler, and returns. It never aborts: the code behind
 /// an assertion goes on and copes.
-void ____________________ASSERT____________________(const char* expression, const char* file,
-                                                    unsigned line, const char* function);
+void ____________________ASSERT____________________(const char* expression, const char* file, unsigned line,
+                                                    const char* function);
 }  // namespace _private
 
 }  // namespace ZANDOR_2_16::debug
 
 /// Reports `expr` as written when it is false, and goes on.
-#define ZANDOR_ASSERT(expr)                                                                       \
-  ((expr) ? static_cast<void>(0)                                                                  \
-          : ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________(       \
+#define ZANDOR_ASSERT(expr)                                                                 \
+  ((expr) ? static_cast<void>(0)                                                            \
+          : ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________( \
                 #expr, __FILE__, __LINE__, __PRETTY_FUNCTION__))
 
 /// Reports `("msg", cond)` when `cond` is false: the message travels in the report's text.
-#define ZANDOR_ASSERT_MSG(msg, cond)                                                              \
-  ((cond) ? static_cast<void>(0)                                                                  \
-          : ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________(       \
+#define ZANDOR_ASSERT_MSG(msg, cond)                                                        \
+  ((cond) ? static_cast<void>(0)                                                            \
+          : ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________( \
                 "(" #msg ", " #cond ")", __FILE__, __LINE__, __PRETTY_FUNCTION__))

@@ -22,7 +22,6 @@ enum split_flags_t : int {
 
 /// The pieces of `text` between separators; every character of `separators` separates.
 /// An empty text gives no piece.
-std::vector<std::string> split_string(const std::string& text, const std::string& separators,
-                                      int flags);
+std::vector<std::string> split_string(const std::string& text, const std::string& separators, int flags);
 
 }  // namespace ZANDOR_2_16::strings

@@ -13,9 +13,9 @@ struct nil_t {
 class variant {
  public:
   variant() = default;
-  variant(nil_t) {}                                 // NOLINT: implicit by design
+  variant(nil_t) {}                                                      // NOLINT: implicit by design
   variant(const char* text) : m_value(std::string(text ? text : "")) {}  // NOLINT
-  variant(std::string text) : m_value(std::move(text)) {}               // NOLINT
+  variant(std::string text) : m_value(std::move(text)) {}                // NOLINT
   variant(int value) : m_value(value) {}                                 // NOLINT
   variant(long value) : m_value(value) {}                                // NOLINT
 

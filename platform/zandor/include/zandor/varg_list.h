@@ -11,8 +11,7 @@ namespace ZANDOR_2_16::generic {
 class argument {
  public:
   argument() = default;
-  argument(std::string name, types::variant value)
-      : m_name(std::move(name)), m_value(std::move(value)) {}
+  argument(std::string name, types::variant value) : m_name(std::move(name)), m_value(std::move(value)) {}
 
   const std::string& name() const { return m_name; }
   const types::variant& value() const { return m_value; }

@@ -67,7 +67,8 @@ TEST(intrusive_pointer_test, assignment_takes_the_new_object_and_releases_the_ol
   pointer = new counted_t(&deaths_b);
   EXPECT_EQ(deaths_a, 1);
   EXPECT_EQ(deaths_b, 0);
-  pointer = pointer;  // self-assignment keeps the object
+  intrusive_pointer_t<counted_t>& same = pointer;
+  pointer = same;  // assignment of the held object keeps it
   EXPECT_EQ(deaths_b, 0);
   pointer.reset();
   EXPECT_EQ(deaths_b, 1);

@@ -1,6 +1,6 @@
 #pragma once
 // Small fixtures shared by the korvat2 tests: a private temporary folder, a scoped
-// environment variable and whole-file reads and writes.
+// environment variable and working directory, and whole-file reads and writes.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -74,6 +74,26 @@ class scoped_env_t {
 
   std::string m_name;
   std::optional<std::string> m_old;
+};
+
+// Restores the working directory on leaving.
+class scoped_cwd_t {
+ public:
+  explicit scoped_cwd_t(const std::string& dir) {
+    std::error_code ignored;
+    m_old = std::filesystem::current_path(ignored).string();
+    EXPECT_EQ(::chdir(dir.c_str()), 0);
+  }
+  ~scoped_cwd_t() {
+    if (!m_old.empty()) {
+      EXPECT_EQ(::chdir(m_old.c_str()), 0);
+    }
+  }
+  scoped_cwd_t(const scoped_cwd_t&) = delete;
+  scoped_cwd_t& operator=(const scoped_cwd_t&) = delete;
+
+ private:
+  std::string m_old;
 };
 
 inline std::string read_bytes(const std::string& path) {

@@ -244,6 +244,27 @@ TEST(signal_test, dead_subscriber_leaves_the_signal) {
   EXPECT_TRUE(log.empty());
 }
 
+TEST(signal_test, receiver_can_leave_all_its_signals_before_it_dies) {
+  struct leaving_receiver_t : receiver_t {
+    using receiver_t::receiver_t;
+    void leave() { disconnect_all_signals(); }
+  };
+  call_log_t log;
+  leaving_receiver_t a(log, "a");
+  signal_t<int> first, second;
+  first.connect(&a, &receiver_t::on_value);
+  second.connect(&a, &receiver_t::on_other);
+  a.leave();
+  EXPECT_EQ(first.connection_count(), 0u);
+  EXPECT_EQ(second.connection_count(), 0u);
+  first(1);
+  second(2);
+  EXPECT_TRUE(log.empty());
+  first.connect(&a, &receiver_t::on_value);  // and may join again
+  first(3);
+  EXPECT_EQ(log, call_log_t{"a:3"});
+}
+
 TEST(signal_test, dead_signal_leaves_its_subscribers) {
   call_log_t log;
   receiver_t a(log, "a");

@@ -250,6 +250,15 @@ TEST(variant_bag_test, value_of_an_iterator_at_its_end_is_reported_and_empty) {
   }
 }
 
+TEST(variant_bag_test, value_of_a_default_iterator_is_reported_and_empty) {
+  assert_recorder_t asserts;
+  const variant_bag_t::iterator_t<variant_bag_t> bags;
+  const variant_bag_t::const_iterator_t<variant_t> values;
+  EXPECT_TRUE(bags.get_value().empty());
+  EXPECT_TRUE(values.get_value().is_empty());
+  EXPECT_EQ(asserts.count(), 2u);
+}
+
 TEST(variant_bag_test, copy_is_deep) {
   variant_bag_t original;
   original.put("v", 1);

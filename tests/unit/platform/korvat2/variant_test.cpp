@@ -19,18 +19,17 @@ using test_support::assert_recorder_t;
 using texts_t = std::vector<std::string>;
 
 // "Grüße, €" and a character outside the basic plane (U+1F600), in both encodings.
-const char* const utf8_text = "Gr\xC3\xBC\xC3\x9F" "e, \xE2\x82\xAC \xF0\x9F\x98\x80";
+const char* const utf8_text =
+    "Gr\xC3\xBC\xC3\x9F"
+    "e, \xE2\x82\xAC \xF0\x9F\x98\x80";
 const std::u16string utf16_text = u"Gr\u00FC\u00DFe, \u20AC \U0001F600";
 
 // Whether each readable kind is reported as such, in the order narrow text, string,
 // wide text, u16string, int, bool.
 std::vector<bool> readable_as(const variant_t& value) {
-  return {value.can_get<const char*>(),
-          value.can_get<std::string>(),
-          value.can_get<const zandor2::uchar_t*>(),
-          value.can_get<std::u16string>(),
-          value.can_get<int>(),
-          value.can_get<bool>()};
+  return {
+      value.can_get<const char*>(),    value.can_get<std::string>(), value.can_get<const zandor2::uchar_t*>(),
+      value.can_get<std::u16string>(), value.can_get<int>(),         value.can_get<bool>()};
 }
 
 const std::vector<bool> text_only{true, true, true, true, false, false};
@@ -97,9 +96,13 @@ TEST(variant_test, non_ascii_wide_text_reads_as_utf8_and_back) {
 }
 
 TEST(variant_test, malformed_utf8_reads_as_replacement_character) {
-  const variant_t value("a\xFF" "b");
+  const variant_t value(
+      "a\xFF"
+      "b");
   EXPECT_EQ(value.get<std::u16string>(), u"a\uFFFDb");
-  EXPECT_EQ(value.get<std::string>(), "a\xFF" "b");  // the narrow form stays as given
+  EXPECT_EQ(value.get<std::string>(),
+            "a\xFF"
+            "b");  // the narrow form stays as given
 }
 
 TEST(variant_test, null_texts_give_empty_text) {
@@ -186,10 +189,13 @@ TEST(variant_test, copies_on_other_threads_share_the_payload_while_the_first_liv
   const variant_t original("threaded text");
   const char* const payload = original.get<const char*>();
   std::atomic<int> mismatches{0};
+  constexpr int thread_count = 4;
   std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t) {
+  threads.reserve(thread_count);
+  for (int t = 0; t < thread_count; ++t) {
     threads.emplace_back([&] {
       for (int i = 0; i < 2000; ++i) {
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is the test
         variant_t copy(original);
         variant_t second;
         second = copy;

@@ -46,7 +46,7 @@ class report_keeper_t {
 
 void report(const char* expression) {
   debug::_private::____________________ASSERT____________________(expression, "some_file.cpp", 42,
-                                                                   "void some_function(int)");
+                                                                  "void some_function(int)");
 }
 
 std::vector<test_support::log_line_t> error_lines(const log_capture_t& capture) {
@@ -83,8 +83,9 @@ TEST(debug_test, report_is_logged_at_error_level_through_the_library_logger) {
 TEST(debug_test, report_logs_before_it_calls_the_handler) {
   log_capture_t capture;
   std::size_t lines_seen_by_handler = 99;
-  const auto previous = debug::set_assert_handler(
-      [&](const char*, const char*, unsigned, const char*) { lines_seen_by_handler = error_lines(capture).size(); });
+  const auto previous = debug::set_assert_handler([&](const char*, const char*, unsigned, const char*) {
+    lines_seen_by_handler = error_lines(capture).size();
+  });
   report("first");
   debug::set_assert_handler(previous);
   EXPECT_EQ(lines_seen_by_handler, 1u);
@@ -93,10 +94,10 @@ TEST(debug_test, report_logs_before_it_calls_the_handler) {
 TEST(debug_test, set_assert_handler_returns_the_previous_handler) {
   int first_calls = 0;
   int second_calls = 0;
-  const auto original = debug::set_assert_handler(
-      [&](const char*, const char*, unsigned, const char*) { ++first_calls; });
-  auto returned = debug::set_assert_handler(
-      [&](const char*, const char*, unsigned, const char*) { ++second_calls; });
+  const auto original =
+      debug::set_assert_handler([&](const char*, const char*, unsigned, const char*) { ++first_calls; });
+  auto returned =
+      debug::set_assert_handler([&](const char*, const char*, unsigned, const char*) { ++second_calls; });
   ASSERT_TRUE(static_cast<bool>(returned));
   returned("given back", "f.cpp", 1, "f()");  // it is the first handler
   EXPECT_EQ(first_calls, 1);
@@ -112,8 +113,8 @@ TEST(debug_test, set_assert_handler_returns_the_previous_handler) {
 
 TEST(debug_test, empty_handler_restores_the_log_only_default) {
   int calls = 0;
-  const auto original = debug::set_assert_handler(
-      [&](const char*, const char*, unsigned, const char*) { ++calls; });
+  const auto original =
+      debug::set_assert_handler([&](const char*, const char*, unsigned, const char*) { ++calls; });
   const auto mine = debug::set_assert_handler(debug::assert_handler_t());
   EXPECT_TRUE(static_cast<bool>(mine));
   {
@@ -185,8 +186,7 @@ TEST(debug_test, assert_macros_are_expressions) {
   const bool ok = (ZANDOR_ASSERT(x == 1), true);
   EXPECT_TRUE(ok);
   x == 0 ? ZANDOR_ASSERT_MSG("in a conditional", x == 1) : static_cast<void>(0);
-  EXPECT_EQ(asserts.texts(),
-            (std::vector<std::string>{"x == 1", "(\"in a conditional\", x == 1)"}));
+  EXPECT_EQ(asserts.texts(), (std::vector<std::string>{"x == 1", "(\"in a conditional\", x == 1)"}));
 }
 
 TEST(debug_test, handler_may_replace_itself_while_it_runs) {
@@ -207,8 +207,8 @@ TEST(debug_test, handler_may_replace_itself_while_it_runs) {
 
 TEST(debug_test, handler_may_report_again) {
   std::vector<std::string> seen;
-  const auto previous = debug::set_assert_handler(
-      [&](const char* expression, const char*, unsigned, const char*) {
+  const auto previous =
+      debug::set_assert_handler([&](const char* expression, const char*, unsigned, const char*) {
         seen.emplace_back(expression);
         if (seen.size() == 1) {
           report("nested");

@@ -51,8 +51,7 @@ TEST(po_reader_test, empty_text_gives_no_message) {
 }
 
 TEST(po_reader_test, header_entry_is_left_out_and_its_fuzzy_flag_stays_with_it) {
-  EXPECT_EQ(parse(std::string(header) + "msgid \"key\"\nmsgstr \"text\"\n"),
-            (messages_t{{"key", "text"}}));
+  EXPECT_EQ(parse(std::string(header) + "msgid \"key\"\nmsgstr \"text\"\n"), (messages_t{{"key", "text"}}));
 }
 
 TEST(po_reader_test, header_without_fuzzy_flag_is_left_out_too) {
@@ -76,7 +75,8 @@ TEST(po_reader_test, escapes) {
       "msgid \"k\"\n"
       "msgstr \"n\\n t\\t q\\\" b\\\\ o\\101\\60\\0067 r\\r a\\a\"\n");
   ASSERT_EQ(messages.size(), 1u);
-  EXPECT_EQ(messages.at("k"), std::string("n\n t\t q\" b\\ oA0\x06" "7 r\r a\a"));
+  EXPECT_EQ(messages.at("k"), std::string("n\n t\t q\" b\\ oA0\x06"
+                                          "7 r\r a\a"));
 }
 
 TEST(po_reader_test, octal_escape_takes_at_most_three_digits) {
@@ -116,8 +116,7 @@ TEST(po_reader_test, fuzzy_flag_right_after_an_entry_belongs_to_the_next_one) {
 }
 
 TEST(po_reader_test, untranslated_entries_are_left_out) {
-  EXPECT_EQ(parse("msgid \"a\"\nmsgstr \"\"\n\nmsgid \"b\"\nmsgstr \"B\"\n"),
-            (messages_t{{"b", "B"}}));
+  EXPECT_EQ(parse("msgid \"a\"\nmsgstr \"\"\n\nmsgid \"b\"\nmsgstr \"B\"\n"), (messages_t{{"b", "B"}}));
 }
 
 TEST(po_reader_test, context_makes_a_key_of_its_own) {
@@ -139,8 +138,8 @@ TEST(po_reader_test, context_after_a_plain_entry_starts_a_new_entry) {
       "msgctxt \"button\"\n"
       "msgid \"Open\"\n"
       "msgstr \"Auf\"\n");
-  EXPECT_EQ(messages, (messages_t{{"Open", "Öffnen"},
-                                  {std::string("button") + context_separator + "Open", "Auf"}}));
+  EXPECT_EQ(messages,
+            (messages_t{{"Open", "Öffnen"}, {std::string("button") + context_separator + "Open", "Auf"}}));
 }
 
 TEST(po_reader_test, fuzzy_entry_with_context_is_left_out) {
@@ -148,14 +147,13 @@ TEST(po_reader_test, fuzzy_entry_with_context_is_left_out) {
 }
 
 TEST(po_reader_test, plural_entry_keeps_the_first_form) {
-  EXPECT_EQ(parse(std::string(header) +
-                  "msgid \"{n} file\"\n"
-                  "msgid_plural \"{n} files\"\n"
-                  "msgstr[0] \"{n} Datei\"\n"
-                  "msgstr[1] \"{n} Dateien\"\n"
-                  "\n"
-                  "msgid \"next\"\n"
-                  "msgstr \"nächste\"\n"),
+  EXPECT_EQ(parse(std::string(header) + "msgid \"{n} file\"\n"
+                                        "msgid_plural \"{n} files\"\n"
+                                        "msgstr[0] \"{n} Datei\"\n"
+                                        "msgstr[1] \"{n} Dateien\"\n"
+                                        "\n"
+                                        "msgid \"next\"\n"
+                                        "msgstr \"nächste\"\n"),
             (messages_t{{"{n} file", "{n} Datei"}, {"next", "nächste"}}));
 }
 

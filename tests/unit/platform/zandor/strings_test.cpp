@@ -52,11 +52,14 @@ TEST(strings_test, to_upper_leaves_upper_case_digits_and_symbols_alone) {
 }
 
 TEST(strings_test, to_upper_keeps_malformed_bytes_as_they_were) {
-  EXPECT_EQ(upper("a\xFF" "b"), "A\xFF" "B");
+  EXPECT_EQ(upper("a\xFF"
+                  "b"),
+            "A\xFF"
+            "B");
   EXPECT_EQ(upper("\x80x"), "\x80X");
-  EXPECT_EQ(upper("ä\xC3"), "Ä\xC3");             // truncated sequence at the end
-  EXPECT_EQ(upper("\xC3(z"), "\xC3(Z");             // lead byte without continuation
-  EXPECT_EQ(upper("\xC0\x80q"), "\xC0\x80Q");       // overlong encoding
+  EXPECT_EQ(upper("ä\xC3"), "Ä\xC3");                  // truncated sequence at the end
+  EXPECT_EQ(upper("\xC3(z"), "\xC3(Z");                // lead byte without continuation
+  EXPECT_EQ(upper("\xC0\x80q"), "\xC0\x80Q");          // overlong encoding
   EXPECT_EQ(upper("\xED\xA0\x80s"), "\xED\xA0\x80S");  // encoded surrogate
 }
 
@@ -171,7 +174,10 @@ TEST(strings_test, ustring8_length_counts_code_points) {
 }
 
 TEST(strings_test, ustring8_length_counts_a_malformed_byte_as_one) {
-  EXPECT_EQ(ustring8("a\xFF" "b").length(), 3u);
+  EXPECT_EQ(ustring8("a\xFF"
+                     "b")
+                .length(),
+            3u);
   EXPECT_EQ(ustring8("\xE2\x82").length(), 2u);  // truncated three-byte sequence
   EXPECT_EQ(ustring8("\x80\x80\x80").length(), 3u);
 }
@@ -213,12 +219,13 @@ TEST(strings_test, utf16_of_empty_text) {
 }
 
 TEST(strings_test, to_utf16_turns_malformed_bytes_into_replacement_characters) {
-  EXPECT_EQ(to_utf16("a\xFF" "b"), (std::u16string{u'a', char16_t(0xFFFD), u'b'}));
+  EXPECT_EQ(to_utf16("a\xFF"
+                     "b"),
+            (std::u16string{u'a', char16_t(0xFFFD), u'b'}));
   EXPECT_EQ(to_utf16("\xC3"), (std::u16string{char16_t(0xFFFD)}));
   EXPECT_EQ(to_utf16("\xE2\x82z"), (std::u16string{char16_t(0xFFFD), char16_t(0xFFFD), u'z'}));
   EXPECT_EQ(to_utf16("\xC0\xAF"), (std::u16string{char16_t(0xFFFD), char16_t(0xFFFD)}));
-  EXPECT_EQ(to_utf16("\xED\xA0\x80"),
-            (std::u16string{char16_t(0xFFFD), char16_t(0xFFFD), char16_t(0xFFFD)}));
+  EXPECT_EQ(to_utf16("\xED\xA0\x80"), (std::u16string{char16_t(0xFFFD), char16_t(0xFFFD), char16_t(0xFFFD)}));
   EXPECT_EQ(to_utf16("\xF4\x90\x80\x80").front(), char16_t(0xFFFD));  // beyond U+10FFFF
 }
 

@@ -12,11 +12,11 @@
 
 namespace {
 
+using test_support::assert_recorder_t;
 using ZANDOR_2_16::generic::argument;
 using ZANDOR_2_16::generic::varg_list;
 using ZANDOR_2_16::types::nil_t;
 using ZANDOR_2_16::types::variant;
-using test_support::assert_recorder_t;
 
 const char* const full_text = "m_count < capacity";
 const char* const nil_text = "!arg.is_nil()";
