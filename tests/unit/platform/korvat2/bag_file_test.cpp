@@ -1,7 +1,7 @@
 #include <korvat2/bag_file.h>
 #include <korvat2/path.h>
 
-#include "korvat2_test_helpers.h"
+#include "fixtures.h"
 
 #include <gtest/gtest.h>
 
@@ -25,10 +25,10 @@ using korvat2::variant_bag_t;
 using korvat2::variant_t;
 using korvat2::_internal::save_step_t;
 using korvat2::_internal::set_save_step_hook;
-using korvat2_test::read_bytes;
-using korvat2_test::scoped_cwd_t;
-using korvat2_test::temp_dir_t;
-using korvat2_test::write_bytes;
+using test_support::read_bytes;
+using test_support::scoped_cwd_t;
+using test_support::temp_dir_t;
+using test_support::write_bytes;
 using names_t = std::set<std::string>;
 
 const char* const utf8_text =
@@ -527,7 +527,7 @@ TEST(bag_file_test, save_over_an_existing_file_keeps_its_permission_bits) {
     save_ok(small_bag(1), path);
     ASSERT_EQ(::chmod(path.c_str(), mode), 0);
     save_ok(small_bag(2), path);
-    EXPECT_EQ(korvat2_test::mode_of(path), static_cast<int>(mode)) << std::oct << mode;
+    EXPECT_EQ(test_support::mode_of(path), static_cast<int>(mode)) << std::oct << mode;
   }
 }
 
@@ -538,8 +538,8 @@ TEST(bag_file_test, new_file_gets_the_mode_allowed_by_the_umask) {
   ::umask(022);
   save_ok(small_bag(1), dir.file("default.xml"));
   ::umask(old_mask);
-  EXPECT_EQ(korvat2_test::mode_of(dir.file("masked.xml")), 0640);
-  EXPECT_EQ(korvat2_test::mode_of(dir.file("default.xml")), 0644);
+  EXPECT_EQ(test_support::mode_of(dir.file("masked.xml")), 0640);
+  EXPECT_EQ(test_support::mode_of(dir.file("default.xml")), 0644);
 }
 
 TEST(bag_file_test, saves_leave_no_temporary_file_behind) {

@@ -1,7 +1,7 @@
 #include <korvat2/error.h>
 
 #include "assert_recorder.h"
-#include "korvat2_test_helpers.h"
+#include "fixtures.h"
 #include "log_capture.h"
 
 #include <gtest/gtest.h>
@@ -13,10 +13,10 @@
 namespace {
 
 using korvat2::error_code_t;
-using korvat2_test::scoped_env_t;
 using test_support::assert_recorder_t;
 using test_support::log_capture_t;
 using test_support::log_line_t;
+using test_support::scoped_env_t;
 
 namespace error = korvat2::error;
 

@@ -1,6 +1,6 @@
 #include <korvat2/path.h>
 
-#include "korvat2_test_helpers.h"
+#include "fixtures.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@
 namespace {
 
 using korvat2::path_t;
-using korvat2_test::temp_dir_t;
+using test_support::temp_dir_t;
 
 std::string text_of(const path_t& path) { return path.as_string(false); }
 
@@ -255,7 +255,7 @@ TEST(path_test, normalize_twice_changes_nothing_more) {
 TEST(path_test, exists_and_is_directory_look_at_the_file_system) {
   temp_dir_t dir;
   const std::string file = dir.file("file.txt");
-  korvat2_test::write_bytes(file, "x");
+  test_support::write_bytes(file, "x");
   const std::string missing = dir.file("missing");
 
   EXPECT_TRUE(path_t::exists(dir.path()));

@@ -1,6 +1,6 @@
 #include <korvat2/system.h>
 
-#include "korvat2_test_helpers.h"
+#include "fixtures.h"
 
 #include <gtest/gtest.h>
 
@@ -17,9 +17,9 @@ namespace {
 
 using korvat2::error_code_t;
 using korvat2::path_t;
-using korvat2_test::scoped_cwd_t;
-using korvat2_test::scoped_env_t;
-using korvat2_test::temp_dir_t;
+using test_support::scoped_cwd_t;
+using test_support::scoped_env_t;
+using test_support::temp_dir_t;
 namespace error = korvat2::error;
 namespace stdpaths = korvat2::stdpaths;
 
@@ -57,7 +57,7 @@ TEST(system_test, get_environ_value_follows_changes) {
 
 TEST(system_test, remove_file_deletes_an_existing_file) {
   temp_dir_t dir;
-  korvat2_test::write_bytes(dir.file("doomed.txt"), "bye");
+  test_support::write_bytes(dir.file("doomed.txt"), "bye");
   const error_code_t result = korvat2::remove_file(path_t(dir.file("doomed.txt")));
   EXPECT_EQ(result, error_code_t(error::Success));
   EXPECT_FALSE(path_t::exists(dir.file("doomed.txt")));
@@ -80,9 +80,9 @@ TEST(system_test, remove_file_of_the_empty_path_is_an_invalid_parameter) {
 
 TEST(system_test, remove_file_that_cannot_be_removed_is_a_write_error) {
   temp_dir_t dir;
-  korvat2_test::write_bytes(dir.file("kept.txt"), "x");
+  test_support::write_bytes(dir.file("kept.txt"), "x");
   ASSERT_EQ(::mkdir(dir.file("full").c_str(), 0755), 0);
-  korvat2_test::write_bytes(dir.file("full/inside.txt"), "x");
+  test_support::write_bytes(dir.file("full/inside.txt"), "x");
   EXPECT_EQ(korvat2::remove_file(path_t(dir.file("full"))), error_code_t(error::FileWrite));
   EXPECT_EQ(korvat2::remove_file(path_t(dir.file("kept.txt/child"))), error_code_t(error::FileWrite));
   EXPECT_TRUE(path_t::exists(dir.file("full/inside.txt")));
@@ -99,7 +99,7 @@ TEST(system_test, temp_dir_is_tmpdir_when_it_names_a_directory) {
 
 TEST(system_test, temp_dir_is_tmp_without_a_usable_tmpdir) {
   temp_dir_t dir;
-  korvat2_test::write_bytes(dir.file("plain_file"), "x");
+  test_support::write_bytes(dir.file("plain_file"), "x");
   for (const std::optional<std::string>& value :
        {unset, std::optional<std::string>(""), std::optional<std::string>(dir.file("missing")),
         std::optional<std::string>(dir.file("plain_file"))}) {

@@ -50,39 +50,38 @@ class own_progressed_t : public recording_progress_t {
   std::vector<int> m_own;
 };
 
-TEST(progress_test, progressed_forwards_the_steps_as_a_double) {
-  recording_progress_t progress;
-  IProgress& base = progress;
-  base.progressed(3);
-  EXPECT_EQ(progress.m_steps, std::vector<double>{3.0});
+// A recorder and the interface through which each test drives it.
+class progress_test : public ::testing::Test {
+ protected:
+  recording_progress_t m_progress;
+  IProgress& m_base = m_progress;
+};
+
+TEST_F(progress_test, progressed_forwards_the_steps_as_a_double) {
+  m_base.progressed(3);
+  EXPECT_EQ(m_progress.m_steps, std::vector<double>{3.0});
 }
 
-TEST(progress_test, progressed_forwards_every_call_in_order) {
-  recording_progress_t progress;
-  IProgress& base = progress;
-  base.progressed(1);
-  base.progressed(0);
-  base.progressed(-2);
-  base.progressed(10);
-  EXPECT_EQ(progress.m_steps, (std::vector<double>{1.0, 0.0, -2.0, 10.0}));
+TEST_F(progress_test, progressed_forwards_every_call_in_order) {
+  m_base.progressed(1);
+  m_base.progressed(0);
+  m_base.progressed(-2);
+  m_base.progressed(10);
+  EXPECT_EQ(m_progress.m_steps, (std::vector<double>{1.0, 0.0, -2.0, 10.0}));
 }
 
-TEST(progress_test, progressed_keeps_extreme_values_exact) {
-  recording_progress_t progress;
-  IProgress& base = progress;
-  base.progressed(INT_MAX);
-  base.progressed(INT_MIN);
-  EXPECT_EQ(progress.m_steps, (std::vector<double>{2147483647.0, -2147483648.0}));
+TEST_F(progress_test, progressed_keeps_extreme_values_exact) {
+  m_base.progressed(INT_MAX);
+  m_base.progressed(INT_MIN);
+  EXPECT_EQ(m_progress.m_steps, (std::vector<double>{2147483647.0, -2147483648.0}));
 }
 
-TEST(progress_test, internal_progressed_takes_fractions) {
-  recording_progress_t progress;
-  IProgress& base = progress;
-  base.internalProgressed(0.25);
-  EXPECT_EQ(progress.m_steps, std::vector<double>{0.25});
+TEST_F(progress_test, internal_progressed_takes_fractions) {
+  m_base.internalProgressed(0.25);
+  EXPECT_EQ(m_progress.m_steps, std::vector<double>{0.25});
 }
 
-TEST(progress_test, progressed_is_virtual) {
+TEST_F(progress_test, progressed_is_virtual) {
   own_progressed_t progress;
   IProgress& base = progress;
   base.progressed(4);
@@ -90,24 +89,22 @@ TEST(progress_test, progressed_is_virtual) {
   EXPECT_TRUE(progress.m_steps.empty());
 }
 
-TEST(progress_test, run_through_the_interface) {
-  recording_progress_t progress;
-  IProgress& base = progress;
-  base.start("Analysing", 800.0);
-  EXPECT_EQ(progress.m_title, "Analysing");
-  EXPECT_EQ(base.getTotalSteps(), 800.0);
-  base.message("file 1 of 2");
-  base.progressed(400);
-  EXPECT_FALSE(base.isCanceled());
-  base.cancel();
-  EXPECT_TRUE(base.isCanceled());
-  base.finish();
-  EXPECT_TRUE(progress.m_finished);
-  EXPECT_EQ(progress.m_messages, std::vector<std::string>{"file 1 of 2"});
-  EXPECT_EQ(progress.m_steps, std::vector<double>{400.0});
+TEST_F(progress_test, run_through_the_interface) {
+  m_base.start("Analysing", 800.0);
+  EXPECT_EQ(m_progress.m_title, "Analysing");
+  EXPECT_EQ(m_base.getTotalSteps(), 800.0);
+  m_base.message("file 1 of 2");
+  m_base.progressed(400);
+  EXPECT_FALSE(m_base.isCanceled());
+  m_base.cancel();
+  EXPECT_TRUE(m_base.isCanceled());
+  m_base.finish();
+  EXPECT_TRUE(m_progress.m_finished);
+  EXPECT_EQ(m_progress.m_messages, std::vector<std::string>{"file 1 of 2"});
+  EXPECT_EQ(m_progress.m_steps, std::vector<double>{400.0});
 }
 
-TEST(progress_test, deleting_through_the_interface_destroys_the_object) {
+TEST_F(progress_test, deleting_through_the_interface_destroys_the_object) {
   bool destroyed = false;
   std::unique_ptr<IProgress> progress(new recording_progress_t(&destroyed));
   progress.reset();

@@ -1,18 +1,15 @@
 #include <quern2/catalog_registry.h>
 #include <quern2/product_locations.h>
 
+#include "fixtures.h"
 #include "log_capture.h"
 
 #include <gtest/gtest.h>
 
 #include <log4cplus/loglevel.h>
 
-#include <stdlib.h>
-
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -25,35 +22,11 @@ using quern2::IProductLocations;
 using quern2::preferredLanguages;
 using quern2::registerMessageCatalog;
 using quern2::reloadMessageCatalogs;
+using test_support::scoped_env_t;
+using test_support::temp_dir_t;
+using test_support::write_bytes;
 using ZANDOR_2_16::i18n::catalog_t;
 using languages_t = std::vector<std::string>;
-
-// Sets or unsets an environment variable and puts the old value back.
-class scoped_env_t {
- public:
-  explicit scoped_env_t(std::string name) : m_name(std::move(name)) {
-    if (const char* value = ::getenv(m_name.c_str())) {
-      m_old = std::string(value);
-    }
-  }
-  ~scoped_env_t() { restore(); }
-  scoped_env_t(const scoped_env_t&) = delete;
-  scoped_env_t& operator=(const scoped_env_t&) = delete;
-
-  void set(const std::string& value) { ::setenv(m_name.c_str(), value.c_str(), 1); }
-  void unset() { ::unsetenv(m_name.c_str()); }
-  void restore() {
-    if (m_old) {
-      ::setenv(m_name.c_str(), m_old->c_str(), 1);
-    } else {
-      ::unsetenv(m_name.c_str());
-    }
-  }
-
- private:
-  std::string m_name;
-  std::optional<std::string> m_old;
-};
 
 std::string po_entry(const std::string& key, const std::string& text) {
   return "msgid \"" + key + "\"\nmsgstr \"" + text + "\"\n\n";
@@ -63,10 +36,7 @@ std::string po_entry(const std::string& key, const std::string& text) {
 class catalog_registry_test : public ::testing::Test {
  protected:
   void SetUp() override {
-    char pattern[] = "/tmp/quern2_catalog_test_XXXXXX";
-    const char* made = ::mkdtemp(pattern);
-    ASSERT_NE(made, nullptr);
-    m_root = made;
+    ASSERT_FALSE(m_root.empty());
     m_resource_dir.set(m_root);
     m_language.unset();
     m_lc_all.unset();
@@ -82,20 +52,19 @@ class catalog_registry_test : public ::testing::Test {
     }
     IProductLocations::set(nullptr);
     reloadMessageCatalogs();
-    std::error_code ignored;
-    fs::remove_all(m_root, ignored);
   }
 
   std::string write_catalog(const std::string& name, const std::string& language,
                             const std::string& content) {
     const fs::path folder = fs::path(m_root) / "catalogs" / name;
     fs::create_directories(folder);
-    const fs::path file = folder / (language + ".po");
-    std::ofstream(file, std::ios::binary) << content;
-    return file.string();
+    const std::string file = (folder / (language + ".po")).string();
+    write_bytes(file, content);
+    return file;
   }
 
-  std::string m_root;
+  temp_dir_t m_dir;
+  const std::string m_root = m_dir.path();
   scoped_env_t m_resource_dir{"TAMSEL3_RESOURCE_DIR"};
   scoped_env_t m_language{"LANGUAGE"};
   scoped_env_t m_lc_all{"LC_ALL"};
@@ -378,7 +347,7 @@ TEST_F(catalog_registry_test, catalogs_come_from_the_resource_folder_of_the_host
   write_catalog("t_host", "en", po_entry("key", "default folder"));
   const fs::path host_root = fs::path(m_root) / "host";
   fs::create_directories(host_root / "catalogs" / "t_host");
-  std::ofstream(host_root / "catalogs" / "t_host" / "en.po") << po_entry("key", "host folder");
+  write_bytes((host_root / "catalogs" / "t_host" / "en.po").string(), po_entry("key", "host folder"));
 
   host_locations_t host(host_root.string());
   IProductLocations::set(&host);

@@ -1,16 +1,13 @@
 #include <quern2/storage.h>
 
+#include "fixtures.h"
 #include "log_capture.h"
 
 #include <gtest/gtest.h>
 
 #include <log4cplus/loglevel.h>
 
-#include <stdlib.h>
-
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <string>
 #include <vector>
@@ -24,23 +21,9 @@ using korvat2::variant_t;
 using quern2::IGlobalStorage;
 using quern2::IPropertyStorage;
 using quern2::makeFileStorage;
-
-std::string read_file(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-void write_file(const fs::path& file, const std::string& content) {
-  std::ofstream(file, std::ios::binary) << content;
-}
-
-std::set<std::string> names_in(const fs::path& folder) {
-  std::set<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    names.insert(entry.path().filename().string());
-  }
-  return names;
-}
+using test_support::read_bytes;
+using test_support::temp_dir_t;
+using test_support::write_bytes;
 
 variant_bag_t sample_bag() {
   variant_bag_t bag;
@@ -66,20 +49,14 @@ variant_bag_t bag_of(const char* name, const variant_t& value) {
 class file_storage_test : public ::testing::Test {
  protected:
   void SetUp() override {
-    char pattern[] = "/tmp/quern2_file_storage_test_XXXXXX";
-    const char* made = ::mkdtemp(pattern);
-    ASSERT_NE(made, nullptr);
-    m_root = made;
+    ASSERT_FALSE(m_dir.path().empty());
     m_storage = makeFileStorage(korvat2::path_t(m_root.string()));
     ASSERT_TRUE(m_storage);
   }
-  void TearDown() override {
-    m_storage.reset();
-    std::error_code ignored;
-    fs::remove_all(m_root, ignored);
-  }
+  void TearDown() override { m_storage.reset(); }
 
-  fs::path m_root;
+  temp_dir_t m_dir;
+  const fs::path m_root{m_dir.path()};
   sptr_t<IGlobalStorage> m_storage;
 };
 
@@ -101,7 +78,7 @@ TEST_F(file_storage_test, written_bag_reads_back) {
 
 TEST_F(file_storage_test, bag_is_one_file_named_after_its_key) {
   ASSERT_TRUE(m_storage->writeBag("settings", bag_of("a", 1)).succeeded());
-  EXPECT_EQ(names_in(m_root), std::set<std::string>{"settings.bag"});
+  EXPECT_EQ(m_dir.names(), std::set<std::string>{"settings.bag"});
 }
 
 TEST_F(file_storage_test, empty_bag_round_trip) {
@@ -133,7 +110,7 @@ TEST_F(file_storage_test, writing_replaces_the_whole_bag) {
   ASSERT_TRUE(m_storage->writeBag("k", first).succeeded());
   ASSERT_TRUE(m_storage->writeBag("k", bag_of("c", 3)).succeeded());
   EXPECT_EQ(m_storage->readBag("k", variant_bag_t()), bag_of("c", 3));
-  EXPECT_EQ(names_in(m_root), std::set<std::string>{"k.bag"});  // no temporary left behind
+  EXPECT_EQ(m_dir.names(), std::set<std::string>{"k.bag"});  // no temporary left behind
 }
 
 TEST_F(file_storage_test, has_bag_after_writing) {
@@ -146,11 +123,11 @@ TEST_F(file_storage_test, has_bag_after_writing) {
 TEST_F(file_storage_test, corrupt_bag_file_gives_the_default_and_stays_as_it_was) {
   const fs::path file = m_root / "broken.bag";
   const std::string garbage = "this is <not> a bag file \x01\x02\xFF";
-  write_file(file, garbage);
+  write_bytes(file, garbage);
   test_support::log_capture_t capture;
   const variant_bag_t fallback = bag_of("default", 7);
   EXPECT_EQ(m_storage->readBag("broken", fallback), fallback);
-  EXPECT_EQ(read_file(file), garbage);
+  EXPECT_EQ(read_bytes(file), garbage);
   EXPECT_TRUE(m_storage->hasBag("broken"));
   bool warned = false;
   for (const auto& line : capture.lines()) {
@@ -163,24 +140,24 @@ TEST_F(file_storage_test, corrupt_bag_file_gives_the_default_and_stays_as_it_was
 TEST_F(file_storage_test, truncated_bag_file_gives_the_default_and_stays_as_it_was) {
   ASSERT_TRUE(m_storage->writeBag("cut", sample_bag()).succeeded());
   const fs::path file = m_root / "cut.bag";
-  const std::string whole = read_file(file);
+  const std::string whole = read_bytes(file);
   ASSERT_GT(whole.size(), 10u);
   const std::string half = whole.substr(0, whole.size() / 2);
-  write_file(file, half);
+  write_bytes(file, half);
   test_support::log_capture_t capture;
   EXPECT_EQ(m_storage->readBag("cut", bag_of("d", 1)), bag_of("d", 1));
-  EXPECT_EQ(read_file(file), half);
+  EXPECT_EQ(read_bytes(file), half);
 }
 
 TEST_F(file_storage_test, empty_bag_file_gives_the_default) {
-  write_file(m_root / "zero.bag", "");
+  write_bytes(m_root / "zero.bag", "");
   test_support::log_capture_t capture;
   EXPECT_EQ(m_storage->readBag("zero", bag_of("d", 1)), bag_of("d", 1));
-  EXPECT_EQ(read_file(m_root / "zero.bag"), "");
+  EXPECT_EQ(read_bytes(m_root / "zero.bag"), "");
 }
 
 TEST_F(file_storage_test, corrupt_file_can_be_overwritten) {
-  write_file(m_root / "mend.bag", "garbage");
+  write_bytes(m_root / "mend.bag", "garbage");
   ASSERT_TRUE(m_storage->writeBag("mend", bag_of("ok", true)).succeeded());
   EXPECT_EQ(m_storage->readBag("mend", variant_bag_t()), bag_of("ok", true));
 }
@@ -225,7 +202,7 @@ TEST_F(file_storage_test, child_names_with_odd_characters_stay_one_folder_each) 
     ASSERT_TRUE(child) << name;
     ASSERT_TRUE(child->writeBag("k", bag_of("name", name)).succeeded()) << name;
   }
-  EXPECT_EQ(names_in(m_root).size(), names.size());
+  EXPECT_EQ(m_dir.names().size(), names.size());
   for (const auto& entry : fs::directory_iterator(m_root)) {
     EXPECT_TRUE(entry.is_directory()) << entry.path();
   }
@@ -243,7 +220,7 @@ TEST_F(file_storage_test, keys_with_odd_characters_map_to_distinct_files_in_the_
     ASSERT_TRUE(m_storage->writeBag(keys[i], bag_of("index", static_cast<int>(i))).succeeded()) << keys[i];
   }
   // One plain file per key, all in the storage's own folder.
-  const std::set<std::string> names = names_in(m_root);
+  const std::set<std::string> names = m_dir.names();
   EXPECT_EQ(names.size(), keys.size());
   for (const auto& entry : fs::directory_iterator(m_root)) {
     EXPECT_TRUE(entry.is_regular_file()) << entry.path();
@@ -278,12 +255,12 @@ TEST_F(file_storage_test, two_storages_of_one_folder_share_their_bags) {
 }
 
 TEST_F(file_storage_test, writing_where_no_folder_can_be_made_fails) {
-  write_file(m_root / "plain_file", "x");
+  write_bytes(m_root / "plain_file", "x");
   const auto below_a_file = makeFileStorage(korvat2::path_t((m_root / "plain_file" / "sub").string()));
   EXPECT_TRUE(below_a_file->writeBag("k", bag_of("v", 1)).failed());
   const auto at_a_file = makeFileStorage(korvat2::path_t((m_root / "plain_file").string()));
   EXPECT_TRUE(at_a_file->writeBag("k", bag_of("v", 1)).failed());
-  EXPECT_EQ(read_file(m_root / "plain_file"), "x");
+  EXPECT_EQ(read_bytes(m_root / "plain_file"), "x");
 }
 
 TEST_F(file_storage_test, child_keeps_working_after_its_parent_is_gone) {

@@ -1,43 +1,17 @@
 #include <quern2/product_locations.h>
 
+#include "fixtures.h"
+
 #include <gtest/gtest.h>
 
-#include <stdlib.h>
-#include <unistd.h>
-
-#include <optional>
 #include <string>
 
 namespace {
 
 using quern2::DefaultProductLocations;
 using quern2::IProductLocations;
-
-// Sets or unsets an environment variable and puts the old value back.
-class scoped_env_t {
- public:
-  explicit scoped_env_t(std::string name) : m_name(std::move(name)) {
-    if (const char* value = ::getenv(m_name.c_str())) {
-      m_old = std::string(value);
-    }
-  }
-  ~scoped_env_t() {
-    if (m_old) {
-      ::setenv(m_name.c_str(), m_old->c_str(), 1);
-    } else {
-      ::unsetenv(m_name.c_str());
-    }
-  }
-  scoped_env_t(const scoped_env_t&) = delete;
-  scoped_env_t& operator=(const scoped_env_t&) = delete;
-
-  void set(const std::string& value) { ::setenv(m_name.c_str(), value.c_str(), 1); }
-  void unset() { ::unsetenv(m_name.c_str()); }
-
- private:
-  std::string m_name;
-  std::optional<std::string> m_old;
-};
+using test_support::scoped_env_t;
+using test_support::temp_dir_t;
 
 // Every test starts and ends with a fresh default object made from the environment.
 class product_locations_test : public ::testing::Test {
@@ -63,20 +37,15 @@ TEST_F(product_locations_test, default_locations_are_there_without_a_host) {
 }
 
 TEST_F(product_locations_test, environment_overrides_the_resource_folder) {
-  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR");
-  char pattern[] = "/tmp/quern2_locations_test_XXXXXX";
-  const char* made = ::mkdtemp(pattern);
-  ASSERT_NE(made, nullptr);
-  const std::string dir = made;
-  resource_dir.set(dir);
+  const temp_dir_t dir;
+  ASSERT_FALSE(dir.path().empty());
+  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR", dir.path());
   IProductLocations::set(nullptr);
-  EXPECT_STREQ(IProductLocations::get()->getResourceDirectory(), dir.c_str());
-  ::rmdir(dir.c_str());
+  EXPECT_STREQ(IProductLocations::get()->getResourceDirectory(), dir.path().c_str());
 }
 
 TEST_F(product_locations_test, overridden_resource_folder_is_taken_as_given) {
-  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR");
-  resource_dir.set("/no/such/folder/anywhere");
+  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR", std::string("/no/such/folder/anywhere"));
   IProductLocations::set(nullptr);
   EXPECT_STREQ(IProductLocations::get()->getResourceDirectory(), "/no/such/folder/anywhere");
 }
@@ -93,8 +62,7 @@ TEST_F(product_locations_test, resource_folder_without_override_is_not_empty) {
 }
 
 TEST_F(product_locations_test, default_object_reads_the_environment_when_made) {
-  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR");
-  resource_dir.set("/first/folder");
+  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR", std::string("/first/folder"));
   IProductLocations::set(nullptr);
   EXPECT_STREQ(IProductLocations::get()->getResourceDirectory(), "/first/folder");
   resource_dir.set("/second/folder");
@@ -104,8 +72,7 @@ TEST_F(product_locations_test, default_object_reads_the_environment_when_made) {
 }
 
 TEST_F(product_locations_test, host_replaces_the_default_and_null_restores_it) {
-  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR");
-  resource_dir.set("/default/folder");
+  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR", std::string("/default/folder"));
   host_locations_t host;
   IProductLocations::set(&host);
   EXPECT_EQ(IProductLocations::get(), &host);
@@ -154,16 +121,14 @@ TEST_F(product_locations_test, product_tag_and_generation) {
 }
 
 TEST_F(product_locations_test, features_folder_lies_in_the_user_configuration) {
-  scoped_env_t config_home("XDG_CONFIG_HOME");
-  config_home.set("/tmp/some_config_home");
+  scoped_env_t config_home("XDG_CONFIG_HOME", std::string("/tmp/some_config_home"));
   IProductLocations::set(nullptr);
   EXPECT_STREQ(IProductLocations::get()->getFeaturesDirectory(), "/tmp/some_config_home/tamsel3/features");
 }
 
 TEST_F(product_locations_test, features_folder_without_absolute_config_home_is_under_home) {
   scoped_env_t config_home("XDG_CONFIG_HOME");
-  scoped_env_t home("HOME");
-  home.set("/tmp/some_home");
+  scoped_env_t home("HOME", std::string("/tmp/some_home"));
   config_home.unset();
   IProductLocations::set(nullptr);
   EXPECT_STREQ(IProductLocations::get()->getFeaturesDirectory(), "/tmp/some_home/.config/tamsel3/features");
@@ -173,8 +138,7 @@ TEST_F(product_locations_test, features_folder_without_absolute_config_home_is_u
 }
 
 TEST_F(product_locations_test, default_object_made_directly_answers_like_the_process_one) {
-  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR");
-  resource_dir.set("/direct/folder");
+  scoped_env_t resource_dir("TAMSEL3_RESOURCE_DIR", std::string("/direct/folder"));
   const DefaultProductLocations direct;
   EXPECT_STREQ(direct.getResourceDirectory(), "/direct/folder");
   EXPECT_STREQ(direct.getProductText(IProductLocations::text_message_title),

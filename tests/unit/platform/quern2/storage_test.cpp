@@ -1,13 +1,11 @@
 #include <quern2/storage.h>
 
 #include "assert_recorder.h"
+#include "fixtures.h"
 
 #include <gtest/gtest.h>
 
-#include <stdlib.h>
-
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace {
@@ -18,31 +16,8 @@ using korvat2::variant_bag_t;
 using korvat2::variant_t;
 using quern2::IGlobalStorage;
 using quern2::IPropertyStorage;
-
-// Sets or unsets an environment variable and puts the old value back.
-class scoped_env_t {
- public:
-  explicit scoped_env_t(std::string name) : m_name(std::move(name)) {
-    if (const char* value = ::getenv(m_name.c_str())) {
-      m_old = std::string(value);
-    }
-  }
-  ~scoped_env_t() {
-    if (m_old) {
-      ::setenv(m_name.c_str(), m_old->c_str(), 1);
-    } else {
-      ::unsetenv(m_name.c_str());
-    }
-  }
-  scoped_env_t(const scoped_env_t&) = delete;
-  scoped_env_t& operator=(const scoped_env_t&) = delete;
-
-  void set(const std::string& value) { ::setenv(m_name.c_str(), value.c_str(), 1); }
-
- private:
-  std::string m_name;
-  std::optional<std::string> m_old;
-};
+using test_support::scoped_env_t;
+using test_support::temp_dir_t;
 
 // A storage in memory that counts its owners and tells of its death.
 class counted_storage_t final : public IGlobalStorage {
@@ -80,19 +55,11 @@ class counted_storage_t final : public IGlobalStorage {
 // A private folder; the process's global storage is cleared after each test.
 class storage_test : public ::testing::Test {
  protected:
-  void SetUp() override {
-    char pattern[] = "/tmp/quern2_storage_test_XXXXXX";
-    const char* made = ::mkdtemp(pattern);
-    ASSERT_NE(made, nullptr);
-    m_root = made;
-  }
-  void TearDown() override {
-    IGlobalStorage::set(nullptr);
-    std::error_code ignored;
-    fs::remove_all(m_root, ignored);
-  }
+  void SetUp() override { ASSERT_FALSE(m_root.empty()); }
+  void TearDown() override { IGlobalStorage::set(nullptr); }
 
-  std::string m_root;
+  temp_dir_t m_dir;
+  const std::string m_root = m_dir.path();
 };
 
 variant_bag_t bag_of(const char* name, const variant_t& value) {
@@ -116,8 +83,7 @@ TEST_F(storage_test, get_gives_the_same_storage_until_it_is_changed) {
 }
 
 TEST_F(storage_test, empty_root_brings_back_the_default_folder_in_the_user_configuration) {
-  scoped_env_t config_home("XDG_CONFIG_HOME");
-  config_home.set(m_root);
+  scoped_env_t config_home("XDG_CONFIG_HOME", m_root);
   IGlobalStorage::setGlobalStorageRoot(korvat2::path_t());
   sptr_t<IGlobalStorage> global = IGlobalStorage::get();
   ASSERT_TRUE(global);

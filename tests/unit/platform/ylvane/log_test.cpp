@@ -1,14 +1,11 @@
 #include <ylvane/log.h>
 
+#include "fixtures.h"
+
 #include <gtest/gtest.h>
 
 #include <log4cplus/loglevel.h>
 
-#include <stdlib.h>
-#include <unistd.h>
-
-#include <cstdio>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <thread>
@@ -19,61 +16,10 @@
 
 namespace {
 
+using test_support::scoped_env_t;
+using test_support::temp_dir_t;
 using ylvane_1::log::configureComponentLogger;
 using ylvane_1::log::libraryLogger;
-
-// Sets or unsets an environment variable and puts the old value back.
-class scoped_env_t {
- public:
-  explicit scoped_env_t(std::string name) : m_name(std::move(name)) {
-    if (const char* value = ::getenv(m_name.c_str())) {
-      m_old = std::string(value);
-    }
-  }
-  ~scoped_env_t() {
-    if (m_old) {
-      ::setenv(m_name.c_str(), m_old->c_str(), 1);
-    } else {
-      ::unsetenv(m_name.c_str());
-    }
-  }
-  scoped_env_t(const scoped_env_t&) = delete;
-  scoped_env_t& operator=(const scoped_env_t&) = delete;
-
-  void set(const std::string& value) { ::setenv(m_name.c_str(), value.c_str(), 1); }
-  void unset() { ::unsetenv(m_name.c_str()); }
-
- private:
-  std::string m_name;
-  std::optional<std::string> m_old;
-};
-
-// A private folder, removed with the files written into it.
-class temp_folder_t {
- public:
-  temp_folder_t() {
-    char pattern[] = "/tmp/ylvane_log_test_XXXXXX";
-    const char* made = ::mkdtemp(pattern);
-    m_path = made ? made : "";
-  }
-  ~temp_folder_t() {
-    for (const std::string& file : m_files) {
-      std::remove(file.c_str());
-    }
-    ::rmdir(m_path.c_str());
-  }
-  const std::string& path() const { return m_path; }
-  std::string write(const std::string& name, const std::string& content) {
-    const std::string file = m_path + "/" + name;
-    std::ofstream(file) << content;
-    m_files.push_back(file);
-    return file;
-  }
-
- private:
-  std::string m_path;
-  std::vector<std::string> m_files;
-};
 
 // `base` with a number that no earlier call gave.
 std::string fresh(const std::string& base) {
@@ -83,13 +29,16 @@ std::string fresh(const std::string& base) {
 
 // Configures `component` with its variable set to `setting` (unset when empty optional).
 log4cplus::Logger configure_with(const std::string& component, const std::optional<std::string>& setting) {
-  scoped_env_t variable(component + "_DEBUG");
-  if (setting) {
-    variable.set(*setting);
-  } else {
-    variable.unset();
-  }
+  scoped_env_t variable(component + "_DEBUG", setting);
   return configureComponentLogger(component);
+}
+
+// Configures like configure_with, keeping what it says on standard error out of the test's output.
+log4cplus::Logger configure_quietly(const std::string& component, const std::string& setting) {
+  testing::internal::CaptureStderr();
+  log4cplus::Logger logger = configure_with(component, setting);
+  testing::internal::GetCapturedStderr();
+  return logger;
 }
 
 TEST(log_test, unset_variable_gives_warn_on_standard_error_only) {
@@ -146,32 +95,26 @@ TEST(log_test, nonsense_value_gives_warn_and_says_so) {
 }
 
 TEST(log_test, level_name_with_blanks_is_nonsense) {
-  testing::internal::CaptureStderr();
-  log4cplus::Logger logger = configure_with(fresh("YLT_BLANKS"), " DEBUG");
-  testing::internal::GetCapturedStderr();
+  log4cplus::Logger logger = configure_quietly(fresh("YLT_BLANKS"), " DEBUG");
   EXPECT_EQ(logger.getLogLevel(), log4cplus::WARN_LOG_LEVEL);
 }
 
 TEST(log_test, path_of_a_missing_file_gives_warn) {
-  testing::internal::CaptureStderr();
-  log4cplus::Logger logger = configure_with(fresh("YLT_NOFILE"), "/no/such/folder/log4cplus.properties");
-  testing::internal::GetCapturedStderr();
+  log4cplus::Logger logger = configure_quietly(fresh("YLT_NOFILE"), "/no/such/folder/log4cplus.properties");
   EXPECT_EQ(logger.getLogLevel(), log4cplus::WARN_LOG_LEVEL);
   EXPECT_EQ(logger.getAllAppenders().size(), 1u);
 }
 
 TEST(log_test, path_of_a_folder_gives_warn) {
-  temp_folder_t folder;
+  const temp_dir_t folder;
   ASSERT_FALSE(folder.path().empty());
-  testing::internal::CaptureStderr();
-  log4cplus::Logger logger = configure_with(fresh("YLT_FOLDER"), folder.path());
-  testing::internal::GetCapturedStderr();
+  log4cplus::Logger logger = configure_quietly(fresh("YLT_FOLDER"), folder.path());
   EXPECT_EQ(logger.getLogLevel(), log4cplus::WARN_LOG_LEVEL);
   EXPECT_EQ(logger.getAllAppenders().size(), 1u);
 }
 
 TEST(log_test, readable_properties_file_configures_log4cplus) {
-  temp_folder_t folder;
+  const temp_dir_t folder;
   ASSERT_FALSE(folder.path().empty());
   const std::string component = fresh("YLT_PROPS");
   const std::string file =
@@ -190,7 +133,7 @@ TEST(log_test, readable_properties_file_configures_log4cplus) {
 }
 
 TEST(log_test, properties_file_may_configure_other_loggers_too) {
-  temp_folder_t folder;
+  const temp_dir_t folder;
   const std::string main = fresh("YLT_PROPS_MAIN");
   const std::string side = fresh("YLT_PROPS_SIDE");
   const std::string file =
@@ -206,8 +149,7 @@ TEST(log_test, properties_file_may_configure_other_loggers_too) {
 
 TEST(log_test, later_calls_give_the_same_logger_without_reading_the_variable) {
   const std::string component = fresh("YLT_ONCE");
-  scoped_env_t variable(component + "_DEBUG");
-  variable.set("ERROR");
+  scoped_env_t variable(component + "_DEBUG", std::string("ERROR"));
   log4cplus::Logger first = configureComponentLogger(component);
   variable.set("TRACE");
   log4cplus::Logger second = configureComponentLogger(component);
@@ -236,8 +178,7 @@ TEST(log_test, components_are_configured_apart) {
 
 TEST(log_test, concurrent_first_calls_configure_once) {
   const std::string component = fresh("YLT_THREADS");
-  scoped_env_t variable(component + "_DEBUG");
-  variable.set("INFO");
+  scoped_env_t variable(component + "_DEBUG", std::string("INFO"));
   std::vector<std::thread> threads;
   std::vector<log4cplus::LogLevel> levels(4, log4cplus::NOT_SET_LOG_LEVEL);
   for (std::size_t i = 0; i < levels.size(); ++i) {

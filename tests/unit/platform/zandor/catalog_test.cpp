@@ -1,16 +1,14 @@
 #include <zandor/catalog.h>
 
+#include "fixtures.h"
+
 #include <gtest/gtest.h>
 
-#include <stdlib.h>
-#include <unistd.h>
-
-#include <cstdio>
-#include <fstream>
 #include <string>
 
 namespace {
 
+using test_support::temp_dir_t;
 using ZANDOR_2_16::generic::argument;
 using ZANDOR_2_16::generic::varg_list;
 using ZANDOR_2_16::i18n::catalog_t;
@@ -19,33 +17,6 @@ using ZANDOR_2_16::i18n::message_t;
 std::string format(const std::string& text, const varg_list& args) {
   return message_t(text).as_ustring(args).str();
 }
-
-// A private folder for catalog files, removed with its files.
-class temp_folder_t {
- public:
-  temp_folder_t() {
-    char pattern[] = "/tmp/zandor_catalog_test_XXXXXX";
-    const char* made = ::mkdtemp(pattern);
-    m_path = made ? made : "";
-  }
-  ~temp_folder_t() {
-    for (const std::string& file : m_files) {
-      std::remove(file.c_str());
-    }
-    ::rmdir(m_path.c_str());
-  }
-  const std::string& path() const { return m_path; }
-  std::string write(const std::string& name, const std::string& content) {
-    const std::string file = m_path + "/" + name;
-    std::ofstream(file, std::ios::binary) << content;
-    m_files.push_back(file);
-    return file;
-  }
-
- private:
-  std::string m_path;
-  std::vector<std::string> m_files;
-};
 
 // ---- message_t ------------------------------------------------------------------------
 
@@ -154,7 +125,7 @@ TEST(catalog_test, empty_catalog) {
 // ---- load_po_file ---------------------------------------------------------------------
 
 TEST(catalog_test, load_po_file_reads_a_catalog) {
-  temp_folder_t folder;
+  const temp_dir_t folder;
   ASSERT_FALSE(folder.path().empty());
   const std::string file = folder.write("de.po",
                                         "msgid \"\"\n"
@@ -173,7 +144,7 @@ TEST(catalog_test, load_po_file_reads_a_catalog) {
 }
 
 TEST(catalog_test, load_po_file_of_an_empty_file_gives_an_empty_catalog) {
-  temp_folder_t folder;
+  const temp_dir_t folder;
   const std::string file = folder.write("en.po", "");
   std::string error;
   const auto catalog = catalog_t::load_po_file("c", "en", file, error);
@@ -182,7 +153,7 @@ TEST(catalog_test, load_po_file_of_an_empty_file_gives_an_empty_catalog) {
 }
 
 TEST(catalog_test, load_po_file_of_a_missing_file_gives_null_and_an_error) {
-  temp_folder_t folder;
+  const temp_dir_t folder;
   const std::string file = folder.path() + "/missing.po";
   std::string error;
   EXPECT_EQ(catalog_t::load_po_file("c", "en", file, error), nullptr);
@@ -190,7 +161,7 @@ TEST(catalog_test, load_po_file_of_a_missing_file_gives_null_and_an_error) {
 }
 
 TEST(catalog_test, load_po_file_of_a_malformed_file_gives_null_and_names_file_and_line) {
-  temp_folder_t folder;
+  const temp_dir_t folder;
   const std::string file = folder.write("bad.po",
                                         "msgid \"a\"\n"
                                         "msgstr \"A\"\n"
@@ -202,7 +173,7 @@ TEST(catalog_test, load_po_file_of_a_malformed_file_gives_null_and_names_file_an
 }
 
 TEST(catalog_test, load_po_file_of_a_folder_gives_null_and_an_error) {
-  temp_folder_t folder;
+  const temp_dir_t folder;
   std::string error;
   EXPECT_EQ(catalog_t::load_po_file("c", "en", folder.path(), error), nullptr);
   EXPECT_FALSE(error.empty());
