@@ -1,0 +1,10 @@
+#pragma once
+/// The windowing toolkit of the tamsel3 family: UI settings and styles, pictures,
+/// layout and picture loaders, modal dialogs, tooltips and text wrapping.
+#include <plaxi1/image_loader.h>
+#include <plaxi1/modal.h>
+#include <plaxi1/picture.h>
+#include <plaxi1/resource_loader.h>
+#include <plaxi1/style.h>
+#include <plaxi1/tooltip.h>
+#include <plaxi1/ui_settings.h>
