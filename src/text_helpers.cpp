@@ -1,9 +1,17 @@
 #include <tamsel3/text_helpers.h>
 
+#include <plaxi1/tooltip.h>
+#include <plaxi1/ui_settings.h>
 #include <quern2/catalog_registry.h>
 #include <quern2/product_locations.h>
 #include <zandor/strings.h>
 
+#include <wx/control.h>
+#include <wx/dcclient.h>
+#include <wx/display.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
 #include <mutex>
 
 namespace tamsel3 {
@@ -63,6 +71,63 @@ std::string get_string_value(const korvat2::variant_bag_t::iterator_t<korvat2::v
                              const std::string& name) {
   const korvat2::variant_t value = entry.get_value().get_variant(name.c_str(), korvat2::variant_t());
   return value.kind() == korvat2::variant_t::kind_text ? value.get<std::string>() : std::string();
+}
+
+void set_color_and_tooltip(wxControl* control, const std::string& tooltip, wxColour colour) {
+  plaxi1::SetTooltip(control, tooltip, -1, true);
+  control->SetForegroundColour(colour);
+  control->Refresh(true, nullptr);
+}
+
+void set_bold_font(wxControl* control) {
+  if (control) {
+    control->SetFont(plaxi1::ui_settings_t::get()->get_font(plaxi1::font_bold));
+  }
+}
+
+void wrap_by_parent(wxWindow* parent, wxStaticText* text, const std::string& message, int margin) {
+  if (!parent || !text) {
+    return;
+  }
+  text->SetLabel(wxString::FromUTF8(message));
+  text->Wrap(parent->GetSize().GetWidth() - margin);
+}
+
+void move_to_visible_area(wxWindow* window) {
+  if (!window) {
+    return;
+  }
+  const wxPoint position = window->GetScreenPosition();
+  const wxSize size = window->GetSize();
+  const wxSize display = wxGetDisplaySize();
+  const int over_x = std::min(display.GetWidth() - position.x - size.GetWidth(), 0);
+  const int over_y = std::min(display.GetHeight() - position.y - size.GetHeight(), 0);
+  if (over_y < 0) {
+    const int clearance = plaxi1::ui_settings_t::get()->get_metric(plaxi1::metric_edge_clearance);
+    window->SetSize(position.x + over_x, position.y + over_y - 2 * clearance, -1, -1, 0);
+  } else if (over_x < 0) {
+    window->SetSize(position.x + over_x, position.y, -1, -1, 0);
+  }
+}
+
+void set_tooltip(const std::string& text, wxWindow* window) {
+  unsigned long lines = 1;
+  const std::string wrapped = plaxi1::wrap_text(text, 600, window, lines, 0xffffffff, nullptr);
+  if (plaxi1::wxCustomTooltip* tooltip = plaxi1::SetTooltip(window, wrapped, -1, true)) {
+    tooltip->SetHideDelay(120000);  // a long text stays for two minutes
+  }
+}
+
+wxSize get_text_extent(wxWindow* window, std::string text) {
+  wxClientDC dc(window);
+  dc.SetFont(window->GetFont());
+  const wxSize extent = dc.GetTextExtent(wxString::FromUTF8(text));
+  dc.SetFont(wxNullFont);
+  return extent;
+}
+
+void process_max_width(wxWindow* window, const wxString& text, int& width) {
+  width = std::max(width, get_text_extent(window, text.utf8_string()).GetWidth());
 }
 
 }  // namespace tamsel3

@@ -4,6 +4,13 @@
 
 #include <string>
 
+class wxColour;
+class wxControl;
+class wxSize;
+class wxStaticText;
+class wxString;
+class wxWindow;
+
 namespace tamsel3 {
 
 /// The text of `key` in the catalog "tamsel", formatted with `args`. With no arguments,
@@ -26,5 +33,31 @@ std::string set_1st_letter_uppercase(const std::string& text);
 /// it isn't narrow text.
 std::string get_string_value(const korvat2::variant_bag_t::iterator_t<korvat2::variant_bag_t>& entry,
                              const std::string& name);
+
+// The helpers below need a window and belong to the GUI thread.
+
+/// Gives `control` the tooltip and the text colour `colour`, and repaints it.
+void set_color_and_tooltip(wxControl* control, const std::string& tooltip, wxColour colour);
+
+/// Gives `control` the bold interface font; a null control is ignored.
+void set_bold_font(wxControl* control);
+
+/// Sets `message` as the label of `text` and wraps it at the parent's width less `margin`.
+/// Nothing happens when either pointer is null.
+void wrap_by_parent(wxWindow* parent, wxStaticText* text, const std::string& message, int margin);
+
+/// Moves a window that sticks out at the right or bottom edge of the display back onto it,
+/// keeping its size; at the bottom it goes up by twice the edge clearance more, to clear
+/// what lies at the display's edge. A null window is ignored.
+void move_to_visible_area(wxWindow* window);
+
+/// Gives `window` a tooltip wrapped at 600 pixels that stays for two minutes.
+void set_tooltip(const std::string& text, wxWindow* window);
+
+/// Width and height of `text` in the window's font.
+wxSize get_text_extent(wxWindow* window, std::string text);
+
+/// Raises `width` to the width of `text` in `window` where that is larger.
+void process_max_width(wxWindow* window, const wxString& text, int& width);
 
 }  // namespace tamsel3

@@ -2,7 +2,16 @@
 
 #include <algorithm>
 
+#include <gtest/gtest.h>
+
 namespace test_support {
+
+void fail_on_unexpected_reports() {
+  ZANDOR_2_16::debug::set_assert_handler(
+      [](const char* expression, const char* file, unsigned line, const char*) {
+        ADD_FAILURE_AT(file, static_cast<int>(line)) << "unexpected assertion report: " << expression;
+      });
+}
 
 assert_recorder_t::assert_recorder_t() {
   m_previous = ZANDOR_2_16::debug::set_assert_handler(

@@ -8,6 +8,9 @@
 
 namespace test_support {
 
+/// Makes every assertion report that no recorder expects fail the running test.
+void fail_on_unexpected_reports();
+
 class assert_recorder_t {
  public:
   assert_recorder_t();

@@ -2,13 +2,17 @@
 
 #include <ylvane/log.h>
 
+#include <log4cplus/appender.h>
 #include <log4cplus/spi/loggingevent.h>
 
-namespace test_support {
+#include <mutex>
 
-class log_capture_t::appender_t : public log4cplus::Appender {
+namespace test_support {
+namespace {
+
+class recording_appender_t : public log4cplus::Appender {
  public:
-  ~appender_t() override { destructorImpl(); }
+  ~recording_appender_t() override { destructorImpl(); }
   void close() override {}
 
   std::vector<log_line_t> lines() const {
@@ -27,13 +31,19 @@ class log_capture_t::appender_t : public log4cplus::Appender {
   std::vector<log_line_t> m_lines;
 };
 
-log_capture_t::log_capture_t() : m_impl(new appender_t) {
-  m_appender = log4cplus::SharedAppenderPtr(m_impl);
-  ylvane_1::log::libraryLogger().addAppender(m_appender);
+}  // namespace
+
+struct log_capture_t::impl_t {
+  recording_appender_t* appender = new recording_appender_t;
+  log4cplus::SharedAppenderPtr shared{appender};
+};
+
+log_capture_t::log_capture_t() : m_impl(std::make_unique<impl_t>()) {
+  ylvane_1::log::libraryLogger().addAppender(m_impl->shared);
 }
 
-log_capture_t::~log_capture_t() { ylvane_1::log::libraryLogger().removeAppender(m_appender); }
+log_capture_t::~log_capture_t() { ylvane_1::log::libraryLogger().removeAppender(m_impl->shared); }
 
-std::vector<log_line_t> log_capture_t::lines() const { return m_impl->lines(); }
+std::vector<log_line_t> log_capture_t::lines() const { return m_impl->appender->lines(); }
 
 }  // namespace test_support

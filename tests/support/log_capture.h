@@ -1,16 +1,14 @@
 #pragma once
-// Captures what the library's logger writes, for the life of the capture.
-#include <log4cplus/appender.h>
-
+// Captures what the library's logger writes, for the life of the capture. Free of
+// log4cplus's headers, so that tests which include the windowing toolkit can use it.
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
 namespace test_support {
 
 struct log_line_t {
-  int level;
+  int level;  ///< log4cplus level: 40000 is ERROR, 30000 WARN
   std::string text;
 };
 
@@ -24,9 +22,8 @@ class log_capture_t {
   std::vector<log_line_t> lines() const;
 
  private:
-  class appender_t;
-  log4cplus::SharedAppenderPtr m_appender;
-  appender_t* m_impl;
+  struct impl_t;
+  std::unique_ptr<impl_t> m_impl;
 };
 
 }  // namespace test_support

@@ -5,6 +5,7 @@
 #include <plaxi1/modal.h>
 #include <plaxi1/picture.h>
 #include <plaxi1/resource_loader.h>
+#include <plaxi1/screenshot.h>
 #include <plaxi1/style.h>
 #include <plaxi1/tooltip.h>
 #include <plaxi1/ui_settings.h>

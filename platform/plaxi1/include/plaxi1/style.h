@@ -30,9 +30,9 @@ class style_updater_t : public korvat2::subscriber_base_t {
  public:
   /// What `add` applies.
   enum apply_t {
-    apply_background = 1,  ///< the style's background
-    apply_text = 2,        ///< the style's text colour
-    apply_dimmed_text = 4, ///< secondary (grey) text
+    apply_background = 1,   ///< the style's background
+    apply_text = 2,         ///< the style's text colour
+    apply_dimmed_text = 4,  ///< secondary (grey) text
   };
 
   style_updater_t() = default;

@@ -47,9 +47,11 @@ wxCustomTooltip* SetTooltip(wxWindow* window, const std::string& text, int id, b
 wxCustomTooltip* GetTooltip(wxWindow* window);
 
 /// `text` with line breaks inserted so that no line is wider than `width` pixels in the
-/// font of `dc` (or of `window` when `dc` is null). Existing line breaks stay; a word
-/// wider than the line is broken. At most `max_lines` lines are kept, the last ending in
-/// "…" when text was cut. `lines` gets the number of lines of the result.
+/// font of `dc` (or of `window` when `dc` is null, or the normal font when both are null).
+/// Existing line breaks stay; a word wider than the line is broken; `width` 0 or less
+/// wraps nothing. At most `max_lines` lines are kept (0: no limit), the last ending in
+/// "…" when text was cut. `lines` gets the number of lines of the result (1 for an empty
+/// text).
 std::string wrap_text(const std::string& text, int width, wxWindow* window, unsigned long& lines,
                       unsigned long max_lines, wxDC* dc);
 

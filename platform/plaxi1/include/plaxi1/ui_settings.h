@@ -18,26 +18,26 @@ enum default_fonts_t {
 
 /// Colours of the interface, taken from the desktop's theme.
 enum default_colors_t {
-  color_window = 0,           ///< background of content windows
-  color_list = 1,             ///< background of lists and read-only fields
-  color_dialog = 2,           ///< background of dialogs
-  color_dialog_text = 3,      ///< text on dialog backgrounds
-  color_border = 4,           ///< frames and disabled captions
-  color_highlight = 5,        ///< selection background
-  color_heading = 6,          ///< captions of foldable frames
-  color_text = 7,             ///< normal text in content windows
-  color_highlight_text = 8,   ///< text on the selection
-  color_grey_text = 9,        ///< secondary and disabled text
-  color_info = 10,            ///< background of tooltips and notes
-  color_info_text = 11,       ///< text of tooltips and notes
-  color_error = 12,           ///< text that reports an error
-  color_button_disabled = 13, ///< side panel buttons: disabled
-  color_button_pressed = 14,  ///< side panel buttons: pressed
-  color_warning = 15,         ///< text that warns
-  color_button_normal = 16,   ///< side panel buttons: normal
-  color_button_hover = 17,    ///< side panel buttons: under the mouse
-  color_button_border = 18,   ///< side panel buttons: frame
-  color_button_selected = 19, ///< side panel buttons: the selected tab
+  color_window = 0,            ///< background of content windows
+  color_list = 1,              ///< background of lists and read-only fields
+  color_dialog = 2,            ///< background of dialogs
+  color_dialog_text = 3,       ///< text on dialog backgrounds
+  color_border = 4,            ///< frames and disabled captions
+  color_highlight = 5,         ///< selection background
+  color_heading = 6,           ///< captions of foldable frames
+  color_text = 7,              ///< normal text in content windows
+  color_highlight_text = 8,    ///< text on the selection
+  color_grey_text = 9,         ///< secondary and disabled text
+  color_info = 10,             ///< background of tooltips and notes
+  color_info_text = 11,        ///< text of tooltips and notes
+  color_error = 12,            ///< text that reports an error
+  color_button_disabled = 13,  ///< side panel buttons: disabled
+  color_button_pressed = 14,   ///< side panel buttons: pressed
+  color_warning = 15,          ///< text that warns
+  color_button_normal = 16,    ///< side panel buttons: normal
+  color_button_hover = 17,     ///< side panel buttons: under the mouse
+  color_button_border = 18,    ///< side panel buttons: frame
+  color_button_selected = 19,  ///< side panel buttons: the selected tab
   color_count
 };
 

@@ -1,0 +1,189 @@
+// The gallery: every window of the library, fed with realistic data. With
+// "--screenshots DIR" it writes a PNG of each window and exits.
+#include "samples.h"
+
+#include <plaxi1/screenshot.h>
+#include <plaxi1/ui_settings.h>
+
+#include <wx/app.h>
+#include <wx/button.h>
+#include <wx/cmdline.h>
+#include <wx/filename.h>
+#include <wx/frame.h>
+#include <wx/listbox.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+namespace gallery {
+namespace {
+
+/// One window of the gallery: how to open it for a person, and for a screenshot.
+struct entry_t {
+  std::string id;
+  std::string title;
+  std::string description;
+  std::function<void(wxWindow* parent)> run;                // interactive, modal
+  std::function<wxTopLevelWindow*(wxWindow* parent)> show;  // shown without a loop
+};
+
+std::vector<entry_t> make_entries() {
+  return {
+      {"project_settings", "Project settings (dialog)",
+       "A host dialog on the library's frame: layout from the host's own file, texts through the "
+       "catalog, OK saves, Cancel, Escape and the window frame cancel, Help is enabled by a help id.",
+       [](wxWindow* parent) {
+         project_settings_dialog_t dialog;
+         dialog.show_modal(parent);
+       },
+       [](wxWindow* parent) -> wxTopLevelWindow* {
+         auto* dialog = new project_settings_dialog_t;
+         dialog->show_nonmodal(parent, true);
+         return dialog;
+       }},
+      {"editor_options_page", "Editor options (page in a dialog)",
+       "A host page on the library's frame, embedded in a preferences dialog that ends when the "
+       "page fires its end signal.",
+       [](wxWindow* parent) {
+         preferences_dialog_t dialog(parent);
+         dialog.ShowModal();
+       },
+       [](wxWindow* parent) -> wxTopLevelWindow* {
+         auto* dialog = new preferences_dialog_t(parent);
+         dialog->Show();
+         return dialog;
+       }},
+  };
+}
+
+class main_frame_t : public wxFrame {
+ public:
+  explicit main_frame_t(const std::vector<entry_t>& entries)
+      : wxFrame(nullptr, wxID_ANY, "tamsel3 gallery", wxDefaultPosition, wxSize(760, 420)),
+        m_entries(entries) {
+    auto* panel = new wxPanel(this);
+    m_list = new wxListBox(panel, wxID_ANY);
+    for (const entry_t& entry : m_entries) {
+      m_list->Append(wxString::FromUTF8(entry.title));
+    }
+    m_description = new wxStaticText(panel, wxID_ANY, "");
+    auto* open = new wxButton(panel, wxID_OPEN, "&Open");
+    auto* right = new wxBoxSizer(wxVERTICAL);
+    right->Add(m_description, 1, wxEXPAND | wxBOTTOM, 12);
+    right->Add(open, 0, wxALIGN_RIGHT);
+    auto* sizer = new wxBoxSizer(wxHORIZONTAL);
+    sizer->Add(m_list, 0, wxEXPAND | wxALL, 12);
+    sizer->Add(right, 1, wxEXPAND | wxTOP | wxRIGHT | wxBOTTOM, 12);
+    panel->SetSizer(sizer);
+    m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { describe(); });
+    m_list->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { open_selected(); });
+    open->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { open_selected(); });
+    m_list->SetSelection(0);
+    describe();
+  }
+
+ private:
+  void describe() {
+    const int index = m_list->GetSelection();
+    if (index != wxNOT_FOUND) {
+      m_description->SetLabel(wxString::FromUTF8(m_entries[static_cast<std::size_t>(index)].description));
+      m_description->Wrap(m_description->GetParent()->GetClientSize().GetWidth() -
+                          m_list->GetSize().GetWidth() - 48);
+    }
+  }
+  void open_selected() {
+    const int index = m_list->GetSelection();
+    if (index != wxNOT_FOUND) {
+      m_entries[static_cast<std::size_t>(index)].run(this);
+    }
+  }
+
+  const std::vector<entry_t>& m_entries;
+  wxListBox* m_list;
+  wxStaticText* m_description;
+};
+
+// Shows each entry in turn, writes its picture and closes it; then exits.
+class screenshot_run_t {
+ public:
+  screenshot_run_t(wxFrame* frame, const std::vector<entry_t>& entries, std::string folder)
+      : m_frame(frame), m_entries(entries), m_folder(std::move(folder)) {}
+
+  int run() {
+    int failures = 0;
+    failures += capture(m_frame, "gallery") ? 0 : 1;
+    for (const entry_t& entry : m_entries) {
+      wxTopLevelWindow* window = entry.show(m_frame);
+      failures += capture(window, entry.id) ? 0 : 1;
+      window->Destroy();
+    }
+    return failures;
+  }
+
+ private:
+  bool capture(wxWindow* window, const std::string& id) {
+    const std::string path = m_folder + "/" + id + ".png";
+    const bool saved = plaxi1::save_screenshot(window, path);
+    std::cout << (saved ? "wrote " : "FAILED ") << path << std::endl;
+    return saved;
+  }
+
+  wxFrame* m_frame;
+  const std::vector<entry_t>& m_entries;
+  std::string m_folder;
+};
+
+}  // namespace
+
+class gallery_app_t : public wxApp {
+ public:
+  bool OnInit() override {
+    if (!wxApp::OnInit()) {
+      return false;
+    }
+    m_entries = make_entries();
+    auto* frame = new main_frame_t(m_entries);
+    frame->Show();
+    SetTopWindow(frame);
+    if (!m_screenshot_folder.empty()) {
+      CallAfter([this, frame] {
+        const int failures = screenshot_run_t(frame, m_entries, m_screenshot_folder).run();
+        m_exit_code = failures == 0 ? 0 : 1;
+        frame->Destroy();
+      });
+    }
+    return true;
+  }
+
+  int OnExit() override {
+    wxApp::OnExit();
+    return m_exit_code;
+  }
+
+  void OnInitCmdLine(wxCmdLineParser& parser) override {
+    wxApp::OnInitCmdLine(parser);
+    parser.AddOption("", "screenshots", "write a PNG of every window into this folder and exit");
+  }
+
+  bool OnCmdLineParsed(wxCmdLineParser& parser) override {
+    wxString folder;
+    if (parser.Found("screenshots", &folder)) {
+      m_screenshot_folder = folder.utf8_string();
+      wxFileName::Mkdir(folder, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
+    }
+    return wxApp::OnCmdLineParsed(parser);
+  }
+
+ private:
+  std::vector<entry_t> m_entries;
+  std::string m_screenshot_folder;
+  int m_exit_code = 0;
+};
+
+}  // namespace gallery
+
+wxIMPLEMENT_APP(gallery::gallery_app_t);

@@ -1,0 +1,64 @@
+#include "samples.h"
+
+#include <wx/filename.h>
+#include <wx/sizer.h>
+#include <wx/stdpaths.h>
+#include <wx/textctrl.h>
+#include <wx/xrc/xmlres.h>
+
+namespace gallery {
+
+std::string layout_file() {
+  wxFileName program(wxStandardPaths::Get().GetExecutablePath());
+  program.RemoveLastDir();
+  program.AppendDir("share");
+  program.AppendDir("tamsel3-gallery");
+  program.SetFullName("gallery.xrc");
+  return program.GetFullPath().utf8_string();
+}
+
+project_settings_dialog_t::project_settings_dialog_t() {
+  m_object_name = "gallery.project_settings";
+  m_resource_file = layout_file();
+  m_help_id = 1;
+  m_help_topic = "project.settings";
+}
+
+void project_settings_dialog_t::on_init_dialog() {
+  if (auto* name = XRCCTRL(*this, "m_project_name", wxTextCtrl)) {
+    name->ChangeValue(wxString::FromUTF8(m_project_name));
+  }
+}
+
+void project_settings_dialog_t::save_settings() {
+  if (auto* name = XRCCTRL(*this, "m_project_name", wxTextCtrl)) {
+    m_project_name = name->GetValue().utf8_string();
+  }
+}
+
+editor_options_page_t::editor_options_page_t() {
+  m_object_name = "gallery.editor_options";
+  m_resource_file = layout_file();
+}
+
+preferences_dialog_t::preferences_dialog_t(wxWindow* parent)
+    : wxDialog(parent, wxID_ANY, "Preferences", wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+      m_page(new editor_options_page_t) {
+  m_page->create(this);
+  m_page->m_end_dialog_signal.connect(this, &preferences_dialog_t::on_end_page);
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(m_page, 1, wxEXPAND);
+  SetSizerAndFit(sizer);
+  SetSize(wxSize(std::max(GetSize().GetWidth(), 480), GetSize().GetHeight()));
+}
+
+void preferences_dialog_t::on_end_page(tamsel3::generic_base_t<wxPanel>*, int code) {
+  if (IsModal()) {
+    EndModal(code);
+  } else {
+    Hide();
+  }
+}
+
+}  // namespace gallery

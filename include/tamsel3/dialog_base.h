@@ -1,0 +1,60 @@
+#pragma once
+#include <tamsel3/generic_base.h>
+
+#include <string>
+
+class wxFont;
+class wxHelpEvent;
+class wxStaticText;
+
+namespace tamsel3 {
+
+/// A dialog of the library, shown modally or modelessly by a host. Its layout is loaded
+/// at the first show; a failed load gives 0 (modal) or false (modeless) and no message.
+/// GUI thread.
+class dialog_base_t : public generic_base_t<dummy> {
+ public:
+  dialog_base_t();
+
+  /// Fired with the help topic when help is asked for and the topic isn't empty.
+  korvat2::signal_t<const std::string&> m_help_signal;
+
+  /// Runs the dialog modally and returns its end code: wxID_OK (5100), wxID_CANCEL (5101),
+  /// another code that the dialog chose, or 0 when the layout couldn't be loaded.
+  virtual int show_modal(wxWindow* parent);
+  void help_activated() override;
+
+  /// Shows or hides the dialog without a modal loop; false when the layout couldn't be
+  /// loaded, else the result of Show.
+  bool show_nonmodal(wxWindow* parent, bool show);
+  void set_help_topic(const std::string& topic) { m_help_topic = topic; }
+  /// Sets the dialog's label, name and title.
+  void set_title(const std::string& text);
+  std::string get_title() const;
+  /// The parent's size times the factors, at least `min_size` (negative parts count as 0);
+  /// without a parent, `min_size` as it is.
+  wxSize get_proportional_size(float width_factor, float height_factor, const wxSize& min_size) const;
+
+  bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
+                              const std::string& catalog_name, const std::string& object_name) override;
+  void end_dialog(int code) override;
+  void on_help() override;
+  void handle_ok(wxCommandEvent& event) override;
+
+  void handle_close(wxCloseEvent& event);
+  void handle_dialog_help(wxHelpEvent& event);
+
+  /// Lays `message` into `text` so that the dialog gets about the proportions of the
+  /// display: wrapped at the width that a dialog of its height would have at the display's
+  /// aspect ratio, plus an average word, and never below the one-line dialog's width.
+  void set_multiline_text(wxStaticText* text, const std::string& message, wxFont font);
+
+ protected:
+  std::string m_help_topic;
+
+ private:
+  void grow_to_fit();
+  wxDECLARE_EVENT_TABLE();
+};
+
+}  // namespace tamsel3

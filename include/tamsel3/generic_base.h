@@ -1,0 +1,116 @@
+#pragma once
+#include <korvat2/signal.h>
+#include <plaxi1/modal.h>
+#include <tamsel3/max_len_options.h>
+
+#include <wx/panel.h>
+#include <wx/timer.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+class wxInitDialogEvent;
+class wxCloseEvent;
+class wxTextCtrl;
+
+namespace tamsel3 {
+
+/// The dialog line's window class: a dialog whose modal run the modal callback may answer
+/// and which takes help requests.
+class dummy : public plaxi1::modal_flavor<wxDialog> {};
+
+/// The frame under every dialog (`T` = dummy) and every page or embedded panel
+/// (`T` = wxPanel): the fixed sequence that turns a loaded layout into a working window,
+/// the standard buttons, and the signal by which the window tells its owner that it ended.
+///
+/// Two-phase: the derived constructor names its layout object (`m_object_name`); the first
+/// show or create loads it. GUI thread.
+template <class T>
+class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
+ public:
+  generic_base_t();
+  ~generic_base_t() override;
+  generic_base_t(const generic_base_t&) = delete;
+  generic_base_t& operator=(const generic_base_t&) = delete;
+
+  /// Fired with the window and its end code when the window ends (pages).
+  korvat2::signal_t<generic_base_t<T>*, int> m_end_dialog_signal;
+  /// Fired with the outcome of a path check when its caller asks for it.
+  korvat2::signal_t<bool> m_path_checked_signal;
+
+  /// Reads the controls into the settings; the frame's does nothing.
+  virtual void save_settings();
+  /// Creates the window from `object_name` in `resource_file`; true on success.
+  virtual bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
+                                      const std::string& catalog_name, const std::string& object_name) = 0;
+  /// Ends the window with `code`; the frame's fires `m_end_dialog_signal`.
+  virtual void end_dialog(int code);
+  /// The derived window's last word in initialisation, once per window.
+  virtual void on_init_dialog();
+  /// Before the window ends by OK; the frame's calls `save_settings`.
+  virtual void on_ok();
+  virtual void on_cancel();
+  virtual void on_help();
+  /// Gives every direct child the interface font; again whenever the UI settings change.
+  virtual void on_update_ui_settings();
+  virtual void handle_ok(wxCommandEvent& event);
+  /// Loads "text.unknown" and the path messages from the catalog.
+  virtual void load_auxiliary_strings();
+  /// Applies the text length limits to the text fields among the direct children.
+  virtual void set_max_text_limit();
+  virtual void handle_timer_event(wxTimerEvent& event);
+
+  void handle_init_dialog_event(wxInitDialogEvent& event);
+  void handle_cancel(wxCommandEvent& event);
+  void handle_help(wxCommandEvent& event);
+  void handle_close(wxCloseEvent& event);
+
+  /// Assigns one field's limit and applies the limits again.
+  void set_max_len_options(wxTextCtrl* control, max_len_options_t options);
+  /// A copy of the field's entry, made with the defaults when there is none.
+  max_len_options_t gen_max_len_options(wxTextCtrl* control);
+
+  bool is_loaded() const { return m_loaded; }
+  bool is_initialized() const { return m_initialized; }
+
+ protected:
+  /// Indexes of `m_path_messages`.
+  enum path_message_t {
+    path_nonexisting = 0,
+    path_nonexisting_parent_dir = 1,
+    path_empty_relative = 2,
+    path_enter_valid_path = 3,
+    path_invalid_file = 4,
+    path_invalid_directory = 5,
+    path_message_count = 6
+  };
+
+  wxWindow* m_btn_ok = nullptr;
+  wxWindow* m_btn_cancel = nullptr;
+  wxWindow* m_btn_help = nullptr;
+  std::string m_object_name;
+  std::string m_reserved_text_1;
+  std::string m_resource_file;
+  std::string m_catalog_name = "tamsel";
+  std::string m_reserved_text_2;
+  std::string m_text_unknown;
+  std::vector<std::string> m_path_messages;
+  int m_help_id = -1;
+  bool m_loaded = false;
+  bool m_initialized = false;
+  wxTimer m_timer;
+  std::map<wxTextCtrl*, max_len_options_t> m_max_len_options;
+  int m_min_width = 0;
+  int m_min_height = 0;
+  std::vector<std::string> m_path_candidates;
+
+ private:
+  void apply_size_floor();
+  void find_standard_buttons();
+};
+
+extern template class generic_base_t<wxPanel>;
+extern template class generic_base_t<dummy>;
+
+}  // namespace tamsel3

@@ -1,0 +1,28 @@
+#pragma once
+// Pictures of windows as they are on the screen, for a gallery, documentation and tests,
+// and the event pumping that lets a window finish showing first. GUI thread; an event loop
+// must be running or active.
+#include <functional>
+#include <string>
+
+class wxWindow;
+
+namespace plaxi1 {
+
+/// Handles native events, pending wx events, calls queued with CallAfter and idle events
+/// until the loop is idle (at most 100 rounds).
+void pump_events();
+
+/// Pumps events until `condition` holds or `bound_ms` passed; never sleeps, but blocks at
+/// most 10 ms at a time waiting for the next event. True when the condition held.
+bool wait_until(const std::function<bool()>& condition, int bound_ms);
+
+/// Waits until `window` is on the screen, its top-level window was painted anew after a
+/// refresh, and its place and size stay put. False when that didn't happen in time.
+bool wait_until_painted(wxWindow* window, int bound_ms);
+
+/// Writes a PNG of what `window` shows on the screen, after letting it finish painting.
+/// False when the window isn't shown (wholly on an X11 screen) or the file can't be written.
+bool save_screenshot(wxWindow* window, const std::string& png_path);
+
+}  // namespace plaxi1

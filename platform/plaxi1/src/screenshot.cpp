@@ -1,0 +1,205 @@
+#include <plaxi1/screenshot.h>
+
+#include <wx/app.h>
+#include <wx/display.h>
+#include <wx/eventfilter.h>
+#include <wx/evtloop.h>
+#include <wx/image.h>
+#include <wx/toplevel.h>
+#include <wx/utils.h>
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+
+namespace plaxi1 {
+namespace {
+
+using steady = std::chrono::steady_clock;
+
+// The longest a single wait for the next event blocks, so that a condition is checked
+// again soon even when no event comes.
+constexpr int max_block_ms = 10;
+
+int remaining_ms(steady::time_point deadline) {
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - steady::now());
+  return std::max(0, static_cast<int>(left.count()));
+}
+
+// Counts the paint events of the windows of one top-level window, which GTK draws whole in
+// one pass: a paint seen after a Refresh() means the whole window was drawn anew.
+class paint_counter_t : public wxEventFilter {
+ public:
+  explicit paint_counter_t(wxWindow* top) : m_top(top) { wxEvtHandler::AddFilter(this); }
+  ~paint_counter_t() override { wxEvtHandler::RemoveFilter(this); }
+  paint_counter_t(const paint_counter_t&) = delete;
+  paint_counter_t& operator=(const paint_counter_t&) = delete;
+
+  int FilterEvent(wxEvent& event) override {
+    if (event.GetEventType() == wxEVT_PAINT) {
+      auto* window = wxDynamicCast(event.GetEventObject(), wxWindow);
+      if (window && wxGetTopLevelParent(window) == m_top) {
+        ++m_count;
+      }
+    }
+    return Event_Skip;
+  }
+  int count() const { return m_count; }
+  void reset() { m_count = 0; }
+
+ private:
+  wxWindow* m_top;
+  int m_count = 0;
+};
+
+// A loop to pump: the running or active one, else one of our own while we pump.
+class loop_t {
+ public:
+  loop_t() : m_loop(wxEventLoopBase::GetActive()) {
+    if (!m_loop) {
+      m_own = std::make_unique<wxGUIEventLoop>();
+      m_activator = std::make_unique<wxEventLoopActivator>(m_own.get());
+      m_loop = m_own.get();
+    }
+  }
+  wxEventLoopBase* operator->() const { return m_loop; }
+
+ private:
+  std::unique_ptr<wxGUIEventLoop> m_own;
+  std::unique_ptr<wxEventLoopActivator> m_activator;
+  wxEventLoopBase* m_loop;
+};
+
+// Where a channel's bits sit in a pixel of the screen's visual.
+struct channel_t {
+  unsigned long mask;
+  int shift = 0;
+  int max = 0;
+
+  explicit channel_t(unsigned long m) : mask(m) {
+    while (mask && !((mask >> shift) & 1)) {
+      ++shift;
+    }
+    max = static_cast<int>(mask >> shift);
+  }
+  unsigned char of(unsigned long pixel) const {
+    return max ? static_cast<unsigned char>(((pixel & mask) >> shift) * 255 / max) : 0;
+  }
+};
+
+// Reads `rect` of the root window, which shows every mapped window as drawn. It goes
+// through the toolkit's own X connection, after the drawing it sent, so it sees that.
+bool grab_screen(const wxRect& rect, wxImage& image) {
+  if (wxGetDisplayInfo().type != wxDisplayX11 || rect.IsEmpty()) {
+    return false;
+  }
+  Display* display = wxGetX11Display();
+  // A rectangle off the screen would be an X error, which GDK turns into an abort.
+  const wxRect screen(0, 0, DisplayWidth(display, DefaultScreen(display)),
+                      DisplayHeight(display, DefaultScreen(display)));
+  if (!screen.Contains(rect)) {
+    return false;
+  }
+  XImage* pixels =
+      XGetImage(display, DefaultRootWindow(display), rect.x, rect.y, static_cast<unsigned>(rect.width),
+                static_cast<unsigned>(rect.height), AllPlanes, ZPixmap);
+  if (!pixels) {
+    return false;
+  }
+  const channel_t red(pixels->red_mask), green(pixels->green_mask), blue(pixels->blue_mask);
+  image.Create(rect.GetSize(), false);
+  for (int y = 0; y < rect.height; ++y) {
+    for (int x = 0; x < rect.width; ++x) {
+      const unsigned long pixel = XGetPixel(pixels, x, y);
+      image.SetRGB(x, y, red.of(pixel), green.of(pixel), blue.of(pixel));
+    }
+  }
+  XDestroyImage(pixels);
+  return true;
+}
+
+}  // namespace
+
+void pump_events() {
+  loop_t loop;
+  for (int round = 0; round < 100; ++round) {
+    bool busy = false;
+    for (int events = 0; events < 1000 && loop->Pending(); ++events) {
+      loop->Dispatch();
+      busy = true;
+    }
+    if (wxTheApp && wxTheApp->HasPendingEvents()) {
+      wxTheApp->ProcessPendingEvents();
+      busy = true;
+    }
+    busy = loop->ProcessIdle() || busy;
+    if (!busy) {
+      return;
+    }
+  }
+}
+
+bool wait_until(const std::function<bool()>& condition, int bound_ms) {
+  const auto deadline = steady::now() + std::chrono::milliseconds(bound_ms);
+  for (;;) {
+    if (condition()) {
+      return true;
+    }
+    pump_events();
+    if (condition()) {
+      return true;
+    }
+    const int left = remaining_ms(deadline);
+    if (left == 0) {
+      return false;
+    }
+    // Timers and GTK's frame clock become ready later: block until the next event, briefly.
+    loop_t loop;
+    loop->DispatchTimeout(static_cast<unsigned long>(std::min(left, max_block_ms)));
+  }
+}
+
+bool wait_until_painted(wxWindow* window, int bound_ms) {
+  wxWindow* top = window ? wxGetTopLevelParent(window) : nullptr;
+  if (!top) {
+    return false;
+  }
+  const auto deadline = steady::now() + std::chrono::milliseconds(bound_ms);
+  if (!wait_until([&] { return window->IsShownOnScreen(); }, remaining_ms(deadline))) {
+    return false;
+  }
+  paint_counter_t paints(top);
+  // The size is final once a repaint no longer changes it.
+  for (;;) {
+    const wxRect window_rect = window->GetScreenRect();
+    const wxRect top_rect = top->GetScreenRect();
+    paints.reset();
+    top->Refresh();
+    if (!wait_until([&] { return paints.count() > 0; }, remaining_ms(deadline))) {
+      return false;
+    }
+    pump_events();
+    if (window->GetScreenRect() == window_rect && top->GetScreenRect() == top_rect) {
+      return true;
+    }
+  }
+}
+
+bool save_screenshot(wxWindow* window, const std::string& png_path) {
+  if (!wait_until_painted(window, 5000)) {
+    return false;
+  }
+  wxImage image;
+  if (!grab_screen(window->GetScreenRect(), image)) {
+    return false;
+  }
+  if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) {
+    wxImage::AddHandler(new wxPNGHandler);
+  }
+  return image.SaveFile(wxString::FromUTF8(png_path), wxBITMAP_TYPE_PNG);
+}
+
+}  // namespace plaxi1

@@ -1,0 +1,35 @@
+#include <tamsel3/global_show_help.h>
+
+#include <wx/thread.h>
+
+namespace tamsel3 {
+namespace {
+
+wxMutex& slot_mutex() {
+  static wxMutex mutex;
+  return mutex;
+}
+
+global_show_help_flavor*& slot() {
+  static global_show_help_flavor* m_self = nullptr;
+  return m_self;
+}
+
+}  // namespace
+
+global_show_help_flavor::~global_show_help_flavor() {
+  wxMutexLocker lock(slot_mutex());
+  slot() = nullptr;
+}
+
+void global_show_help_flavor::initialize(global_show_help_flavor* provider) {
+  wxMutexLocker lock(slot_mutex());
+  slot() = provider;
+}
+
+korvat2::intrusive_pointer_t<global_show_help_flavor> global_show_help_flavor::get() {
+  wxMutexLocker lock(slot_mutex());
+  return korvat2::intrusive_pointer_t<global_show_help_flavor>(slot());
+}
+
+}  // namespace tamsel3

@@ -1,0 +1,257 @@
+// Pictures and animations by name from a picture index, in the resource archive or in a
+// plain folder.
+#include <plaxi1/image_loader.h>
+#include <plaxi1/resource_loader.h>
+
+#include "fixtures.h"
+#include "log_capture.h"
+
+#include <gtest/gtest.h>
+#include <log4cplus/loglevel.h>
+#include <wx/filesys.h>
+#include <wx/log.h>
+#include <wx/mstream.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using plaxi1::image_loader_t;
+using plaxi1::wxStaticPicture;
+
+// The build's resource directory: the one the test command names, else share/tamsel3
+// beside the program's bin folder, as the build tree is laid out.
+std::string resource_dir() {
+  if (const char* dir = std::getenv("TAMSEL3_RESOURCE_DIR"); dir && *dir) {
+    return dir;
+  }
+  std::error_code ignored;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ignored);
+  return (program.parent_path().parent_path() / "share" / "tamsel3").string();
+}
+
+std::string archive(const std::string& member) { return resource_dir() + "/tamsel3.dat#zip:" + member; }
+
+std::string archive_index() { return archive("tamsel_images.xrc"); }
+
+// A file of the resource archive, read past the loader.
+wxImage archive_image(const std::string& member) {
+  wxFileSystem fs;
+  std::unique_ptr<wxFSFile> file(fs.OpenFile(wxString::FromUTF8(archive(member))));
+  if (!file) {
+    return wxImage();
+  }
+  wxMemoryOutputStream buffer;
+  buffer.Write(*file->GetStream());
+  wxMemoryInputStream in(buffer);
+  return wxImage(in, wxBITMAP_TYPE_PNG);
+}
+
+bool same_pixels(const wxImage& a, const wxImage& b) {
+  if (!a.IsOk() || !b.IsOk() || a.GetSize() != b.GetSize() || a.HasAlpha() != b.HasAlpha()) {
+    return false;
+  }
+  const size_t pixels = static_cast<size_t>(a.GetWidth()) * a.GetHeight();
+  return std::equal(a.GetData(), a.GetData() + 3 * pixels, b.GetData()) &&
+         (!a.HasAlpha() || std::equal(a.GetAlpha(), a.GetAlpha() + pixels, b.GetAlpha()));
+}
+
+wxColour colour_at(const wxImage& image, int x, int y) {
+  return wxColour(image.GetRed(x, y), image.GetGreen(x, y), image.GetBlue(x, y));
+}
+
+// Warnings of the library's logger that name `name`.
+size_t warnings_about(const test_support::log_capture_t& log, const std::string& name) {
+  size_t count = 0;
+  for (const test_support::log_line_t& line : log.lines()) {
+    count += line.level == log4cplus::WARN_LOG_LEVEL && line.text.find(name) != std::string::npos;
+  }
+  return count;
+}
+
+// Records what reaches wx's own log, where a GUI application would show error boxes.
+class wx_log_recorder_t : public wxLog {
+ public:
+  wx_log_recorder_t() : m_previous(wxLog::SetActiveTarget(this)) {}
+  ~wx_log_recorder_t() override { wxLog::SetActiveTarget(m_previous); }
+  std::vector<wxString> m_messages;
+
+ protected:
+  void DoLogRecord(wxLogLevel level, const wxString& message, const wxLogRecordInfo&) override {
+    if (level <= wxLOG_Warning) {
+      m_messages.push_back(message);
+    }
+  }
+
+ private:
+  wxLog* m_previous;
+};
+
+class image_loader_test : public ::testing::Test {
+ protected:
+  void SetUp() override { plaxi1::init_resource_handlers(); }
+};
+
+TEST_F(image_loader_test, keeps_its_location) {
+  EXPECT_EQ(image_loader_t(archive_index()).get_location(), archive_index());
+  EXPECT_EQ(image_loader_t("").get_location(), "");
+}
+
+TEST_F(image_loader_test, loads_a_picture_from_the_archive) {
+  const wxStaticPicture picture = image_loader_t(archive_index()).load_static_picture("frame_test16");
+  ASSERT_FALSE(picture.is_empty());
+  EXPECT_EQ(picture.getImage(false).GetSize(), wxSize(16, 16));
+  EXPECT_TRUE(same_pixels(picture.getImage(false), archive_image("images/frame_test16.png")));
+}
+
+TEST_F(image_loader_test, finds_the_dense_form_beside_the_picture) {
+  const wxStaticPicture picture = image_loader_t(archive_index()).load_static_picture("frame_test16");
+  const wxBitmap dense = picture.getBundle().GetBitmap(wxSize(32, 32));
+  EXPECT_EQ(dense.GetSize(), wxSize(32, 32));
+  EXPECT_TRUE(same_pixels(dense.ConvertToImage(), archive_image("images/frame_test16@2x.png")));
+}
+
+TEST_F(image_loader_test, keeps_loaded_pictures) {
+  const image_loader_t loader(archive_index());
+  const wxImage first = loader.load_static_picture("frame_test16").getImage(false);
+  EXPECT_TRUE(
+      image_loader_t(archive_index()).load_static_picture("frame_test16").getImage(false).IsSameAs(first));
+}
+
+TEST_F(image_loader_test, missing_name_gives_an_empty_picture_and_one_warning) {
+  test_support::log_capture_t log;
+  wx_log_recorder_t wx_log;
+  const image_loader_t loader(archive_index());
+  EXPECT_TRUE(loader.load_static_picture("no_such_picture_1").is_empty());
+  EXPECT_TRUE(loader.load_static_picture("no_such_picture_1").is_empty());
+  EXPECT_EQ(warnings_about(log, "no_such_picture_1"), 1u);
+  EXPECT_TRUE(wx_log.m_messages.empty());
+}
+
+TEST_F(image_loader_test, animation_is_not_a_picture) {
+  test_support::log_capture_t log;
+  EXPECT_TRUE(image_loader_t(archive_index()).load_static_picture("frame_test_anim").is_empty());
+  EXPECT_EQ(warnings_about(log, "frame_test_anim"), 1u);
+}
+
+TEST_F(image_loader_test, missing_index_gives_empty_pictures_and_one_warning_per_name) {
+  test_support::log_capture_t log;
+  wx_log_recorder_t wx_log;
+  const image_loader_t loader("/nonexistent/tamsel3.dat#zip:tamsel_images.xrc");
+  EXPECT_TRUE(loader.load_static_picture("frame_test16").is_empty());
+  EXPECT_TRUE(loader.load_static_picture("frame_test16").is_empty());
+  EXPECT_FALSE(loader.load_animation("frame_test_anim").IsOk());
+  EXPECT_EQ(warnings_about(log, "frame_test16"), 1u);
+  EXPECT_EQ(warnings_about(log, "frame_test_anim"), 1u);
+  EXPECT_TRUE(wx_log.m_messages.empty());
+}
+
+TEST_F(image_loader_test, loader_without_location_is_quietly_empty) {
+  test_support::log_capture_t log;
+  const image_loader_t loader("");
+  EXPECT_TRUE(loader.load_static_picture("frame_test16").is_empty());
+  EXPECT_FALSE(loader.load_animation("frame_test_anim").IsOk());
+  EXPECT_TRUE(log.lines().empty());
+}
+
+TEST_F(image_loader_test, loads_an_animation_with_its_frames) {
+  const wxAnimation animation = image_loader_t(archive_index()).load_animation("frame_test_anim");
+  ASSERT_TRUE(animation.IsOk());
+  EXPECT_EQ(animation.GetFrameCount(), 2u);
+  EXPECT_EQ(animation.GetSize(), wxSize(16, 16));
+  EXPECT_EQ(animation.GetDelay(0), 250);
+  // The square moves from the left half to the right half.
+  const wxImage first = animation.GetFrame(0);
+  const wxImage second = animation.GetFrame(1);
+  ASSERT_TRUE(first.IsOk() && second.IsOk());
+  EXPECT_EQ(colour_at(first, 4, 8), wxColour(0x33, 0x66, 0xCC));
+  EXPECT_EQ(colour_at(second, 11, 8), wxColour(0x99, 0x99, 0x99));
+  EXPECT_NE(colour_at(first, 11, 8), wxColour(0x99, 0x99, 0x99));
+}
+
+TEST_F(image_loader_test, keeps_loaded_animations) {
+  const wxAnimation first = image_loader_t(archive_index()).load_animation("frame_test_anim");
+  EXPECT_TRUE(image_loader_t(archive_index()).load_animation("frame_test_anim").IsSameAs(first));
+}
+
+TEST_F(image_loader_test, missing_animation_is_not_ok_with_one_warning) {
+  test_support::log_capture_t log;
+  const image_loader_t loader(archive_index());
+  EXPECT_FALSE(loader.load_animation("no_such_animation_1").IsOk());
+  EXPECT_FALSE(loader.load_animation("no_such_animation_1").IsOk());
+  EXPECT_FALSE(loader.load_animation("frame_test16").IsOk());  // a picture is no animation
+  EXPECT_EQ(warnings_about(log, "no_such_animation_1"), 1u);
+}
+
+// An index in a plain folder, with pictures of one colour each.
+class folder_index_test : public image_loader_test {
+ protected:
+  void SetUp() override {
+    image_loader_test::SetUp();
+    std::filesystem::create_directories(m_dir.file("pictures"));
+    save(square(16, *wxRED), "pictures/both.png");
+    save(square(32, *wxGREEN), "pictures/both@2x.png");
+    save(square(16, *wxBLUE), "pictures/single.png");
+    test_support::write_bytes(m_dir.file("pictures/broken.png"), "not a picture");
+    test_support::write_bytes(m_dir.file("pictures/empty.png"), "");
+    m_index = m_dir.write("index.xrc",
+                          "<?xml version=\"1.0\"?>\n"
+                          "<resource version=\"2.5.3.0\">\n"
+                          "  <object class=\"wxBitmap\" name=\"both\">pictures/both.png</object>\n"
+                          "  <object class=\"wxBitmap\" name=\"single\"> pictures/single.png </object>\n"
+                          "  <object class=\"wxBitmap\" name=\"broken\">pictures/broken.png</object>\n"
+                          "  <object class=\"wxBitmap\" name=\"gone\">pictures/gone.png</object>\n"
+                          "  <object class=\"wxBitmap\" name=\"empty\">pictures/empty.png</object>\n"
+                          "  <object class=\"wxAnimation\" name=\"still\">pictures/single.png</object>\n"
+                          "</resource>\n");
+  }
+
+  static wxImage square(int side, const wxColour& colour) {
+    wxImage image(side, side);
+    image.SetRGB(wxRect(0, 0, side, side), colour.Red(), colour.Green(), colour.Blue());
+    return image;
+  }
+  void save(const wxImage& image, const std::string& name) {
+    ASSERT_TRUE(image.SaveFile(wxString::FromUTF8(m_dir.file(name)), wxBITMAP_TYPE_PNG));
+  }
+
+  test_support::temp_dir_t m_dir;
+  std::string m_index;
+};
+
+TEST_F(folder_index_test, picture_with_a_dense_form) {
+  const wxStaticPicture picture = image_loader_t(m_index).load_static_picture("both");
+  ASSERT_FALSE(picture.is_empty());
+  EXPECT_EQ(colour_at(picture.getImage(false), 0, 0), *wxRED);
+  const wxBitmap dense = picture.getBundle().GetBitmap(wxSize(32, 32));
+  EXPECT_EQ(colour_at(dense.ConvertToImage(), 0, 0), *wxGREEN);
+}
+
+TEST_F(folder_index_test, picture_without_a_dense_form) {
+  const wxStaticPicture picture = image_loader_t(m_index).load_static_picture("single");
+  ASSERT_FALSE(picture.is_empty());
+  EXPECT_EQ(picture.getImage(true).GetSize(), wxSize(16, 16));
+  const wxBitmap scaled = picture.getBundle().GetBitmap(wxSize(32, 32));
+  EXPECT_EQ(colour_at(scaled.ConvertToImage(), 0, 0), *wxBLUE);
+}
+
+TEST_F(folder_index_test, unreadable_files_give_empty_pictures) {
+  test_support::log_capture_t log;
+  wx_log_recorder_t wx_log;
+  EXPECT_TRUE(image_loader_t(m_index).load_static_picture("broken").is_empty());
+  EXPECT_TRUE(image_loader_t(m_index).load_static_picture("gone").is_empty());
+  EXPECT_TRUE(image_loader_t(m_index).load_static_picture("empty").is_empty());
+  EXPECT_FALSE(image_loader_t(m_index).load_animation("still").IsOk());  // a PNG is no animation
+  EXPECT_EQ(warnings_about(log, "'broken'"), 1u);
+  EXPECT_EQ(warnings_about(log, "'gone'"), 1u);
+  EXPECT_EQ(warnings_about(log, "'empty'"), 1u);
+  EXPECT_EQ(warnings_about(log, "'still'"), 1u);
+  EXPECT_TRUE(wx_log.m_messages.empty());
+}
+
+}  // namespace
