@@ -174,31 +174,37 @@ void report_missing(layout_t& layout, const std::string& file, const std::string
 resource_loader_t::resource_loader_t(const std::string& resource_file, const std::string& catalog_name)
     : m_resource_file(resource_file), m_catalog_name(catalog_name) {}
 
-bool resource_loader_t::load_dialog(wxDialog* dialog, wxWindow* parent,
-                                    const std::string& object_name) const {
-  layout_t& layout = layout_for(m_resource_file, m_catalog_name);
-  if (!layout.resource || !dialog) {
+namespace {
+
+// Loads `window` from `object_name` with the resource's loader for its class.
+template <class Window, class Load>
+bool load_window(layout_t& layout, const std::string& file, Window* window, const std::string& object_name,
+                 Load load) {
+  if (!layout.resource || !window) {
     return false;
   }
   wxLogNull quiet;
-  if (!layout.resource->LoadDialog(dialog, parent, wxString::FromUTF8(object_name))) {
-    report_missing(layout, m_resource_file, object_name);
+  if (!load(*layout.resource, wxString::FromUTF8(object_name))) {
+    report_missing(layout, file, object_name);
     return false;
   }
   return true;
 }
 
+}  // namespace
+
+bool resource_loader_t::load_dialog(wxDialog* dialog, wxWindow* parent,
+                                    const std::string& object_name) const {
+  return load_window(layout_for(m_resource_file, m_catalog_name), m_resource_file, dialog, object_name,
+                     [&](wxXmlResource& resource, const wxString& name) {
+                       return resource.LoadDialog(dialog, parent, name);
+                     });
+}
+
 bool resource_loader_t::load_panel(wxPanel* panel, wxWindow* parent, const std::string& object_name) const {
-  layout_t& layout = layout_for(m_resource_file, m_catalog_name);
-  if (!layout.resource || !panel) {
-    return false;
-  }
-  wxLogNull quiet;
-  if (!layout.resource->LoadPanel(panel, parent, wxString::FromUTF8(object_name))) {
-    report_missing(layout, m_resource_file, object_name);
-    return false;
-  }
-  return true;
+  return load_window(
+      layout_for(m_resource_file, m_catalog_name), m_resource_file, panel, object_name,
+      [&](wxXmlResource& resource, const wxString& name) { return resource.LoadPanel(panel, parent, name); });
 }
 
 bool resource_loader_t::is_ok() const {

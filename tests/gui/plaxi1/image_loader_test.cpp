@@ -1,7 +1,9 @@
 // Pictures and animations by name from a picture index, in the resource archive or in a
 // plain folder.
 #include <plaxi1/image_loader.h>
+
 #include <plaxi1/resource_loader.h>
+#include "gui_test.h"
 
 #include "fixtures.h"
 #include "log_capture.h"
@@ -74,24 +76,6 @@ size_t warnings_about(const test_support::log_capture_t& log, const std::string&
   return count;
 }
 
-// Records what reaches wx's own log, where a GUI application would show error boxes.
-class wx_log_recorder_t : public wxLog {
- public:
-  wx_log_recorder_t() : m_previous(wxLog::SetActiveTarget(this)) {}
-  ~wx_log_recorder_t() override { wxLog::SetActiveTarget(m_previous); }
-  std::vector<wxString> m_messages;
-
- protected:
-  void DoLogRecord(wxLogLevel level, const wxString& message, const wxLogRecordInfo&) override {
-    if (level <= wxLOG_Warning) {
-      m_messages.push_back(message);
-    }
-  }
-
- private:
-  wxLog* m_previous;
-};
-
 class image_loader_test : public ::testing::Test {
  protected:
   void SetUp() override { plaxi1::init_resource_handlers(); }
@@ -125,7 +109,7 @@ TEST_F(image_loader_test, keeps_loaded_pictures) {
 
 TEST_F(image_loader_test, missing_name_gives_an_empty_picture_and_one_warning) {
   test_support::log_capture_t log;
-  wx_log_recorder_t wx_log;
+  gui_test::wx_log_recorder_t wx_log;
   const image_loader_t loader(archive_index());
   EXPECT_TRUE(loader.load_static_picture("no_such_picture_1").is_empty());
   EXPECT_TRUE(loader.load_static_picture("no_such_picture_1").is_empty());
@@ -141,7 +125,7 @@ TEST_F(image_loader_test, animation_is_not_a_picture) {
 
 TEST_F(image_loader_test, missing_index_gives_empty_pictures_and_one_warning_per_name) {
   test_support::log_capture_t log;
-  wx_log_recorder_t wx_log;
+  gui_test::wx_log_recorder_t wx_log;
   const image_loader_t loader("/nonexistent/tamsel3.dat#zip:tamsel_images.xrc");
   EXPECT_TRUE(loader.load_static_picture("frame_test16").is_empty());
   EXPECT_TRUE(loader.load_static_picture("frame_test16").is_empty());
@@ -242,7 +226,7 @@ TEST_F(folder_index_test, picture_without_a_dense_form) {
 
 TEST_F(folder_index_test, unreadable_files_give_empty_pictures) {
   test_support::log_capture_t log;
-  wx_log_recorder_t wx_log;
+  gui_test::wx_log_recorder_t wx_log;
   EXPECT_TRUE(image_loader_t(m_index).load_static_picture("broken").is_empty());
   EXPECT_TRUE(image_loader_t(m_index).load_static_picture("gone").is_empty());
   EXPECT_TRUE(image_loader_t(m_index).load_static_picture("empty").is_empty());

@@ -77,24 +77,6 @@ size_t warnings(const test_support::log_capture_t& log) {
   return count;
 }
 
-// Records what reaches wx's own log, where a GUI application would show error boxes.
-class wx_log_recorder_t : public wxLog {
- public:
-  wx_log_recorder_t() : m_previous(wxLog::SetActiveTarget(this)) {}
-  ~wx_log_recorder_t() override { wxLog::SetActiveTarget(m_previous); }
-  std::vector<wxString> m_messages;
-
- protected:
-  void DoLogRecord(wxLogLevel level, const wxString& message, const wxLogRecordInfo&) override {
-    if (level <= wxLOG_Warning) {
-      m_messages.push_back(message);
-    }
-  }
-
- private:
-  wxLog* m_previous;
-};
-
 // Destroys a window the way wx wants, or deletes one that was never created.
 struct window_destroyer_t {
   void operator()(wxWindow* window) const {
@@ -208,7 +190,7 @@ TEST_F(resource_loader_test, without_a_catalog_texts_stay_keys) {
 
 TEST_F(resource_loader_test, missing_object_fails_quietly_with_one_warning) {
   test_support::log_capture_t log;
-  wx_log_recorder_t wx_log;
+  gui_test::wx_log_recorder_t wx_log;
   const size_t shown = shown_top_level_windows();
   const resource_loader_t loader(archive_layouts(), "tamsel");
   dialog_ptr_t dialog(new wxDialog);
@@ -224,7 +206,7 @@ TEST_F(resource_loader_test, missing_object_fails_quietly_with_one_warning) {
 }
 
 TEST_F(resource_loader_test, object_of_another_kind_is_not_loaded) {
-  wx_log_recorder_t wx_log;
+  gui_test::wx_log_recorder_t wx_log;
   dialog_ptr_t dialog(new wxDialog);
   EXPECT_FALSE(
       resource_loader_t(archive_layouts(), "tamsel").load_dialog(dialog.get(), nullptr, "pref.frame_test"));
@@ -233,7 +215,7 @@ TEST_F(resource_loader_test, object_of_another_kind_is_not_loaded) {
 
 TEST_F(resource_loader_test, missing_archive_fails_quietly_with_one_warning) {
   test_support::log_capture_t log;
-  wx_log_recorder_t wx_log;
+  gui_test::wx_log_recorder_t wx_log;
   const size_t shown = shown_top_level_windows();
   const resource_loader_t loader("/nonexistent/tamsel3.dat#zip:tamsel.xrc", "tamsel");
   EXPECT_FALSE(loader.is_ok());
@@ -247,14 +229,14 @@ TEST_F(resource_loader_test, missing_archive_fails_quietly_with_one_warning) {
 }
 
 TEST_F(resource_loader_test, missing_member_of_the_archive_fails) {
-  wx_log_recorder_t wx_log;
+  gui_test::wx_log_recorder_t wx_log;
   const std::string file = resource_dir() + "/tamsel3.dat#zip:no_such.xrc";
   EXPECT_FALSE(resource_loader_t(file, "tamsel").is_ok());
   EXPECT_TRUE(wx_log.m_messages.empty());
 }
 
 TEST_F(resource_loader_test, malformed_layouts_fail) {
-  wx_log_recorder_t wx_log;
+  gui_test::wx_log_recorder_t wx_log;
   test_support::temp_dir_t dir;
   const std::string broken = dir.write("broken.xrc", "<?xml version=\"1.0\"?>\n<resource><object class=");
   const std::string foreign = dir.write("foreign.xrc", "<?xml version=\"1.0\"?>\n<html><body/></html>\n");

@@ -5,6 +5,9 @@
 // gui_test_main.cpp, with an X display (Xvfb in the test runs).
 #include <functional>
 #include <string>
+#include <vector>
+
+#include <wx/log.h>
 
 class wxDialog;
 class wxTopLevelWindow;
@@ -55,5 +58,24 @@ bool capture_png(wxWindow* window, const std::string& path);
 
 /// The window under `root` (root included) whose XRC id or window name is `name`, or null.
 wxWindow* find_named(wxWindow* root, const std::string& name);
+
+// Records what reaches wx's own log, where a GUI application would show error boxes.
+/// Installed for its life as wx's log target.
+class wx_log_recorder_t : public wxLog {
+ public:
+  wx_log_recorder_t() : m_previous(wxLog::SetActiveTarget(this)) {}
+  ~wx_log_recorder_t() override { wxLog::SetActiveTarget(m_previous); }
+  std::vector<wxString> m_messages;
+
+ protected:
+  void DoLogRecord(wxLogLevel level, const wxString& message, const wxLogRecordInfo&) override {
+    if (level <= wxLOG_Warning) {
+      m_messages.push_back(message);
+    }
+  }
+
+ private:
+  wxLog* m_previous;
+};
 
 }  // namespace gui_test
