@@ -1,10 +1,31 @@
 #include "error_warning_panel.h"
 
+#include <tamsel3/error_warning_panel.h>
+#include <tamsel3/text_helpers.h>
+
+#include <plaxi1/ui_settings.h>
+#include <quern2/product_locations.h>
 #include <zandor/ustring.h>
 
+#include <wx/animate.h>
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/clipbrd.h>
+#include <wx/dataobj.h>
+#include <wx/dcclient.h>
+#include <wx/generic/animate.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+#include <wx/stattext.h>
+#include <wx/xrc/xmlres.h>
 #include <boost/tokenizer.hpp>
 
+#if TAMSEL3_HAVE_ATK
+#include <gtk/gtk.h>
+#endif
+
 #include <algorithm>
+#include <cstddef>
 
 namespace tamsel3 {
 
@@ -16,6 +37,401 @@ unsigned get_longest_word_length(const std::string& text) {
     longest = std::max(longest, ZANDOR_2_16::strings::ustring8(word).length());
   }
   return static_cast<unsigned>(longest);
+}
+
+std::vector<std::string> break_into_lines(unsigned max_chars, const std::string& text) {
+  std::vector<std::string> lines;
+  std::size_t start = 0;
+  std::size_t last_space = start;
+  // Signed: after a break the count may start one below zero.
+  std::ptrdiff_t count = 0;
+  const auto limit = static_cast<std::ptrdiff_t>(max_chars);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\n') {
+      lines.push_back(text.substr(start, i - start));
+      start = i + 1;
+      last_space = start;
+      count = 0;
+      continue;
+    }
+    if (text[i] == ' ') {
+      last_space = i;
+    }
+    ++count;
+    if (count >= limit) {
+      lines.push_back(text.substr(start, last_space - start));
+      start = last_space + 1;
+      count = static_cast<std::ptrdiff_t>(i) - static_cast<std::ptrdiff_t>(start);
+      last_space = start;
+    }
+  }
+  if (start < text.size()) {
+    lines.push_back(text.substr(start));
+  }
+  return lines;
+}
+
+std::string join_lines(const std::vector<std::string>& lines) {
+  std::string joined;
+  for (std::size_t index = 0; index < lines.size(); ++index) {
+    if (index > 0) {
+      joined += '\n';
+    }
+    joined += lines[index];
+  }
+  return joined;
+}
+
+void set_accessible_texts(wxWindow* window, const std::string& name, const std::string& description) {
+  if (!window) {
+    return;
+  }
+#if TAMSEL3_HAVE_ATK
+  if (AtkObject* accessible =
+          window->GetHandle() ? gtk_widget_get_accessible(window->GetHandle()) : nullptr) {
+    atk_object_set_name(accessible, name.c_str());
+    atk_object_set_description(accessible, description.c_str());
+    return;
+  }
+#endif
+  // wx has no accessibility of its own on GTK: keep the texts where wx can tell them.
+  window->SetName(wxString::FromUTF8(name));
+  window->SetHelpText(wxString::FromUTF8(description));
+}
+
+std::pair<std::string, std::string> get_accessible_texts(wxWindow* window) {
+  if (!window) {
+    return {};
+  }
+#if TAMSEL3_HAVE_ATK
+  if (AtkObject* accessible =
+          window->GetHandle() ? gtk_widget_get_accessible(window->GetHandle()) : nullptr) {
+    const char* name = atk_object_get_name(accessible);
+    const char* description = atk_object_get_description(accessible);
+    return {name ? name : "", description ? description : ""};
+  }
+#endif
+  return {window->GetName().utf8_string(), window->GetHelpText().utf8_string()};
+}
+
+namespace {
+
+bool is_copy_key(const wxKeyEvent& event) {
+  return event.GetModifiers() == wxMOD_CONTROL && (event.GetKeyCode() == 'C' || event.GetKeyCode() == 'c');
+}
+
+enum focus_t { focus_none, focus_ok, focus_cancel };
+
+// The catalog keys of the two buttons' labels (null: the button is hidden) and the one
+// that gets the focus, by button type.
+struct buttons_t {
+  const char* ok_key;
+  const char* cancel_key;
+  focus_t focus;
+};
+
+buttons_t buttons_of(message_window_t::button_type_t type) {
+  switch (type) {
+    case message_window_t::buttons_yes_no: return {"btn.yes", "btn.no", focus_ok};
+    case message_window_t::buttons_ok_cancel: return {"btn.ok", "btn.cancel", focus_ok};
+    case message_window_t::buttons_retry_cancel: return {"btn.retry", "btn.cancel", focus_cancel};
+    case message_window_t::buttons_none: return {nullptr, nullptr, focus_none};
+    default: return {nullptr, "btn.close", focus_cancel};  // Close, also for 2, 4 and the unknown
+  }
+}
+
+// Shows the button with the label of `key`, or hides it when `key` is null.
+void set_button(wxWindow* button, const char* key) {
+  if (!button) {
+    return;
+  }
+  button->Show(key != nullptr);
+  if (key) {
+    button->SetLabel(wxString::FromUTF8(translate_message(key, ZANDOR_2_16::generic::varg_list())));
+  }
+}
+
+// The answer that a plain Enter should give is the one that has the focus.
+void focus_button(wxWindow* button) {
+  if (!button) {
+    return;
+  }
+  button->SetFocus();
+  if (auto* push_button = dynamic_cast<wxButton*>(button)) {
+    push_button->SetDefault();
+  }
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------------------------------
+// error_warning_panel_t
+
+error_warning_panel_t::error_warning_panel_t(const message_window_t& data) : m_data(data) {
+  m_object_name = "panel.error_warning";
+  Bind(wxEVT_CHAR_HOOK, &error_warning_panel_t::handle_char_hook, this);
+  Bind(wxEVT_PAINT, &error_warning_panel_t::handle_first_paint, this);
+}
+
+error_warning_panel_t::~error_warning_panel_t() = default;
+
+void error_warning_panel_t::on_init_dialog() {
+  m_main_instructions = XRCCTRL(*this, "m_main_instructions", wxStaticText);
+  m_supplemental_instructions = XRCCTRL(*this, "m_supplemental_instructions", wxStaticText);
+  m_icon = XRCCTRL(*this, "m_icon", wxStaticBitmap);
+  m_checkBox5 = XRCCTRL(*this, "m_checkBox5", wxCheckBox);
+  load_images();
+  on_update_ui_settings();
+  set_accessible_texts(this, m_data.m_main_message, m_data.m_supplemental_message);
+}
+
+void error_warning_panel_t::on_ok() { save_check_box_state(true); }
+
+void error_warning_panel_t::on_cancel() {
+  // Close is the one button that both cancels and answers: its choice is kept.
+  if (m_data.m_button_type == message_window_t::buttons_close) {
+    save_check_box_state(true);
+  }
+}
+
+void error_warning_panel_t::on_update_ui_settings() {
+  const wxSize before = GetSize();
+  pref_base_t::on_update_ui_settings();
+  const korvat2::intrusive_pointer_t<plaxi1::ui_settings_t> settings = plaxi1::ui_settings_t::get();
+  m_main_font = settings->get_font(plaxi1::font_large);
+  m_supplemental_font = settings->get_font(plaxi1::font_normal);
+  if (m_main_instructions && m_supplemental_instructions) {
+    fill_controls();
+  }
+  if (GetSize() != before) {
+    m_layout_changed_signal();
+  }
+}
+
+void error_warning_panel_t::fill_controls() {
+  fill_text_controls();
+  // An empty text would leave a gap where it stands.
+  for (wxStaticText* text : {m_main_instructions, m_supplemental_instructions}) {
+    if (text) {
+      text->Show(!text->GetLabel().empty());
+    }
+  }
+
+  const buttons_t buttons = buttons_of(m_data.m_button_type);
+  set_button(m_btn_ok, buttons.ok_key);
+  set_button(m_btn_cancel, buttons.cancel_key);
+  if (buttons.focus == focus_ok) {
+    focus_button(m_btn_ok);
+  } else if (buttons.focus == focus_cancel) {
+    focus_button(m_btn_cancel);
+  }
+
+  if (m_checkBox5) {
+    if (m_data.m_check_box) {
+      m_checkBox5->Show();
+      m_checkBox5->SetValue(m_data.m_check_box->is_checked());
+      m_checkBox5->SetLabel(wxString::FromUTF8(m_data.m_check_box->get_label()));
+    } else {
+      m_checkBox5->Hide();
+    }
+  }
+
+  // The size of the contents, not a floor left by an earlier, longer text.
+  SetMinSize(wxDefaultSize);
+  Fit();
+  SetMinSize(GetSize());
+}
+
+void error_warning_panel_t::set_max_main_msg_width(int width) {
+  set_max_msg_width(m_max_main_msg_width, width);
+}
+
+void error_warning_panel_t::set_max_supp_msg_width(int width) {
+  set_max_msg_width(m_max_supp_msg_width, width);
+}
+
+void error_warning_panel_t::set_max_msg_width(int& field, int width) {
+  if (width < -1) {
+    return;
+  }
+  field = width;
+  on_update_ui_settings();  // rewraps
+}
+
+void error_warning_panel_t::save_check_box_state(bool save) {
+  if (!m_data.m_check_box) {
+    return;
+  }
+  m_data.m_check_box->set_checked(m_checkBox5 && m_checkBox5->GetValue());
+  if (save) {
+    m_data.m_check_box->save_state();
+  }
+}
+
+message_window_t error_warning_panel_t::get_window_data() const { return m_data; }
+
+void error_warning_panel_t::set_animation(const wxAnimation& animation) {
+  m_animation =
+      new wxGenericAnimationCtrl(this, wxID_ANY, animation, wxDefaultPosition, wxDefaultSize, wxNO_BORDER);
+  if (m_icon) {
+    if (wxSizer* sizer = m_icon->GetContainingSizer()) {
+      sizer->Replace(m_icon, m_animation, false);
+    }
+    m_icon->Hide();  // out of the layout, it would still paint at its old place
+  }
+  m_animation->Play();
+}
+
+void error_warning_panel_t::load_images() {
+  plaxi1::picture_t picture;
+  if (m_data.m_icon_type == message_window_t::icon_custom) {
+    picture = m_data.m_picture.is_empty() ? message_window_t::get_icon_by_type(message_window_t::icon_error)
+                                          : m_data.m_picture;
+  } else {
+    picture = message_window_t::get_icon_by_type(m_data.m_icon_type);
+  }
+  if (picture.is_image() && !picture.get_image().is_empty()) {
+    // The form for this window's scale, with its scale factor, so it shows crisp and at
+    // the same logical size on high-density displays.
+    m_bitmap = picture.get_image().getBundle().GetBitmapFor(this);
+  } else if (picture.is_animation() && picture.get_animation().IsOk()) {
+    set_animation(picture.get_animation());
+  }
+  if (m_icon) {
+    m_icon->SetBitmap(m_bitmap);
+  }
+}
+
+void error_warning_panel_t::fill_text_controls() {
+  fill_static_text(m_main_instructions, true, m_data.m_main_message, m_main_font);
+  fill_static_text(m_supplemental_instructions, false, m_data.m_supplemental_message, m_supplemental_font);
+}
+
+void error_warning_panel_t::fill_static_text(wxStaticText* text, bool is_main, const std::string& message,
+                                             wxFont font) {
+  if (message.empty() || !text) {
+    return;
+  }
+  const unsigned limit = max_string_len_in_label(is_main);
+  // The longest word always fits on a line, so the breaker never cuts one.
+  const unsigned longest = get_longest_word_length(message);
+  const std::string content = content_for_label(create_multi_line(std::max(limit, longest), message));
+  text->SetFont(font);
+  text->SetLabelText(wxString::FromUTF8(content));  // an ampersand is text, not a mnemonic
+}
+
+unsigned error_warning_panel_t::max_string_len_in_label(bool is_main) {
+  wxClientDC dc(this);
+  dc.SetFont(is_main ? m_main_font : m_supplemental_font);
+  const int width = is_main ? m_max_main_msg_width : m_max_supp_msg_width;
+  // -1 turns into a count that no text reaches.
+  return static_cast<unsigned>(width) / static_cast<unsigned>(dc.GetCharWidth());
+}
+
+std::vector<std::string> error_warning_panel_t::create_multi_line(unsigned max_chars,
+                                                                  const std::string& text) const {
+  return break_into_lines(max_chars, text);
+}
+
+std::string error_warning_panel_t::content_for_label(const std::vector<std::string>& lines) const {
+  return join_lines(lines);
+}
+
+bool error_warning_panel_t::copy_to_clipboard() const {
+  std::string text = m_data.m_main_message;
+  if (!m_data.m_supplemental_message.empty()) {
+    if (!text.empty()) {
+      text += "\n\n";
+    }
+    text += m_data.m_supplemental_message;
+  }
+  wxClipboard* clipboard = wxTheClipboard;
+  clipboard->UsePrimarySelection(false);  // the clipboard that Ctrl+V reads
+  if (!clipboard->Open()) {
+    return false;
+  }
+  const bool copied = clipboard->SetData(new wxTextDataObject(wxString::FromUTF8(text)));
+  clipboard->Close();
+  return copied;
+}
+
+// GTK gives some controls (buttons among them) their final height only once they are on
+// the screen, after the panel made its size its minimum: fit once more then, and tell the
+// owner.
+void error_warning_panel_t::handle_first_paint(wxPaintEvent& event) {
+  event.Skip();
+  Unbind(wxEVT_PAINT, &error_warning_panel_t::handle_first_paint, this);
+  CallAfter([this] { on_update_ui_settings(); });
+}
+
+void error_warning_panel_t::handle_char_hook(wxKeyEvent& event) {
+  if (is_copy_key(event)) {
+    copy_to_clipboard();
+    return;
+  }
+  event.Skip();
+}
+
+// ---------------------------------------------------------------------------------------
+// error_warning_dialog_t
+
+error_warning_dialog_t::error_warning_dialog_t(const message_window_t& data)
+    : m_panel(new error_warning_panel_t(data)) {
+  m_panel->m_end_dialog_signal.connect(this, &error_warning_dialog_t::on_end_panel);
+  m_panel->m_layout_changed_signal.connect(this, &error_warning_dialog_t::on_update_ui_settings);
+  m_object_name = "dlg.error_warning_dialog";
+  if (data.m_context_help) {
+    SetExtraStyle(GetExtraStyle() | wxWS_EX_CONTEXTHELP);
+  }
+  Bind(wxEVT_CHAR_HOOK, &error_warning_dialog_t::handle_char_hook, this);
+}
+
+error_warning_dialog_t::~error_warning_dialog_t() {
+  // A panel that never became a window has no parent to destroy it.
+  if (m_panel && !m_panel->GetParent()) {
+    delete m_panel;
+  }
+}
+
+void error_warning_dialog_t::on_init_dialog() {
+  m_panel->create(this);
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(m_panel, 0, wxEXPAND, 0);
+  SetSizer(sizer, true);
+  Fit();
+  const wxSize size = GetSize();
+  if (size.GetWidth() > 0 && size.GetHeight() > 0) {
+    SetMinSize(size);
+  }
+  const char* title = quern2::IProductLocations::get()->getProductText(4);
+  set_title(title ? title : "");
+  const message_window_t data = m_panel->get_window_data();
+  set_accessible_texts(this, data.m_main_message, data.m_supplemental_message);
+  Centre(wxBOTH);
+}
+
+void error_warning_dialog_t::on_update_ui_settings() {
+  dialog_base_t::on_update_ui_settings();
+  Fit();
+}
+
+void error_warning_dialog_t::on_end_panel(generic_base_t<wxPanel>*, int code) { end_dialog(code); }
+
+void error_warning_dialog_t::handle_char_hook(wxKeyEvent& event) {
+  if (is_copy_key(event)) {
+    m_panel->copy_to_clipboard();
+    return;
+  }
+  // Without a visible cancel button the toolkit ignores Escape; it then closes the dialog
+  // as the window frame does.
+  if (event.GetKeyCode() == WXK_ESCAPE) {
+    wxWindow* cancel = FindWindow(GetEscapeId());
+    if (!cancel || !cancel->IsShown() || !cancel->IsEnabled()) {
+      Close();
+      return;
+    }
+  }
+  event.Skip();
 }
 
 }  // namespace tamsel3

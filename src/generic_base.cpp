@@ -1,10 +1,14 @@
 #include <tamsel3/generic_base.h>
+#include <tamsel3/message_window.h>
 #include <tamsel3/resource.h>
+#include <tamsel3/text_helpers.h>
 
 #include <plaxi1/ui_settings.h>
 #include <quern2/catalog_registry.h>
+#include <quern2/product_locations.h>
 
 #include <wx/textctrl.h>
+#include <wx/weakref.h>
 #include <wx/xrc/xmlres.h>
 
 #include <algorithm>
@@ -26,7 +30,14 @@ generic_base_t<T>::generic_base_t()
       m_path_messages(path_message_count) {}
 
 template <class T>
-generic_base_t<T>::~generic_base_t() = default;
+generic_base_t<T>::~generic_base_t() {
+  // Every connection of the length warning goes, whatever class the child has; the
+  // multi-line connections go with the children.
+  for (wxWindow* child : this->GetChildren()) {
+    while (child->Unbind(wxEVT_TEXT_MAXLEN, &generic_base_t::on_max_len, this)) {
+    }
+  }
+}
 
 template <class T>
 void generic_base_t<T>::save_settings() {}
@@ -80,11 +91,78 @@ void generic_base_t<T>::load_auxiliary_strings() {
 template <class T>
 void generic_base_t<T>::set_max_text_limit() {
   for (wxWindow* child : this->GetChildren()) {
-    if (auto* field = dynamic_cast<wxTextCtrl*>(child)) {
-      const long limit = m_max_len_options[field].m_max_len;
+    auto* field = dynamic_cast<wxTextCtrl*>(child);
+    if (!field) {
+      continue;
+    }
+    const long limit = m_max_len_options[field].m_max_len;
+    // Only single-line fields get the toolkit's limit and its event (GTK has none for
+    // multi-line ones, which are watched instead). A repeated call adds a connection, and
+    // the first to answer stops the event.
+    if (field->GetWindowStyle() & wxTE_MULTILINE) {
+      field->Bind(wxEVT_TEXT, &generic_base_t::on_text_changed, this);
+    } else {
       field->SetMaxLength(limit == -1 ? default_max_len : limit);
+      field->Bind(wxEVT_TEXT_MAXLEN, &generic_base_t::on_max_len, this);
     }
   }
+}
+
+template <class T>
+void generic_base_t<T>::on_text_changed(wxCommandEvent& event) {
+  event.Skip();  // the field's other listeners still hear of the change
+  auto* field = get_ctrl_from_event<wxTextCtrl>(event);
+  if (!field) {
+    return;
+  }
+  long limit = m_max_len_options[field].m_max_len;
+  limit = limit == -1 ? default_max_len : limit;
+  if (static_cast<int>(field->GetValue().length()) <= limit) {
+    return;
+  }
+  // GTK is still inserting into the field's buffer: cut and warn once it has finished.
+  wxWeakRef<wxTextCtrl> weak(field);
+  this->CallAfter([this, weak, limit] {
+    wxTextCtrl* cut = weak.get();
+    if (!cut || static_cast<int>(cut->GetValue().length()) <= limit) {
+      return;
+    }
+    cut->ChangeValue(cut->GetValue().Left(static_cast<size_t>(limit)));  // no new event
+    wxCommandEvent reached(wxEVT_TEXT, cut->GetId());
+    reached.SetEventObject(cut);
+    on_max_len(reached);
+  });
+}
+
+template <class T>
+void generic_base_t<T>::on_max_len(wxCommandEvent& event) {
+  const ZANDOR_2_16::i18n::catalog_t* catalog = quern2::getMessageCatalog("tamsel");
+  auto* field = get_ctrl_from_event<wxTextCtrl>(event);
+  if (!catalog || !field) {
+    return;
+  }
+  max_len_options_t options = gen_max_len_options(field);
+  const long limit = options.m_max_len == -1 ? default_max_len : options.m_max_len;
+  const ZANDOR_2_16::generic::varg_list no_args;
+  if (options.m_field_name.empty()) {
+    options.m_field_name = catalog->message("text").as_ustring(no_args).str();
+  }
+  if (options.m_details_key.empty()) {
+    options.m_details_key = "max_len_details";
+  }
+  using ZANDOR_2_16::generic::argument;
+  const std::string main_text = catalog->message("max_len")
+                                    .as_ustring(ZANDOR_2_16::generic::varg_list(argument(
+                                        "field_name", set_1st_letter_uppercase(options.m_field_name))))
+                                    .str();
+  const ZANDOR_2_16::generic::varg_list details_args(
+      argument("product_name", quern2::IProductLocations::get()->getProductText(5)),
+      argument("field_name", options.m_field_name), argument("max_len", limit));
+  std::string details = catalog->message(options.m_details_key).as_ustring(details_args).str();
+  if (details.empty()) {
+    details = catalog->message("max_len_details").as_ustring(details_args).str();
+  }
+  show_msg_box(main_text, details, message_window_t::icon_warning, this);
 }
 
 template <class T>

@@ -1,5 +1,7 @@
 #include "samples.h"
 
+#include "entries.h"
+
 #include <wx/filename.h>
 #include <wx/sizer.h>
 #include <wx/stdpaths.h>
@@ -59,6 +61,35 @@ void preferences_dialog_t::on_end_page(tamsel3::generic_base_t<wxPanel>*, int co
   } else {
     Hide();
   }
+}
+
+std::vector<entry_t> frame_entries() {
+  return {
+      {"project_settings", "Project settings (dialog)",
+       "A host dialog on the library's frame: layout from the host's own file, texts through the "
+       "catalog, OK saves, Cancel, Escape and the window frame cancel, Help is enabled by a help id.",
+       [](wxWindow* parent) {
+         project_settings_dialog_t dialog;
+         dialog.show_modal(parent);
+       },
+       [](wxWindow* parent) -> wxTopLevelWindow* {
+         auto* dialog = new project_settings_dialog_t;
+         dialog->show_nonmodal(parent, true);
+         return dialog;
+       }},
+      {"editor_options_page", "Editor options (page in a dialog)",
+       "A host page on the library's frame, embedded in a preferences dialog that ends when the "
+       "page fires its end signal.",
+       [](wxWindow* parent) {
+         preferences_dialog_t dialog(parent);
+         dialog.ShowModal();
+       },
+       [](wxWindow* parent) -> wxTopLevelWindow* {
+         auto* dialog = new preferences_dialog_t(parent);
+         dialog->Show();
+         return dialog;
+       }},
+  };
 }
 
 }  // namespace gallery

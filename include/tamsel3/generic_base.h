@@ -70,6 +70,10 @@ class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
   void set_max_len_options(wxTextCtrl* control, max_len_options_t options);
   /// A copy of the field's entry, made with the defaults when there is none.
   max_len_options_t gen_max_len_options(wxTextCtrl* control);
+  /// Holds a multi-line field at its limit, which the toolkit doesn't do for those.
+  void on_text_changed(wxCommandEvent& event);
+  /// Warns that a field reached its limit, naming the field and the limit.
+  void on_max_len(wxCommandEvent& event);
 
   bool is_loaded() const { return m_loaded; }
   bool is_initialized() const { return m_initialized; }
@@ -109,6 +113,12 @@ class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
   void apply_size_floor();
   void find_standard_buttons();
 };
+
+/// The event's object as a `Control`, or null when it is none or of another class.
+template <class Control>
+Control* get_ctrl_from_event(const wxEvent& event) {
+  return dynamic_cast<Control*>(event.GetEventObject());
+}
 
 extern template class generic_base_t<wxPanel>;
 extern template class generic_base_t<dummy>;

@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -170,6 +171,62 @@ TEST_F(image_loader_test, missing_animation_is_not_ok_with_one_warning) {
   EXPECT_FALSE(loader.load_animation("no_such_animation_1").IsOk());
   EXPECT_FALSE(loader.load_animation("frame_test16").IsOk());  // a picture is no animation
   EXPECT_EQ(warnings_about(log, "no_such_animation_1"), 1u);
+}
+
+// The library's own pictures: each at its size with a form twice as large beside it.
+TEST_F(image_loader_test, loads_the_message_pictures_with_their_dense_forms) {
+  const image_loader_t loader(archive_index());
+  const std::vector<std::pair<std::string, int>> pictures = {
+      {"error24", 24}, {"warning24", 24}, {"checkmark24", 24}, {"info24", 24},
+      {"error12", 12}, {"warning12", 12}, {"info12", 12},      {"empty12", 12},
+  };
+  for (const auto& [name, side] : pictures) {
+    SCOPED_TRACE(name);
+    const wxStaticPicture picture = loader.load_static_picture(name);
+    ASSERT_FALSE(picture.is_empty());
+    const wxImage image = picture.getImage(false);
+    EXPECT_EQ(image.GetSize(), wxSize(side, side));
+    ASSERT_TRUE(image.HasAlpha());
+    EXPECT_EQ(image.GetAlpha(0, 0), 0);  // a transparent ground
+    const wxBitmap dense = picture.getBundle().GetBitmap(wxSize(2 * side, 2 * side));
+    EXPECT_EQ(dense.GetSize(), wxSize(2 * side, 2 * side));
+    EXPECT_TRUE(same_pixels(dense.ConvertToImage(), archive_image("images/" + name + "@2x.png")));
+  }
+  // A white cross on red, a dark mark on yellow, white on green and on blue.
+  const wxImage error = loader.load_static_picture("error24").getImage(false);
+  EXPECT_EQ(colour_at(error, 12, 12), *wxWHITE);
+  EXPECT_EQ(colour_at(error, 12, 4), wxColour(0xE0, 0x1B, 0x24));
+  const wxImage warning = loader.load_static_picture("warning24").getImage(false);
+  EXPECT_EQ(colour_at(warning, 12, 10), wxColour(0x3D, 0x38, 0x46));
+  EXPECT_EQ(colour_at(warning, 7, 19), wxColour(0xF5, 0xC2, 0x11));
+  EXPECT_EQ(colour_at(loader.load_static_picture("checkmark24").getImage(false), 12, 4),
+            wxColour(0x2E, 0xC2, 0x7E));
+  const wxImage info = loader.load_static_picture("info24").getImage(false);
+  EXPECT_EQ(colour_at(info, 12, 15), *wxWHITE);
+  EXPECT_EQ(colour_at(info, 5, 12), wxColour(0x35, 0x84, 0xE4));
+  const wxImage empty = loader.load_static_picture("empty12").getImage(false);
+  for (int y = 0; y < 12; ++y) {
+    for (int x = 0; x < 12; ++x) {
+      EXPECT_EQ(empty.GetAlpha(x, y), 0);
+    }
+  }
+}
+
+TEST_F(image_loader_test, loads_the_progress_spinner) {
+  const wxAnimation animation = image_loader_t(archive_index()).load_animation("progress");
+  ASSERT_TRUE(animation.IsOk());
+  ASSERT_EQ(animation.GetFrameCount(), 12u);
+  EXPECT_EQ(animation.GetSize(), wxSize(24, 24));
+  for (unsigned frame = 0; frame < animation.GetFrameCount(); ++frame) {
+    EXPECT_EQ(animation.GetDelay(frame), 80);
+    EXPECT_EQ(animation.GetFrame(frame).GetSize(), wxSize(24, 24));
+  }
+  // The dots are grey, and the largest one moves on from frame to frame.
+  const wxImage first = animation.GetFrame(0);
+  const wxImage later = animation.GetFrame(3);
+  ASSERT_TRUE(first.IsOk() && later.IsOk());
+  EXPECT_EQ(colour_at(first, 15, 3), wxColour(0x77, 0x76, 0x7B));
+  EXPECT_FALSE(same_pixels(first, later));
 }
 
 // An index in a plain folder, with pictures of one colour each.

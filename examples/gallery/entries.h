@@ -1,0 +1,26 @@
+#pragma once
+// The gallery's entries: each shows one window of the library with realistic data.
+#include <functional>
+#include <string>
+#include <vector>
+
+class wxTopLevelWindow;
+class wxWindow;
+
+namespace gallery {
+
+/// One window of the gallery: how to open it for a person, and for a screenshot.
+struct entry_t {
+  std::string id;                                           ///< file name of its screenshot
+  std::string title;                                        ///< line in the gallery's list
+  std::string description;                                  ///< what it shows
+  std::function<void(wxWindow* parent)> run;                // interactive, usually modal
+  std::function<wxTopLevelWindow*(wxWindow* parent)> show;  // shown without a loop
+};
+
+/// Windows built by a host on the library's frame.
+std::vector<entry_t> frame_entries();
+/// Message windows of every kind.
+std::vector<entry_t> message_entries();
+
+}  // namespace gallery
