@@ -6,7 +6,9 @@
 #include <tamsel3/error_warning_panel.h>
 #include <tamsel3/generic_base.h>
 #include <tamsel3/global_show_help.h>
+#include <tamsel3/language_info.h>
 #include <tamsel3/max_len_options.h>
+#include <tamsel3/message.h>
 #include <tamsel3/message_window.h>
 #include <tamsel3/pref_base.h>
 #include <tamsel3/resource.h>

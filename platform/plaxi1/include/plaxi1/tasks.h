@@ -1,0 +1,176 @@
+#pragma once
+/// Tasks and their scheduler: work handed over from any thread to run on the GUI thread,
+/// and the posting of a signal's emission to the GUI thread.
+#include <korvat2/intrusive_pointer.h>
+#include <korvat2/signal.h>
+
+#include <wx/thread.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <string>
+#include <tuple>
+#include <utility>
+
+class wxEvtHandler;
+
+namespace plaxi1::tasks {
+
+// Queue names known to the scheduler. Static, so each translation unit has its own copy
+// and none depends on another's initialisation order.
+static const std::string MAIN_QUEUE_NAME = "main";
+static const std::string SERVICE_QUEUE_NAME = "service";
+static const std::string LONG_TASKS_QUEUE_NAME = "long tasks";
+static const std::string DELAY_TASKS_QUEUE_NAME = "delay tasks";
+
+/// The operations of a task, without its count.
+class ITaskInterface {
+ public:
+  virtual ~ITaskInterface() = default;
+  /// Asks the task not to run, or to stop early; any thread.
+  virtual void Cancel() = 0;
+  virtual bool IsCanceled() const = 0;
+  /// Called by the scheduler around DoTask, on the thread that runs it.
+  virtual void TaskStarted() = 0;
+  virtual void DoTask() = 0;
+  virtual void TaskFinished() = 0;
+  virtual bool IsLongTask() const = 0;
+  virtual bool IsServiceThreadNeeded() const = 0;
+  virtual std::string GetDisplayName() const = 0;
+};
+
+/// The scheduler's unit of work; counted, so that the poster and the scheduler share it.
+class ITask : public ITaskInterface, public korvat2::intrusive_pointer_impl_t {
+ public:
+  ~ITask() override = default;
+};
+
+/// Default bodies: nothing to do, a cancel flag and an empty name.
+class DefaultTaskImpl : public ITask {
+ public:
+  DefaultTaskImpl();
+  ~DefaultTaskImpl() override;
+
+  void Cancel() override;
+  bool IsCanceled() const override;
+  void TaskStarted() override;
+  void DoTask() override;
+  void TaskFinished() override;
+  bool IsLongTask() const override;
+  bool IsServiceThreadNeeded() const override;
+  std::string GetDisplayName() const override;
+
+ private:
+  // Cancel may come from any thread while the scheduler asks on another.
+  mutable wxMutex m_mutex;
+  bool m_canceled = false;
+};
+
+/// A task whose work runs on the GUI thread, in DoGUITask.
+class GUITask : public DefaultTaskImpl {
+ public:
+  void DoTask() override;
+  bool IsLongTask() const override;
+  bool IsServiceThreadNeeded() const override;
+  virtual void DoGUITask() = 0;
+};
+
+/// Told by the scheduler when it starts and finishes a task, on the GUI thread.
+class ISchedulerStatusCallback : public korvat2::intrusive_pointer_impl_t {
+ public:
+  ~ISchedulerStatusCallback() override = default;
+  virtual void TaskStarted(ITask& task) = 0;
+  virtual void TaskFinished(ITask& task) = 0;
+};
+
+/// The one scheduler of the process. Every task runs on the GUI thread, delivered through
+/// the wx application's event queue in order of arrival; a task is referenced until it
+/// has run. Tasks added before the wx application exists wait until it does.
+class Scheduler : public korvat2::intrusive_pointer_impl_t {
+ public:
+  /// The scheduler, made on first use. A non-null callback replaces the current one.
+  static korvat2::intrusive_pointer_t<Scheduler> Get(
+      korvat2::intrusive_pointer_t<ISchedulerStatusCallback> callback);
+
+  /// Appends `task` to the queue named `queue` ("" is the default queue); any thread. Never
+  /// waits for the GUI thread: the task runs later, after the tasks that came before it.
+  void AddTask(korvat2::intrusive_pointer_t<ITask> task, const std::string& queue);
+
+  /// Tasks waiting to run, over all queues.
+  std::size_t GetPendingCount() const;
+
+  /// Asks the application to deliver the waiting tasks, if it exists and no request is
+  /// pending. For the scheduler's wx module, which calls it once the application exists.
+  void _request_delivery();
+  /// Forgets a request that a departing application won't answer.
+  void _application_gone();
+
+  Scheduler(const Scheduler&) = delete;
+  Scheduler& operator=(const Scheduler&) = delete;
+  ~Scheduler() override;
+
+ private:
+  struct entry_t {
+    std::uint64_t arrival;
+    korvat2::intrusive_pointer_t<ITask> task;
+  };
+
+  Scheduler();
+  void deliver();
+  korvat2::intrusive_pointer_t<ITask> take_next();
+  void run(ITask& task);
+
+  mutable std::mutex m_mutex;
+  std::map<std::string, std::deque<entry_t>> m_queues;
+  std::uint64_t m_next_arrival = 0;
+  std::size_t m_pending_count = 0;
+  bool m_delivery_requested = false;
+  korvat2::intrusive_pointer_t<ISchedulerStatusCallback> m_callback;
+  wxEvtHandler* m_handler;  // receives the delivery requests; owned
+};
+
+namespace _internal {
+
+/// Fills argument places that are not in use.
+struct dummy_t {};
+
+/// Emits a snapshot of a signal, with copies of the arguments, on the GUI thread.
+template <class Signal, class... A>
+class PostSignalTask : public GUITask {
+ public:
+  explicit PostSignalTask(const Signal& signal, A... args) : m_signal(signal), m_args(std::move(args)...) {}
+  // Destroying the private signal takes its connections out of the subscribers' lists.
+  ~PostSignalTask() override = default;
+
+  void DoGUITask() override {
+    std::apply([this](const A&... args) { m_signal(args...); }, m_args);
+    // Never calls twice, and no subscriber keeps an entry for a task about to go.
+    m_signal._erase_all();
+  }
+
+ private:
+  Signal m_signal;
+  std::tuple<A...> m_args;
+};
+
+}  // namespace _internal
+
+/// Emits `signal` with `args` on the GUI thread, later; any thread. The subscribers are
+/// those connected now; one that dies before the delivery isn't called. The arguments are
+/// stored as passed: give them in the signal's own types (a std::string, not a char*).
+template <class Signal, class... A>
+void PostSignal(Signal signal, A... args) {
+  korvat2::intrusive_pointer_t<ISchedulerStatusCallback> callback;
+  korvat2::intrusive_pointer_t<Scheduler> scheduler = Scheduler::Get(callback);
+  korvat2::intrusive_pointer_t<ITask> task(
+      new _internal::PostSignalTask<Signal, A...>(signal, std::move(args)...));
+  scheduler->AddTask(task, std::string());
+  task.reset();
+  scheduler.reset();
+  callback.reset();
+}
+
+}  // namespace plaxi1::tasks
