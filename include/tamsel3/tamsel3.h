@@ -11,5 +11,6 @@
 #include <tamsel3/message.h>
 #include <tamsel3/message_window.h>
 #include <tamsel3/pref_base.h>
+#include <tamsel3/progress.h>
 #include <tamsel3/resource.h>
 #include <tamsel3/text_helpers.h>

@@ -1,5 +1,6 @@
 #include <korvat2/signal.h>
 
+#include <algorithm>
 #include <thread>
 
 namespace korvat2::_internal {
@@ -22,6 +23,8 @@ void subscriber_base_t::disconnect_all_signals() {
     }
     signal->drop_subscriber_locked(this);
     signal->m_mutex->release();
+    // All of this signal's entries go at once: it no longer knows us, so a stale entry
+    // would outlive it.
     m_signals.remove(signal);
   }
   m_subscriber_mutex.release();
@@ -83,7 +86,9 @@ void signal_base_t::_erase(const connection_t& connection) {
     m_connections.erase(found);
   }
   if (connection.subscriber) {
-    remove_from_subscriber(connection.subscriber);
+    // Every entry of this signal goes, also one that a second method of the same
+    // subscriber made: one method per signal is what callers use.
+    remove_from_subscriber(connection.subscriber, true);
   }
 }
 
@@ -179,7 +184,7 @@ void signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
 void signal_base_t::unlink_all_locked() {
   for (connection_t& connection : m_connections) {
     if (connection.subscriber) {
-      remove_from_subscriber(connection.subscriber);
+      remove_from_subscriber(connection.subscriber, false);
       if (m_in_emission) {
         connection = connection_t();
       }
@@ -190,9 +195,19 @@ void signal_base_t::unlink_all_locked() {
   }
 }
 
-void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber) {
+void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber, bool every_entry) {
   threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
-  subscriber->m_signals.remove(this);
+  auto& signals = subscriber->m_signals;
+  if (every_entry) {
+    signals.remove(this);
+    return;
+  }
+  // One entry per connection: only one goes with the connection. Signals leave mostly in
+  // the order they came (posted snapshots), so the entry is found near the front.
+  const auto found = std::find(signals.begin(), signals.end(), this);
+  if (found != signals.end()) {
+    signals.erase(found);
+  }
 }
 
 }  // namespace korvat2::_internal

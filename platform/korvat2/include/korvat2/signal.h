@@ -113,7 +113,7 @@ class signal_base_t : public subscriber_base_t {
   void insert_locked(const connection_t& connection);
   void drop_subscriber_locked(subscriber_base_t* subscriber);
   void unlink_all_locked();
-  void remove_from_subscriber(subscriber_base_t* subscriber);
+  void remove_from_subscriber(subscriber_base_t* subscriber, bool every_entry);
 
   mutable unsigned char* m_in_emission = nullptr;
   // On the heap, so that a signal destroyed inside its own emission can leave it to the

@@ -4,8 +4,7 @@
 #include <korvat2/intrusive_pointer.h>
 #include <korvat2/signal.h>
 
-#include <wx/thread.h>
-
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -65,8 +64,7 @@ class DefaultTaskImpl : public ITask {
 
  private:
   // Cancel may come from any thread while the scheduler asks on another.
-  mutable wxMutex m_mutex;
-  bool m_canceled = false;
+  std::atomic<bool> m_canceled{false};
 };
 
 /// A task whose work runs on the GUI thread, in DoGUITask.
@@ -120,14 +118,22 @@ class Scheduler : public korvat2::intrusive_pointer_impl_t {
 
   Scheduler();
   void deliver();
-  korvat2::intrusive_pointer_t<ITask> take_next();
+  void request_delivery_locked();
+  void take_all_locked();
   void run(ITask& task);
 
+  // Guards the queues, the arrival counter and the request flag. Posters take it once per
+  // task, the GUI thread once per batch.
   mutable std::mutex m_mutex;
   std::map<std::string, std::deque<entry_t>> m_queues;
   std::uint64_t m_next_arrival = 0;
-  std::size_t m_pending_count = 0;
+  // Queued and ready tasks; changed under m_mutex, except by the GUI thread as it runs one.
+  std::atomic<std::size_t> m_pending_count{0};
   bool m_delivery_requested = false;
+  // Taken out of the queues in order of arrival and not run yet; the GUI thread's only.
+  std::deque<korvat2::intrusive_pointer_t<ITask>> m_ready;
+  // Apart from m_mutex, so that reading it for each task doesn't contend with posters.
+  std::mutex m_callback_mutex;
   korvat2::intrusive_pointer_t<ISchedulerStatusCallback> m_callback;
   wxEvtHandler* m_handler;  // receives the delivery requests; owned
 };
