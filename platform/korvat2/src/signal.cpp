@@ -1,6 +1,5 @@
 #include <korvat2/signal.h>
 
-#include <algorithm>
 #include <thread>
 
 namespace korvat2::_internal {
@@ -202,11 +201,24 @@ void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber, bool e
     signals.remove(this);
     return;
   }
-  // One entry per connection: only one goes with the connection. Signals leave mostly in
-  // the order they came (posted snapshots), so the entry is found near the front.
-  const auto found = std::find(signals.begin(), signals.end(), this);
-  if (found != signals.end()) {
-    signals.erase(found);
+  // One entry per connection: only one goes with the connection. Posted snapshots leave
+  // either just after they came (the sender's copy) or in the order they came (delivered),
+  // so the entry lies near one of the ends: look from both at once.
+  auto front = signals.begin();
+  auto back = signals.end();
+  while (front != back) {
+    if (*front == this) {
+      signals.erase(front);
+      return;
+    }
+    if (*--back == this) {
+      signals.erase(back);
+      return;
+    }
+    if (front == back) {
+      return;
+    }
+    ++front;
   }
 }
 
