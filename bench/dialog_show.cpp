@@ -1,6 +1,8 @@
 // Time from show_modal to the dialog's first paint: the first show of a new dialog
 // (loading its layout) and a second show of the same dialog. Needs a display: run under
 // `xvfb-run -a -s '-screen 0 1600x1200x24'` where there is none.
+#include "wx_session.h"
+
 #include <tamsel3/dialog_base.h>
 
 #include <benchmark/benchmark.h>
@@ -66,13 +68,11 @@ BENCHMARK(second_show)->UseManualTime()->Unit(benchmark::kMillisecond)->Iteratio
 
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
-  wxApp::SetInstance(new wxApp);  // a GUI application; without one wx makes a console one
-  if (!wxEntryStart(argc, argv) || !wxTheApp || !wxTheApp->CallOnInit()) {
+  const bench_support::wx_session_t session(argc, argv);
+  if (!session.ok()) {
     return 1;
   }
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
-  wxTheApp->OnExit();
-  wxEntryCleanup();
   return 0;
 }

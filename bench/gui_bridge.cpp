@@ -3,6 +3,7 @@
 // subscriber against wxTheApp->CallAfter with a lambda, both counting on the GUI thread.
 // Needs a display: run under `xvfb-run -a -s '-screen 0 1600x1200x24'` where there is none.
 #include "ratio_reporter.h"
+#include "wx_session.h"
 
 #include <plaxi1/tasks.h>
 
@@ -95,19 +96,13 @@ int main(int argc, char** argv) {
   // wx gets no arguments: the base application would reject the benchmark's options.
   int wx_argc = 1;
   char* wx_argv[] = {argv[0], nullptr};
-  wxApp::SetInstance(new wxApp);  // a GUI application; without one wx makes a console one
-  if (!wxEntryStart(wx_argc, wx_argv) || !wxTheApp || !wxTheApp->CallOnInit()) {
+  const bench_support::wx_session_t session(wx_argc, wx_argv);
+  if (!session.ok()) {
     return 1;
   }
-  int result = 1;
-  {
-    // Pending events and CallAfter calls are delivered by an active loop.
-    wxGUIEventLoop loop;
-    wxEventLoopActivator activate(&loop);
-    register_all();
-    result = bench_support::run_with_ratios(argc, argv, "post_signal", {"call_after"});
-  }
-  wxTheApp->OnExit();
-  wxEntryCleanup();
-  return result;
+  // Pending events and CallAfter calls are delivered by an active loop.
+  wxGUIEventLoop loop;
+  wxEventLoopActivator activate(&loop);
+  register_all();
+  return bench_support::run_with_ratios(argc, argv, "post_signal", {"call_after"});
 }

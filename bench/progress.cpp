@@ -3,6 +3,8 @@
 // a task to the GUI thread. Posting needs the wx application, whose loop is run between
 // batches so that the scheduler's queue doesn't grow. Needs a display: run under
 // `xvfb-run -a -s '-screen 0 1600x1200x24'` where there is none.
+#include "wx_session.h"
+
 #include <tamsel3/progress.h>
 
 #include <plaxi1/tasks.h>
@@ -81,14 +83,12 @@ BENCHMARK(stepping)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
-  wxApp::SetInstance(new wxApp);  // a GUI application; without one wx makes a console one
-  if (!wxEntryStart(argc, argv) || !wxTheApp || !wxTheApp->CallOnInit()) {
+  const bench_support::wx_session_t session(argc, argv);
+  if (!session.ok()) {
     return 1;
   }
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   deliver_posts();
-  wxTheApp->OnExit();
-  wxEntryCleanup();
   return 0;
 }
