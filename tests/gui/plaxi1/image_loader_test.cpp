@@ -27,18 +27,9 @@ namespace {
 using plaxi1::image_loader_t;
 using plaxi1::wxStaticPicture;
 
-// The build's resource directory: the one the test command names, else share/tamsel3
-// beside the program's bin folder, as the build tree is laid out.
-std::string resource_dir() {
-  if (const char* dir = std::getenv("TAMSEL3_RESOURCE_DIR"); dir && *dir) {
-    return dir;
-  }
-  std::error_code ignored;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ignored);
-  return (program.parent_path().parent_path() / "share" / "tamsel3").string();
+std::string archive(const std::string& member) {
+  return gui_test::resource_dir() + "/tamsel3.dat#zip:" + member;
 }
-
-std::string archive(const std::string& member) { return resource_dir() + "/tamsel3.dat#zip:" + member; }
 
 std::string archive_index() { return archive("tamsel_images.xrc"); }
 

@@ -32,25 +32,14 @@ namespace {
 
 using plaxi1::resource_loader_t;
 
-// The build's resource directory: the one the test command names, else share/tamsel3
-// beside the program's bin folder, as the build tree is laid out.
-std::string resource_dir() {
-  if (const char* dir = std::getenv("TAMSEL3_RESOURCE_DIR"); dir && *dir) {
-    return dir;
-  }
-  std::error_code ignored;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ignored);
-  return (program.parent_path().parent_path() / "share" / "tamsel3").string();
-}
-
-std::string archive_layouts() { return resource_dir() + "/tamsel3.dat#zip:tamsel.xrc"; }
+std::string archive_layouts() { return gui_test::resource_dir() + "/tamsel3.dat#zip:tamsel.xrc"; }
 
 // The English text of a key of the library's catalog, read past the loader.
 std::string text_of(const std::string& key) {
   static const std::shared_ptr<const ZANDOR_2_16::i18n::catalog_t> catalog = [] {
     std::string error;
     auto loaded = ZANDOR_2_16::i18n::catalog_t::load_po_file(
-        "tamsel", "en", resource_dir() + "/catalogs/tamsel/en.po", error);
+        "tamsel", "en", gui_test::resource_dir() + "/catalogs/tamsel/en.po", error);
     EXPECT_TRUE(loaded) << error;
     return loaded;
   }();
@@ -230,7 +219,7 @@ TEST_F(resource_loader_test, missing_archive_fails_quietly_with_one_warning) {
 
 TEST_F(resource_loader_test, missing_member_of_the_archive_fails) {
   gui_test::wx_log_recorder_t wx_log;
-  const std::string file = resource_dir() + "/tamsel3.dat#zip:no_such.xrc";
+  const std::string file = gui_test::resource_dir() + "/tamsel3.dat#zip:no_such.xrc";
   EXPECT_FALSE(resource_loader_t(file, "tamsel").is_ok());
   EXPECT_TRUE(wx_log.m_messages.empty());
 }

@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <cctype>
 #include <chrono>
+#include <cstdlib>
+#include <filesystem>
 #include <utility>
 
 namespace gui_test {
@@ -207,6 +209,17 @@ wxWindow* find_named(wxWindow* root, const std::string& name) {
     return found;
   }
   return root->FindWindow(wx_name);
+}
+
+// The build's resource directory: the one the test command names, else share/tamsel3
+// beside the program's bin folder, as the build tree is laid out.
+std::string resource_dir() {
+  if (const char* dir = std::getenv("TAMSEL3_RESOURCE_DIR"); dir && *dir) {
+    return dir;
+  }
+  std::error_code ignored;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ignored);
+  return (program.parent_path().parent_path() / "share" / "tamsel3").string();
 }
 
 }  // namespace gui_test

@@ -78,4 +78,8 @@ class wx_log_recorder_t : public wxLog {
   wxLog* m_previous;
 };
 
+/// The build's resource directory: the one the test command names, else share/tamsel3
+/// beside the program's bin folder, as the build tree is laid out.
+std::string resource_dir();
+
 }  // namespace gui_test
