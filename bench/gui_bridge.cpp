@@ -1,6 +1,7 @@
 // Deliveries per second from worker threads to the GUI thread, end to end: from the first
-// post until the GUI thread, pumping its loop, has delivered them all. PostSignal to a
-// subscriber against wxTheApp->CallAfter with a lambda, both counting on the GUI thread.
+// post until the GUI thread's running event loop has delivered them all. Both sides do the
+// same work on the GUI thread, an emission of the signal to its subscriber: PostSignal
+// posts a snapshot of the signal, CallAfter a lambda that emits it.
 // Needs a display: run under `xvfb-run -a -s '-screen 0 1600x1200x24'` where there is none.
 #include "ratio_reporter.h"
 #include "wx_session.h"
@@ -21,16 +22,23 @@ namespace {
 
 constexpr int items_per_iteration = 20000;
 
+// Counts deliveries and ends the GUI thread's loop at the last one of a round.
 class counting_subscriber_t : public korvat2::subscriber_base_t {
  public:
-  void on_emit(int) { ++m_count; }
+  void on_emit(int) {
+    if (++m_count == m_target) {
+      wxEventLoopBase::GetActive()->Exit();
+    }
+  }
   long m_count = 0;
+  long m_target = 0;
 };
 
 // Starts `threads` workers that each make their share of the posts with `post`, and runs
-// the GUI thread's loop until `delivered` reaches the total.
+// the GUI thread's loop until the subscriber has seen them all.
 template <class Post>
-void post_and_deliver(int threads, const long& delivered, long start, Post post) {
+void post_and_deliver(int threads, counting_subscriber_t& subscriber, Post post) {
+  subscriber.m_target = subscriber.m_count + items_per_iteration;
   std::vector<std::thread> workers;
   const int share = items_per_iteration / threads;
   for (int self = 0; self < threads; ++self) {
@@ -40,13 +48,8 @@ void post_and_deliver(int threads, const long& delivered, long start, Post post)
       }
     });
   }
-  wxEventLoopBase* loop = wxEventLoopBase::GetActive();
-  while (delivered < start + items_per_iteration) {
-    wxTheApp->ProcessPendingEvents();
-    while (loop->Pending()) {
-      loop->Dispatch();
-    }
-  }
+  wxGUIEventLoop loop;
+  loop.Run();
   for (std::thread& worker : workers) {
     worker.join();
   }
@@ -58,17 +61,19 @@ void post_signal(benchmark::State& state) {
   counting_subscriber_t subscriber;
   signal.connect(&subscriber, &counting_subscriber_t::on_emit);
   for (auto _ : state) {
-    post_and_deliver(threads, subscriber.m_count, subscriber.m_count,
-                     [&signal](int value) { plaxi1::tasks::PostSignal(signal, value); });
+    post_and_deliver(threads, subscriber, [&signal](int value) { plaxi1::tasks::PostSignal(signal, value); });
   }
   state.SetItemsProcessed(state.iterations() * items_per_iteration);
 }
 
 void call_after(benchmark::State& state) {
   const int threads = static_cast<int>(state.range(0));
-  long count = 0;
+  korvat2::signal_t<int> signal;
+  counting_subscriber_t subscriber;
+  signal.connect(&subscriber, &counting_subscriber_t::on_emit);
   for (auto _ : state) {
-    post_and_deliver(threads, count, count, [&count](int) { wxTheApp->CallAfter([&count] { ++count; }); });
+    post_and_deliver(threads, subscriber,
+                     [&signal](int value) { wxTheApp->CallAfter([&signal, value] { signal(value); }); });
   }
   state.SetItemsProcessed(state.iterations() * items_per_iteration);
 }
@@ -100,9 +105,6 @@ int main(int argc, char** argv) {
   if (!session.ok()) {
     return 1;
   }
-  // Pending events and CallAfter calls are delivered by an active loop.
-  wxGUIEventLoop loop;
-  wxEventLoopActivator activate(&loop);
   register_all();
   return bench_support::run_with_ratios(argc, argv, "post_signal", {"call_after"});
 }

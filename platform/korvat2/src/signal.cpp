@@ -20,11 +20,20 @@ void subscriber_base_t::disconnect_all_signals() {
       m_subscriber_mutex.acquire();
       continue;
     }
-    signal->drop_subscriber_locked(this);
+    std::size_t entries = signal->drop_subscriber_locked(this);
     signal->m_mutex->release();
     // All of this signal's entries go at once: it no longer knows us, so a stale entry
-    // would outlive it.
-    m_signals.remove(signal);
+    // would outlive it. There are at most as many as it had connections to us, nearly
+    // always one, so the list is walked only as far as needed.
+    m_signals.pop_front();
+    for (auto entry = m_signals.begin(); entries > 1 && entry != m_signals.end();) {
+      if (*entry == signal) {
+        entry = m_signals.erase(entry);
+        --entries;
+      } else {
+        ++entry;
+      }
+    }
   }
   m_subscriber_mutex.release();
 }
@@ -162,22 +171,35 @@ bool signal_base_t::contains_locked(const connection_t& connection) const {
 
 void signal_base_t::insert_locked(const connection_t& connection) {
   if (connection.subscriber) {
+    // The entry's node is made outside the subscriber's lock, which posters on every
+    // thread share: inside it only a splice remains.
+    decltype(connection.subscriber->m_signals) entry{this};
     threading::scoped_lock_t lock(connection.subscriber->m_subscriber_mutex);
-    connection.subscriber->m_signals.push_back(this);
+    connection.subscriber->m_signals.splice(connection.subscriber->m_signals.end(), entry);
   }
   m_connections.push_back(connection);
 }
 
-void signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
+std::size_t signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
+  std::size_t dropped = 0;
   if (m_in_emission) {
     for (connection_t& connection : m_connections) {
       if (connection.subscriber == subscriber) {
         connection = connection_t();
+        ++dropped;
       }
     }
-  } else {
-    m_connections.remove_if([subscriber](const connection_t& c) { return c.subscriber == subscriber; });
+    return dropped;
   }
+  for (auto connection = m_connections.begin(); connection != m_connections.end();) {
+    if (connection->subscriber == subscriber) {
+      connection = m_connections.erase(connection);
+      ++dropped;
+    } else {
+      ++connection;
+    }
+  }
+  return dropped;
 }
 
 void signal_base_t::unlink_all_locked() {
@@ -195,6 +217,8 @@ void signal_base_t::unlink_all_locked() {
 }
 
 void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber, bool every_entry) {
+  // Nodes taken out are freed here, after the subscriber's lock is let go.
+  decltype(subscriber->m_signals) gone;
   threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
   auto& signals = subscriber->m_signals;
   if (every_entry) {
@@ -208,11 +232,11 @@ void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber, bool e
   auto back = signals.end();
   while (front != back) {
     if (*front == this) {
-      signals.erase(front);
+      gone.splice(gone.end(), signals, front);
       return;
     }
     if (*--back == this) {
-      signals.erase(back);
+      gone.splice(gone.end(), signals, back);
       return;
     }
     if (front == back) {

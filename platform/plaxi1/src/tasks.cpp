@@ -65,99 +65,123 @@ Scheduler::Scheduler() : m_handler(new wxEvtHandler) {}
 
 Scheduler::~Scheduler() { delete m_handler; }
 
-void Scheduler::AddTask(korvat2::intrusive_pointer_t<ITask> task, const std::string& queue) {
+namespace {
+
+// Stands for a task that is added again while it still waits, since a task has one link.
+class requeued_task_t : public ITask {
+ public:
+  explicit requeued_task_t(korvat2::intrusive_pointer_t<ITask> task) : m_task(std::move(task)) {}
+  void Cancel() override { m_task->Cancel(); }
+  bool IsCanceled() const override { return m_task->IsCanceled(); }
+  void TaskStarted() override { m_task->TaskStarted(); }
+  void DoTask() override { m_task->DoTask(); }
+  void TaskFinished() override { m_task->TaskFinished(); }
+  bool IsLongTask() const override { return m_task->IsLongTask(); }
+  bool IsServiceThreadNeeded() const override { return m_task->IsServiceThreadNeeded(); }
+  std::string GetDisplayName() const override { return m_task->GetDisplayName(); }
+
+ private:
+  korvat2::intrusive_pointer_t<ITask> m_task;
+};
+
+}  // namespace
+
+void Scheduler::AddTask(korvat2::intrusive_pointer_t<ITask> task, const std::string& /*queue*/) {
   if (!task) {
     return;
   }
-  std::lock_guard<std::mutex> lock(m_mutex);
-  m_queues[queue].push_back(entry_t{m_next_arrival++, std::move(task)});
+  if (task->m_waiting.exchange(true)) {
+    task = new requeued_task_t(std::move(task));
+    task->m_waiting.store(true);
+  }
+  // The argument's reference becomes the queue's, given up after the task has run.
+  ITask* raw = task.detach();
   ++m_pending_count;
-  // Also covers tasks that waited for the application: the first post after it appeared
-  // asks for them too.
-  request_delivery_locked();
+  raw->m_next_waiting = m_arrived.load();
+  while (!m_arrived.compare_exchange_weak(raw->m_next_waiting, raw)) {
+  }
+  // One poster per batch sends the event; the others see the flag and go. The GUI thread
+  // clears the flag before it takes the list, so a task pushed while the flag was set is
+  // in the batch that the flag announced.
+  if (!m_delivery_requested.load() && !m_delivery_requested.exchange(true)) {
+    std::lock_guard<std::mutex> lock(m_request_mutex);
+    post_request_locked();
+  }
 }
 
 std::size_t Scheduler::GetPendingCount() const { return m_pending_count.load(); }
 
 void Scheduler::_request_delivery() {
-  std::lock_guard<std::mutex> lock(m_mutex);
-  request_delivery_locked();
-}
-
-void Scheduler::request_delivery_locked() {
-  // Without an application wx would drop the request: the tasks wait in the queues.
-  if (m_pending_count.load() == 0 || m_delivery_requested || !g_application_ready.load()) {
+  if (m_pending_count.load() == 0 || m_delivery_requested.exchange(true)) {
     return;
   }
-  m_delivery_requested = true;
-  // Queued under the lock, so that _application_gone can't run between the check and the
-  // queueing. Safe: the GUI thread never holds wx's queue locks while it takes ours.
+  std::lock_guard<std::mutex> lock(m_request_mutex);
+  post_request_locked();
+}
+
+void Scheduler::post_request_locked() {
+  // Without an application wx would drop the event: the tasks wait, and the module asks
+  // for them once the application exists.
+  if (!g_application_ready.load()) {
+    m_delivery_requested.store(false);
+    return;
+  }
+  // Sent under the lock, so that _application_gone can't run between the check and the
+  // sending. Safe: the GUI thread never holds wx's queue locks while it takes ours.
   m_handler->CallAfter([this] { deliver(); });
 }
 
 void Scheduler::_application_gone() {
-  std::lock_guard<std::mutex> lock(m_mutex);
+  std::lock_guard<std::mutex> lock(m_request_mutex);
   m_handler->DeletePendingEvents();
-  m_delivery_requested = false;
+  m_delivery_requested.store(false);
 }
 
-void Scheduler::take_all_locked() {
-  // Merges the queues by arrival: each queue is in arrival order, so the next task is the
-  // earliest of their fronts. The last queue left goes over whole.
-  for (;;) {
-    std::deque<entry_t>* earliest = nullptr;
-    std::size_t non_empty = 0;
-    for (auto& [name, queue] : m_queues) {
-      if (!queue.empty()) {
-        ++non_empty;
-        if (!earliest || queue.front().arrival < earliest->front().arrival) {
-          earliest = &queue;
-        }
-      }
-    }
-    if (!earliest) {
-      return;
-    }
-    if (non_empty == 1) {
-      for (entry_t& entry : *earliest) {
-        m_ready.push_back(std::move(entry.task));
-      }
-      earliest->clear();
-      return;
-    }
-    m_ready.push_back(std::move(earliest->front().task));
-    earliest->pop_front();
+void Scheduler::take_waiting() {
+  ITask* newest = m_arrived.exchange(nullptr);
+  // The list runs from the newest back; reversed, it is the order of arrival.
+  ITask* oldest = nullptr;
+  while (newest) {
+    ITask* next = newest->m_next_waiting;
+    newest->m_next_waiting = oldest;
+    oldest = newest;
+    newest = next;
+  }
+  for (; oldest; oldest = oldest->m_next_waiting) {
+    m_ready.push_back(oldest);
   }
 }
 
 void Scheduler::deliver() {
-  {
-    std::lock_guard<std::mutex> lock(m_mutex);
-    // Cleared first, so that a loop nested inside a task (a modal dialog) can deliver
-    // what is posted meanwhile.
-    m_delivery_requested = false;
-    // One lock for the whole batch: posters rarely wait for the GUI thread.
-    take_all_locked();
-  }
+  // Cleared first, so that posts from now on send a new event (and a loop nested inside a
+  // task, a modal dialog, can deliver them).
+  m_delivery_requested.store(false);
+  take_waiting();
   // Only what is here now: tasks posted during the batch wait for the next event, so
   // that a stream of posts can't starve the rest of the GUI. A loop nested inside a task
   // runs the rest of this batch first, from the same list, so the order holds.
+  const korvat2::intrusive_pointer_t<ISchedulerStatusCallback> callback = current_callback();
   for (std::size_t budget = m_ready.size(); budget > 0 && !m_ready.empty(); --budget) {
-    korvat2::intrusive_pointer_t<ITask> task = std::move(m_ready.front());
+    ITask* task = m_ready.front();
     m_ready.pop_front();
+    // It may be added again from here on, even by its own DoTask.
+    task->m_waiting.store(false);
+    run(*task, callback.get());
     --m_pending_count;
-    run(*task);
-    // `task` is released here, after DoTask returned.
+    task->release_ref();  // after DoTask returned
   }
-  _request_delivery();
+  // What a nested loop left behind still needs an event.
+  if (!m_ready.empty()) {
+    _request_delivery();
+  }
 }
 
-void Scheduler::run(ITask& task) {
-  korvat2::intrusive_pointer_t<ISchedulerStatusCallback> callback;
-  {
-    std::lock_guard<std::mutex> lock(m_callback_mutex);
-    callback = m_callback;
-  }
+korvat2::intrusive_pointer_t<ISchedulerStatusCallback> Scheduler::current_callback() {
+  std::lock_guard<std::mutex> lock(m_callback_mutex);
+  return m_callback;
+}
+
+void Scheduler::run(ITask& task, ISchedulerStatusCallback* callback) {
   // A task's exception stops that task only: the ones behind it still run.
   try {
     if (callback) {

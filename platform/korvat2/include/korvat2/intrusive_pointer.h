@@ -87,6 +87,10 @@ class intrusive_pointer_t {
     }
   }
 
+  /// Hands this owner's share to the caller, who must release it later; the pointer
+  /// becomes null.
+  T* detach() { return std::exchange(m_ptr, nullptr); }
+
   T* get() const { return m_ptr; }
   T* operator->() const {
     ZANDOR_ASSERT(m_ptr != 0);

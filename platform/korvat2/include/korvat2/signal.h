@@ -111,7 +111,8 @@ class signal_base_t : public subscriber_base_t {
 
   bool contains_locked(const connection_t& connection) const;
   void insert_locked(const connection_t& connection);
-  void drop_subscriber_locked(subscriber_base_t* subscriber);
+  /// Drops the subscriber's connections; returns how many there were.
+  std::size_t drop_subscriber_locked(subscriber_base_t* subscriber);
   void unlink_all_locked();
   void remove_from_subscriber(subscriber_base_t* subscriber, bool every_entry);
 

@@ -1,12 +1,12 @@
 #pragma once
 #include <atomic>
-#include <mutex>
 #include <thread>
 
 namespace korvat2::threading {
 
 /// A mutex that its owning thread may lock again. Uncontended, `acquire` and `release`
-/// cost one atomic exchange each; a recursive lock costs a load and an increment.
+/// cost one atomic exchange each; a recursive lock costs a load and an increment. A
+/// contended `acquire` spins briefly, then sleeps on a futex.
 class mutex_t {
  public:
   mutex_t() = default;
@@ -21,7 +21,10 @@ class mutex_t {
       ++m_depth;
       return;
     }
-    m_lock.lock();
+    int expected = unlocked;
+    if (!m_state.compare_exchange_strong(expected, locked, std::memory_order_acquire)) {
+      lock_contended();
+    }
     m_owner.store(self, std::memory_order_relaxed);
     m_depth = 1;
   }
@@ -33,7 +36,8 @@ class mutex_t {
       ++m_depth;
       return true;
     }
-    if (!m_lock.try_lock()) {
+    int expected = unlocked;
+    if (!m_state.compare_exchange_strong(expected, locked, std::memory_order_acquire)) {
       return false;
     }
     m_owner.store(self, std::memory_order_relaxed);
@@ -44,7 +48,9 @@ class mutex_t {
   void release() {
     if (--m_depth == 0) {
       m_owner.store(std::thread::id(), std::memory_order_relaxed);
-      m_lock.unlock();
+      if (m_state.exchange(unlocked, std::memory_order_release) == contended) {
+        wake_one();
+      }
     }
   }
 
@@ -54,7 +60,15 @@ class mutex_t {
   void unlock() { release(); }
 
  private:
-  std::mutex m_lock;
+  // Free; held with nobody asleep on it; held with sleepers or possibly so.
+  static constexpr int unlocked = 0;
+  static constexpr int locked = 1;
+  static constexpr int contended = 2;
+
+  void lock_contended();
+  void wake_one();
+
+  std::atomic<int> m_state{unlocked};
   std::atomic<std::thread::id> m_owner{};
   unsigned m_depth = 0;
 };

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <map>
 #include <mutex>
 #include <string>
 #include <tuple>
@@ -45,6 +44,12 @@ class ITaskInterface {
 class ITask : public ITaskInterface, public korvat2::intrusive_pointer_impl_t {
  public:
   ~ITask() override = default;
+
+ private:
+  friend class Scheduler;
+  // The scheduler's link while the task waits, so that queueing allocates nothing.
+  ITask* m_next_waiting = nullptr;
+  std::atomic<bool> m_waiting{false};
 };
 
 /// Default bodies: nothing to do, a cancel flag and an empty name.
@@ -85,8 +90,9 @@ class ISchedulerStatusCallback : public korvat2::intrusive_pointer_impl_t {
 };
 
 /// The one scheduler of the process. Every task runs on the GUI thread, delivered through
-/// the wx application's event queue in order of arrival; a task is referenced until it
-/// has run. Tasks added before the wx application exists wait until it does.
+/// the wx application's event queue in order of arrival over all queues (so each queue
+/// keeps its own order); a task is referenced until it has run. Tasks added before the wx
+/// application exists wait until it does.
 class Scheduler : public korvat2::intrusive_pointer_impl_t {
  public:
   /// The scheduler, made on first use. A non-null callback replaces the current one.
@@ -111,28 +117,26 @@ class Scheduler : public korvat2::intrusive_pointer_impl_t {
   ~Scheduler() override;
 
  private:
-  struct entry_t {
-    std::uint64_t arrival;
-    korvat2::intrusive_pointer_t<ITask> task;
-  };
-
   Scheduler();
   void deliver();
-  void request_delivery_locked();
-  void take_all_locked();
-  void run(ITask& task);
+  void post_request_locked();
+  void take_waiting();
+  // Read once per batch: a callback set meanwhile applies from the next batch on.
+  korvat2::intrusive_pointer_t<ISchedulerStatusCallback> current_callback();
+  void run(ITask& task, ISchedulerStatusCallback* callback);
 
-  // Guards the queues, the arrival counter and the request flag. Posters take it once per
-  // task, the GUI thread once per batch.
-  mutable std::mutex m_mutex;
-  std::map<std::string, std::deque<entry_t>> m_queues;
-  std::uint64_t m_next_arrival = 0;
-  // Queued and ready tasks; changed under m_mutex, except by the GUI thread as it runs one.
+  // Tasks that arrived since the last batch, newest first: posters push with one atomic
+  // exchange and never take a lock; the GUI thread takes the whole list at once.
+  std::atomic<ITask*> m_arrived{nullptr};
+  // Arrived or ready and not run yet.
   std::atomic<std::size_t> m_pending_count{0};
-  bool m_delivery_requested = false;
-  // Taken out of the queues in order of arrival and not run yet; the GUI thread's only.
-  std::deque<korvat2::intrusive_pointer_t<ITask>> m_ready;
-  // Apart from m_mutex, so that reading it for each task doesn't contend with posters.
+  // Whether a delivery event is on its way; the poster that sets it sends the event.
+  std::atomic<bool> m_delivery_requested{false};
+  // Serialises sending the event against the application going away.
+  std::mutex m_request_mutex;
+  // Taken over from m_arrived in order of arrival, each with the reference it was queued
+  // with; the GUI thread's only.
+  std::deque<ITask*> m_ready;
   std::mutex m_callback_mutex;
   korvat2::intrusive_pointer_t<ISchedulerStatusCallback> m_callback;
   wxEvtHandler* m_handler;  // receives the delivery requests; owned
