@@ -8,8 +8,10 @@ namespace bench_support {
 
 class wx_session_t {
  public:
-  wx_session_t(int& argc, char** argv) {
-    wxApp::SetInstance(new wxApp);  // a GUI application; without one wx makes a console one
+  /// `app` (owned by wx from here on) defaults to a plain GUI application; without one wx
+  /// makes a console one.
+  wx_session_t(int& argc, char** argv, wxApp* app = nullptr) {
+    wxApp::SetInstance(app ? app : new wxApp);
     m_ok = wxEntryStart(argc, argv) && wxTheApp && wxTheApp->CallOnInit();
   }
   ~wx_session_t() {

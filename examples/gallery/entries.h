@@ -22,5 +22,7 @@ struct entry_t {
 std::vector<entry_t> frame_entries();
 /// Message windows of every kind.
 std::vector<entry_t> message_entries();
+/// The in-place message log fed by worker threads.
+std::vector<entry_t> inplace_entries();
 
 }  // namespace gallery

@@ -4,11 +4,15 @@
 #include <tamsel3/common_dialogs.h>
 #include <tamsel3/dialog_base.h>
 #include <tamsel3/error_warning_panel.h>
+#include <tamsel3/event_entry.h>
+#include <tamsel3/event_log.h>
 #include <tamsel3/generic_base.h>
 #include <tamsel3/global_show_help.h>
+#include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/language_info.h>
 #include <tamsel3/max_len_options.h>
 #include <tamsel3/message.h>
+#include <tamsel3/message_entry.h>
 #include <tamsel3/message_window.h>
 #include <tamsel3/pref_base.h>
 #include <tamsel3/progress.h>

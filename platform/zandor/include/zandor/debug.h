@@ -33,3 +33,9 @@ void ____________________ASSERT____________________(const char* expression, cons
   ((cond) ? static_cast<void>(0)                                                            \
           : ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________( \
                 "(" #msg ", " #cond ")", __FILE__, __LINE__, __PRETTY_FUNCTION__))
+
+/// Reports `text` as a failed assertion and goes on; for a failure that the caller found
+/// by a test of its own and reports in the words of the call.
+#define ZANDOR_REPORT(text)                                                                                  \
+  ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________((text), __FILE__, __LINE__, \
+                                                                                 __PRETTY_FUNCTION__)

@@ -1,0 +1,89 @@
+#pragma once
+/// The in-place control's entry: a header, then a message with buttons or a gauge with
+/// Cancel, and under them the lines that workers say.
+#include <tamsel3/event_entry.h>
+#include <tamsel3/progress.h>
+
+#include <ombrelcfrw7/boxes.h>
+#include <ombrelcfrw7/button.h>
+#include <ombrelcfrw7/caption.h>
+#include <ombrelcfrw7/gauge.h>
+#include <ombrelcfrw7/image.h>
+#include <ombrelcfrw7/message_box.h>
+
+#include <boost/thread/mutex.hpp>
+
+#include <string>
+#include <vector>
+
+namespace plaxi1 {
+class picture_t;
+}
+
+namespace tamsel3 {
+
+class header_t;
+class progress_message_t;
+
+/// Shows `picture` in `image`: an animation runs, a still picture is converted for the
+/// toolkit; an empty picture leaves the image empty.
+void set_ombrelc_icon(ombrelcfrw7::CImage& image, const plaxi1::picture_t& picture);
+
+/// The one concrete entry. `say` and the signals of its progress object may come from any
+/// thread; everything else belongs to the GUI thread.
+class message_entry_t : public event_entry_t, public korvat2::_internal::subscriber_base_t {
+ public:
+  static const std::string type_name;
+
+  /// A message entry showing `msg`.
+  message_entry_t(event_log_t* log, unsigned int tag, const korvat2::intrusive_pointer_t<message_t>& msg);
+  /// A prepared progress entry: the header shows, the gauge waits for get_progress.
+  message_entry_t(event_log_t* log, unsigned int tag,
+                  const korvat2::intrusive_pointer_t<progress_message_t>& msg);
+
+  /// Keeps the line for the GUI thread; posts at most one task at a time. Any thread.
+  void say(pelit2::ESeverity severity, const char* text) override;
+  ~message_entry_t() override;
+  void hide() override;
+  korvat2::error_code_t save(korvat2::variant_bag_t& bag) override;
+  korvat2::error_code_t update_message(const korvat2::intrusive_pointer_t<message_t>& msg,
+                                       const korvat2::signal_t<int>* callback) override;
+  std::string get_type() override;
+  pelit2::IProgress* get_progress() override;
+  void hide_buttons() override;
+
+  /// Builds the visual tree; both constructors call it.
+  void create();
+  /// Shows the header's caption and picture and adds the connections of `callback`.
+  void update_header(header_t* header, const korvat2::signal_t<int>* callback);
+
+  // Handlers of the progress object's signals, the toolkit's and the say signal.
+  void start(std::string title);
+  void increase(int step);
+  void message(std::string text);
+  void cancel();
+  void cancel_button_pressed(ombrelcfrw7::CButton* button);
+  void on_button_pressed(int id);
+  void say_signal_handler();
+  void do_string(ombrelcfrw7::CVisualElement* element, std::string& out);
+
+  simple_tag_t m_tag;
+  korvat2::intrusive_pointer_t<message_t> m_message;
+  ombrelcfrw7::CCustomMessageBox* m_box = nullptr;
+  ombrelcfrw7::CGaugeBoxEx* m_gauge = nullptr;
+  ombrelcfrw7::CVertBox* m_lines_box = nullptr;
+  ombrelcfrw7::CCaption* m_transient_caption = nullptr;
+  ombrelcfrw7::CCaption* m_message_caption = nullptr;
+  ombrelcfrw7::CButtonsFlavor<ombrelcfrw7::CVertBox>* m_buttons = nullptr;
+  progress_impl_t m_progress;
+  korvat2::signal_t<> m_say_signal;
+  std::vector<messenger_entry_t> m_pending;
+  boost::mutex m_pending_lock;
+  bool m_pending_posted = false;
+
+ private:
+  void connect_progress();
+  void disconnect_progress();
+};
+
+}  // namespace tamsel3

@@ -1,0 +1,124 @@
+#include <tamsel3/event_entry.h>
+#include <tamsel3/event_log.h>
+
+#include <ombrelc/ombrelc.h>
+
+namespace tamsel3 {
+
+namespace {
+
+const char* const MESSAGE_NAME = "message";
+const char* const MSG_NAME = "msg";
+const char* const SEVERITY_NAME = "severity";
+
+namespace kv2 = korvat2;
+
+bool say_with_severity(const kv2::variant_bag_t& entry, const std::string& text,
+                       pelit2::IMessenger& messenger, kv2::error_code_t& result) {
+  const kv2::variant_t& value = *entry.get<kv2::variant_t>(SEVERITY_NAME);
+  KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, value.can_get<int>());
+  if (result.failed()) {
+    return false;
+  }
+  messenger.say(static_cast<pelit2::ESeverity>(value.get<int>()), text.c_str());
+  return true;
+}
+
+// Says one saved line; false, with `result` raised, when it lacks a text or a severity.
+// The checks are worded as the reports name them.
+bool say_saved_line(const kv2::variant_bag_t& entry, pelit2::IMessenger& messenger,
+                    kv2::error_code_t& result) {
+  KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, entry.has<kv2::variant_t>(MSG_NAME));
+  if (result.failed()) {
+    return false;
+  }
+  const kv2::variant_t& value = *entry.get<kv2::variant_t>(MSG_NAME);
+  KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, value.can_get<const zandor2::uchar_t*>());
+  if (result.failed()) {
+    return false;
+  }
+  const std::string text = value.get<std::string>();
+  KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, entry.has<kv2::variant_t>(SEVERITY_NAME));
+  if (result.failed()) {
+    return false;
+  }
+  return say_with_severity(entry, text, messenger, result);
+}
+
+bool has_bit(pelit2::ESeverity severity, unsigned bit) {
+  return (static_cast<unsigned>(severity) & bit) != 0;
+}
+
+}  // namespace
+
+event_entry_t::event_entry_t(event_log_t* log) : m_log(log), m_show_debug(log ? log->m_show_debug : false) {}
+
+event_entry_t::~event_entry_t() = default;
+
+void event_entry_t::say(pelit2::ESeverity severity, const char* text) {
+  m_messages.push_back(messenger_entry_t{severity, text ? text : ""});
+}
+
+korvat2::error_code_t event_entry_t::save(korvat2::variant_bag_t& bag) {
+  for (const messenger_entry_t& line : m_messages) {
+    korvat2::variant_bag_t entry;
+    entry.put(MSG_NAME, line.m_text);
+    entry.put(SEVERITY_NAME, static_cast<int>(line.m_severity));
+    bag.add_variant_bag(MESSAGE_NAME, entry);
+  }
+  return korvat2::error::Success;
+}
+
+void event_entry_t::say_impl(ombrelcfrw7::CVisualElement* parent, ombrelcfrw7::CCaption** caption_slot,
+                             pelit2::ESeverity severity, const char* text) {
+  if (has_bit(severity, pelit2::severity_debug) && !m_show_debug) {
+    return;
+  }
+  if (m_log) {
+    m_log->m_has_changes = true;
+  }
+  const bool transient = has_bit(severity, pelit2::severity_transient);
+  ombrelcfrw7::CCaption* caption = *caption_slot;
+  if (!transient) {
+    *caption_slot = nullptr;
+    m_messages.push_back(messenger_entry_t{severity, text ? text : ""});
+  }
+  if (!caption) {
+    caption = new ombrelcfrw7::CCaption(nullptr, ombrelc7::size<int>(0, 0), ombrelc7::Alignment(3));
+    caption->ReParent(parent, true);
+  }
+  caption->SetAutoSize(true);
+  caption->AdjustHeight(!transient);
+  caption->SetCaption(text ? text : "");
+  caption->SetTextAlign(33);
+  caption->SetWordWrap(true);
+  caption->SetImageIndex(m_log ? m_log->get_image_for(severity) : -1);
+  if (transient) {
+    *caption_slot = caption;
+  }
+}
+
+korvat2::error_code_t event_entry_t::load(const korvat2::variant_bag_t& bag, pelit2::IMessenger* messenger) {
+  korvat2::error_code_t result;
+  if (!messenger) {
+    result.raise(korvat2::error::IsNotValidParameter, "pelit", __FILE__, __LINE__, __func__);
+    return result;
+  }
+  for (auto line = bag.begin_by_name<korvat2::variant_bag_t>(MESSAGE_NAME); !line.at_end(); line.next()) {
+    if (!say_saved_line(line.get_value(), *messenger, result)) {
+      return result;
+    }
+  }
+  return result;
+}
+
+bool event_entry_t::has_severity(pelit2::ESeverity mask) const {
+  for (const messenger_entry_t& line : m_messages) {
+    if ((static_cast<unsigned>(line.m_severity) & static_cast<unsigned>(mask)) != 0) {
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace tamsel3

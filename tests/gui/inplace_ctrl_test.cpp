@@ -1,0 +1,240 @@
+// The in-place control as a client drives it: tags, changes, proxies, saving and loading,
+// the buttons of older items and the context menu's copy, with the real event loop.
+#include "inplace_test_support.h"
+
+#include "assert_recorder.h"
+
+#include <ombrelc/ombrelc.h>
+
+#include <wx/clipbrd.h>
+#include <wx/dataobj.h>
+
+namespace {
+
+using inplace_test::any_contains;
+using inplace_test::button_receiver_t;
+using inplace_test::drain;
+using inplace_test::error_texts;
+using korvat2::variant_bag_t;
+using tamsel3::message_entry_t;
+
+class inplace_ctrl_test : public inplace_test::control_fixture_t {
+ protected:
+  message_entry_t* entry(unsigned int tag) const {
+    return dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  }
+};
+
+std::string clipboard_text() {
+  wxTextDataObject data;
+  if (!wxTheClipboard->Open()) {
+    return "<clipboard not open>";
+  }
+  const bool got = wxTheClipboard->GetData(data);
+  wxTheClipboard->Close();
+  return got ? std::string(data.GetText().utf8_str()) : std::string("<no text>");
+}
+
+TEST_F(inplace_ctrl_test, tags_start_at_zero_and_go_on_counting_after_clear) {
+  EXPECT_EQ(m_ctrl->add_message(message("first", "a"), m_no_callback), 0u);
+  EXPECT_EQ(m_ctrl->add_progress(progress("second"), m_no_callback), 1u);
+  EXPECT_TRUE(m_ctrl->clear().succeeded());
+  EXPECT_EQ(m_ctrl->add_message(message("third", "c"), m_no_callback), 2u);
+  EXPECT_EQ(m_ctrl->get_messenger(0), nullptr);
+  EXPECT_NE(m_ctrl->get_messenger(2), nullptr);
+}
+
+TEST_F(inplace_ctrl_test, add_custom_returns_zero_and_marks_the_control_changed) {
+  test_support::assert_recorder_t reports;
+  variant_bag_t bag;
+  m_ctrl->save(bag);
+  EXPECT_FALSE(m_ctrl->has_changes());
+  EXPECT_EQ(m_ctrl->add_custom(new tamsel3::custom_message_t), 0u);
+  EXPECT_TRUE(m_ctrl->has_changes());
+  EXPECT_EQ(reports.count("add_custom not impl"), 1u);
+}
+
+TEST_F(inplace_ctrl_test, unknown_tag_is_logged_and_still_counts_as_succeeded) {
+  test_support::log_capture_t log;
+  const korvat2::error_code_t updated = m_ctrl->update_message(7, message("x", "y"), m_no_callback);
+  EXPECT_TRUE(updated.succeeded());
+  EXPECT_EQ(updated.value(), 1u);
+  EXPECT_TRUE(any_contains(error_texts(log), "m_entries.find(tag) != m_entries.end()"));
+}
+
+TEST_F(inplace_ctrl_test, erase_twice_logs_the_second_and_gives_the_code_one) {
+  const unsigned int tag = m_ctrl->add_message(message("x", "y"), m_no_callback);
+  EXPECT_EQ(m_ctrl->erase(tag).value(), 0u);
+  test_support::log_capture_t log;
+  const korvat2::error_code_t second = m_ctrl->erase(tag);
+  EXPECT_EQ(second.value(), 1u);
+  EXPECT_TRUE(second.succeeded());
+  EXPECT_TRUE(any_contains(error_texts(log), "m_entries.find(tag) != m_entries.end()"));
+}
+
+TEST_F(inplace_ctrl_test, clear_on_an_empty_control_leaves_has_changes) {
+  EXPECT_FALSE(m_ctrl->has_changes());
+  EXPECT_TRUE(m_ctrl->clear().succeeded());
+  EXPECT_FALSE(m_ctrl->has_changes());
+  m_ctrl->add_message(message("x", "y"), m_no_callback);
+  variant_bag_t bag;
+  m_ctrl->save(bag);
+  m_ctrl->clear();
+  EXPECT_TRUE(m_ctrl->has_changes());
+}
+
+TEST_F(inplace_ctrl_test, one_messenger_is_re_aimed_at_the_latest_tag) {
+  const unsigned int a = m_ctrl->add_message(message("a", "a"), m_no_callback);
+  const unsigned int b = m_ctrl->add_message(message("b", "b"), m_no_callback);
+  pelit2::IMessenger* first = m_ctrl->get_messenger(a);
+  pelit2::IMessenger* second = m_ctrl->get_messenger(b);
+  EXPECT_EQ(first, second);
+  first->say(pelit2::severity_warning, "to b");
+  ASSERT_TRUE(drain());
+  EXPECT_TRUE(entry(a)->m_messages.empty());
+  ASSERT_EQ(entry(b)->m_messages.size(), 1u);
+  EXPECT_EQ(entry(b)->m_messages[0].m_text, "to b");
+  EXPECT_TRUE(m_ctrl->has_severity(b, pelit2::severity_warning));
+  EXPECT_FALSE(m_ctrl->has_severity(b, pelit2::severity_error));
+  EXPECT_FALSE(m_ctrl->has_severity(a, pelit2::severity_warning));
+  EXPECT_FALSE(m_ctrl->has_severity(99, pelit2::severity_warning));
+}
+
+TEST_F(inplace_ctrl_test, save_clears_has_changes_and_a_shown_line_sets_it_again) {
+  const unsigned int tag = m_ctrl->add_message(message("x", "y"), m_no_callback);
+  variant_bag_t bag;
+  m_ctrl->save(bag);
+  EXPECT_FALSE(m_ctrl->has_changes());
+  m_ctrl->get_messenger(tag)->say(pelit2::severity_info, "line");
+  EXPECT_FALSE(m_ctrl->has_changes()) << "not shown yet";
+  ASSERT_TRUE(drain());
+  EXPECT_TRUE(m_ctrl->has_changes());
+}
+
+TEST_F(inplace_ctrl_test, save_writes_the_exact_bag_structure_and_load_brings_it_back) {
+  const unsigned int message_tag = m_ctrl->add_message(message("Caption", "Text"), m_no_callback);
+  m_ctrl->get_messenger(message_tag)->say(pelit2::severity_warning, "first");
+  m_ctrl->get_messenger(message_tag)->say(pelit2::severity_transient, "passing");
+  m_ctrl->get_messenger(message_tag)->say(pelit2::severity_error, "second");
+  const unsigned int progress_tag = m_ctrl->add_progress(progress("Running"), m_no_callback);
+  m_ctrl->get_progress(progress_tag);
+  m_ctrl->get_messenger(progress_tag)->say(pelit2::severity_info, "progress line");
+  ASSERT_TRUE(drain());
+
+  variant_bag_t bag;
+  ASSERT_TRUE(m_ctrl->save(bag).succeeded());
+  ASSERT_EQ(bag.size(), 2u);
+  EXPECT_EQ(bag.entry_name(0), "message_entry_t");
+  EXPECT_EQ(bag.entry_name(1), "message_entry_t");
+  const variant_bag_t& saved_message = *bag.entry_bag(0);
+  EXPECT_EQ(saved_message.get<korvat2::variant_t>("msg")->get<std::string>(), "Text");
+  EXPECT_EQ(saved_message.get<korvat2::variant_t>("cap")->get<std::string>(), "Caption");
+  EXPECT_FALSE(saved_message.has<korvat2::variant_t>("img"));
+  std::vector<std::pair<std::string, int>> lines;
+  for (auto line = saved_message.begin_by_name<variant_bag_t>("message"); !line.at_end(); line.next()) {
+    lines.emplace_back(line.get_value().get<korvat2::variant_t>("msg")->get<std::string>(),
+                       line.get_value().get<korvat2::variant_t>("severity")->get<int>());
+  }
+  EXPECT_EQ(lines, (std::vector<std::pair<std::string, int>>{{"first", 2}, {"second", 4}}));
+  const variant_bag_t& saved_progress = *bag.entry_bag(1);
+  EXPECT_FALSE(saved_progress.has<korvat2::variant_t>("msg"));
+  EXPECT_FALSE(saved_progress.has<korvat2::variant_t>("cap"));
+  EXPECT_EQ(saved_progress.size(), 1u);
+
+  m_ctrl->clear();
+  ASSERT_TRUE(m_ctrl->load(bag).succeeded());
+  EXPECT_FALSE(m_ctrl->has_changes()) << "the lines arrive after load returns";
+  ASSERT_TRUE(drain());
+  EXPECT_TRUE(m_ctrl->has_changes());
+  message_entry_t* loaded = entry(progress_tag + 1);
+  ASSERT_NE(loaded, nullptr);
+  ASSERT_EQ(loaded->m_messages.size(), 2u);
+  EXPECT_EQ(loaded->m_messages[1].m_text, "second");
+  ASSERT_NE(loaded->m_message.get(), nullptr);
+  EXPECT_EQ(loaded->m_message->m_caption, "Caption");
+  message_entry_t* from_progress = entry(progress_tag + 2);
+  ASSERT_NE(from_progress, nullptr);
+  EXPECT_EQ(from_progress->m_message->m_text, "") << "a progress entry comes back as an empty message";
+
+  variant_bag_t again;
+  m_ctrl->save(again);
+  ASSERT_EQ(again.size(), 2u);
+  EXPECT_EQ(*again.entry_bag(0), saved_message) << "a message saves again as it was loaded";
+  EXPECT_EQ(again.entry_bag(1)->get<korvat2::variant_t>("msg")->get<std::string>(), "")
+      << "the progress entry is a message now";
+}
+
+TEST_F(inplace_ctrl_test, load_of_an_empty_bag_adds_nothing_and_clears_has_changes) {
+  m_ctrl->add_message(message("x", "y"), m_no_callback);
+  ASSERT_TRUE(m_ctrl->has_changes());
+  ASSERT_TRUE(m_ctrl->load(variant_bag_t()).succeeded());
+  EXPECT_FALSE(m_ctrl->has_changes());
+  EXPECT_EQ(m_ctrl->add_message(message("z", "z"), m_no_callback), 1u);
+}
+
+TEST_F(inplace_ctrl_test, buttons_of_an_older_message_are_hidden_by_a_new_one) {
+  button_receiver_t receiver;
+  korvat2::signal_t<int> callback;
+  callback.connect(&receiver, &button_receiver_t::on_button);
+  const unsigned int older = m_ctrl->add_message(message("older", "a"), callback);
+  ombrelcfrw7::CButtonSet* older_set = entry(older)->m_buttons->GetButtonSet();
+  EXPECT_TRUE(older_set->IsVisible());
+  ASSERT_EQ(older_set->GetButtonCount(), 2u);
+  const unsigned int newer = m_ctrl->add_message(message("newer", "b"), callback);
+  EXPECT_FALSE(older_set->IsVisible());
+  ombrelcfrw7::CButtonSet* newer_set = entry(newer)->m_buttons->GetButtonSet();
+  EXPECT_TRUE(newer_set->IsVisible());
+  newer_set->GetButton(1)->Click();
+  EXPECT_EQ(receiver.ids, (std::vector<int>{tamsel3::standard_message_t::button_cancel}));
+  EXPECT_FALSE(newer_set->IsVisible()) << "a pressed button ends the interaction";
+}
+
+TEST_F(inplace_ctrl_test, the_gauge_shows_at_get_progress) {
+  const unsigned int tag = m_ctrl->add_progress(progress("Copying"), m_no_callback);
+  message_entry_t* item = entry(tag);
+  EXPECT_FALSE(item->m_gauge->IsVisible());
+  pelit2::IProgress* progress = m_ctrl->get_progress(tag);
+  ASSERT_NE(progress, nullptr);
+  EXPECT_TRUE(item->m_gauge->IsVisible());
+  EXPECT_EQ(m_ctrl->get_progress(99), nullptr);
+}
+
+TEST_F(inplace_ctrl_test, cancel_sets_the_flag_that_the_worker_sees) {
+  const unsigned int tag = m_ctrl->add_progress(progress("Long run", true), m_no_callback);
+  pelit2::IProgress* progress = m_ctrl->get_progress(tag);
+  ombrelcfrw7::CButton* cancel = entry(tag)->m_gauge->GetCancelButton();
+  ASSERT_TRUE(cancel->IsVisible());
+  EXPECT_FALSE(progress->isCanceled());
+  cancel->Click();
+  EXPECT_TRUE(progress->isCanceled());
+  EXPECT_FALSE(cancel->IsEnabled());
+  bool seen_by_worker = false;
+  std::thread([&] { seen_by_worker = progress->isCanceled(); }).join();
+  EXPECT_TRUE(seen_by_worker);
+}
+
+TEST_F(inplace_ctrl_test, copy_puts_every_entry_on_the_clipboard_with_the_gauge_in_percent) {
+  const unsigned int tag = m_ctrl->add_message(message("Done", "All files were read."), m_no_callback);
+  m_ctrl->get_messenger(tag)->say(pelit2::severity_warning, "one file was empty");
+  const unsigned int running = m_ctrl->add_progress(progress("Reading"), m_no_callback);
+  pelit2::IProgress* progress = m_ctrl->get_progress(running);
+  progress->start("Reading files", 100.0);
+  progress->internalProgressed(25.0);
+  ASSERT_TRUE(drain());
+  wxCommandEvent copy(wxEVT_COMMAND_MENU_SELECTED, tamsel3::inplace_ctrl_t::copy_command_id);
+  m_ctrl->GetEventHandler()->ProcessEvent(copy);
+  const std::string text = clipboard_text();
+  EXPECT_EQ(text.rfind("Done\n    ", 0), 0u) << text;
+  EXPECT_EQ(text.find("<i>"), std::string::npos) << "markup stays off the clipboard: " << text;
+  EXPECT_NE(text.find("All files were read.\n    one file was empty"), std::string::npos) << text;
+  EXPECT_NE(text.find("Reading files\n    25%"), std::string::npos) << text;
+}
+
+TEST_F(inplace_ctrl_test, the_menu_has_its_one_copy_entry) {
+  ASSERT_EQ(m_ctrl->get_menu().GetMenuItemCount(), 1u);
+  const wxMenuItem* item = m_ctrl->get_menu().FindItemByPosition(0);
+  EXPECT_EQ(item->GetId(), tamsel3::inplace_ctrl_t::copy_command_id);
+  EXPECT_EQ(item->GetItemLabelText(), "Copy to clipboard");
+}
+
+}  // namespace
