@@ -34,6 +34,9 @@ const char* default_template() {
 }
 
 fathel2::error_t validate(const std::string& text) {
+  if (text.find('\0') != std::string::npos) {
+    return fathel2::error_bad_character;  // the validator reads C strings and wouldn't see it
+  }
   return fathel2::ResultDirectoryManager::validateResultDirectoryPattern(text.c_str());
 }
 
