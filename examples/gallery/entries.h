@@ -22,5 +22,7 @@ struct entry_t {
 std::vector<entry_t> frame_entries();
 /// Message windows of every kind.
 std::vector<entry_t> message_entries();
+/// The Result saving page in a preferences dialog.
+std::vector<entry_t> result_saving_entries();
 
 }  // namespace gallery
