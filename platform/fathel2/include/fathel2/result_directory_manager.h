@@ -2,8 +2,9 @@
 
 namespace fathel2 {
 
-/// What is wrong with a result directory name template; 0 is nothing.
-enum error_t {
+/// What is wrong with a result directory name template; 0 is nothing. Any int is a value,
+/// so that a number from elsewhere can be asked for its text.
+enum error_t : int {
   error_none = 0,
   error_empty = 1,            ///< no text, or only white space
   error_too_long = 2,         ///< longer than `max_pattern_length` bytes
