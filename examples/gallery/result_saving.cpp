@@ -53,6 +53,14 @@ void type_into_template(wxWindow* dialog, const std::string& text) {
   }
 }
 
+// A template without a number, typed into an emptied field.
+void type_bad_template(wxWindow* dialog) {
+  if (wxTextCtrl* field = template_field(dialog)) {
+    field->Clear();
+    type_into_template(dialog, "render results");
+  }
+}
+
 wxTopLevelWindow* show_page(wxWindow* parent, int flags) {
   auto* dialog = new preferences_dialog_t(parent, new reporting_page_t(sample_data(), flags), 560);
   dialog->Show();
@@ -89,23 +97,17 @@ std::vector<entry_t> result_saving_entries() {
           "A template without a run of \"@\": the field turns red and its tooltip says what to change.",
           all_groups,
           [](wxWindow* dialog) {
-            if (wxTextCtrl* field = template_field(dialog)) {
-              field->Clear();
-              type_into_template(dialog, "render results");
-              if (plaxi1::wxCustomTooltip* tip = plaxi1::GetTooltip(field)) {
-                tip->ShowNow();
-              }
+            type_bad_template(dialog);
+            if (plaxi1::wxCustomTooltip* tip = plaxi1::GetTooltip(template_field(dialog))) {
+              tip->ShowNow();
             }
           }),
       page_entry("result_saving_corrected", "Result saving: template corrected",
                  "The same template once a run of \"@\" was added: plain again, without a tooltip.",
                  all_groups,
                  [](wxWindow* dialog) {
-                   if (wxTextCtrl* field = template_field(dialog)) {
-                     field->Clear();
-                     type_into_template(dialog, "render results");
-                     type_into_template(dialog, " @@@");
-                   }
+                   type_bad_template(dialog);
+                   type_into_template(dialog, " @@@");
                  }),
       page_entry("result_saving_name_only", "Result saving: name only",
                  "The page with only the name group, as a host shows it where the storage is fixed.",
