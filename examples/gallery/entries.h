@@ -24,5 +24,7 @@ std::vector<entry_t> frame_entries();
 std::vector<entry_t> message_entries();
 /// The in-place message log fed by worker threads.
 std::vector<entry_t> inplace_entries();
+/// The Result saving page in a preferences dialog.
+std::vector<entry_t> result_saving_entries();
 
 }  // namespace gallery

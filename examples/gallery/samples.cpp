@@ -43,16 +43,18 @@ editor_options_page_t::editor_options_page_t() {
   m_resource_file = layout_file();
 }
 
-preferences_dialog_t::preferences_dialog_t(wxWindow* parent)
+preferences_dialog_t::preferences_dialog_t(wxWindow* parent, tamsel3::pref_base_t* page, int min_width)
     : wxDialog(parent, wxID_ANY, "Preferences", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
-      m_page(new editor_options_page_t) {
+      m_page(page ? page : new editor_options_page_t) {
   m_page->create(this);
+  // Texts that wrap by the page's width wrap now at the width that the dialog will have.
+  m_page->SetSize(wxSize(min_width, m_page->GetSize().GetHeight()));
   m_page->m_end_dialog_signal.connect(this, &preferences_dialog_t::on_end_page);
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(m_page, 1, wxEXPAND);
   SetSizerAndFit(sizer);
-  SetSize(wxSize(std::max(GetSize().GetWidth(), 480), GetSize().GetHeight()));
+  SetSize(wxSize(std::max(GetSize().GetWidth(), min_width), GetSize().GetHeight()));
 }
 
 void preferences_dialog_t::on_end_page(tamsel3::generic_base_t<wxPanel>*, int code) {

@@ -75,6 +75,15 @@ class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
   /// Warns that a field reached its limit, naming the field and the limit.
   void on_max_len(wxCommandEvent& event);
 
+  /// Checks a path field as the user types: cleans it (`validate_path`), resolves a
+  /// relative path through $PATH and `m_path_candidates` when `search_path`, and requires
+  /// an absolute path that exists (`must_exist`) or whose first existing ancestor is
+  /// reached without passing a folder that result directories keep for themselves. Colours
+  /// the field and gives it a tooltip that says what is wrong; an empty field keeps the
+  /// normal colour. With `notify`, fires `m_path_checked_signal` with the outcome.
+  template <class Control>
+  bool check_file_or_folder(Control* control, bool must_exist, bool notify, bool search_path);
+
   bool is_loaded() const { return m_loaded; }
   bool is_initialized() const { return m_initialized; }
 

@@ -14,7 +14,10 @@
 #include <tamsel3/message.h>
 #include <tamsel3/message_entry.h>
 #include <tamsel3/message_window.h>
+#include <tamsel3/path_validation.h>
 #include <tamsel3/pref_base.h>
 #include <tamsel3/progress.h>
 #include <tamsel3/resource.h>
+#include <tamsel3/result_saving_data.h>
+#include <tamsel3/result_saving_pp.h>
 #include <tamsel3/text_helpers.h>

@@ -1,4 +1,6 @@
 // Uses a little of each installed library and fails when something doesn't fit together.
+#include <drumlin2/drumlin2.h>
+#include <fathel2/fathel2.h>
 #include <korvat2/korvat2.h>
 #include <quern2/quern2.h>
 #include <tamsel3/tamsel3.h>
@@ -20,5 +22,8 @@ int main() {
   signal(22);
   const std::string ok = tamsel3::translate_message("btn.ok", ZANDOR_2_16::generic::varg_list());
   std::cout << "sum " << receiver.sum << ", btn.ok is '" << ok << "'\n";
-  return receiver.sum == 42 && ok == "OK" ? 0 : 1;
+  const bool default_ok =
+      fathel2::ResultDirectoryManager::validateResultDirectoryPattern(
+          drumlin2::ICollectionController::getDefaultResultDirectoryName(true)) == fathel2::error_none;
+  return receiver.sum == 42 && ok == "OK" && default_ok ? 0 : 1;
 }

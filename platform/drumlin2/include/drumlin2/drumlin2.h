@@ -1,0 +1,3 @@
+#pragma once
+/// Collection of analysis results: the controller's defaults.
+#include <drumlin2/collection_controller.h>
