@@ -1,7 +1,7 @@
 #pragma once
 // A private desktop for the lookup of editors: XDG data and configuration folders with two
 // editors of C source, "alpha-edit" and "beta-edit" (the default), one of Fortran source
-// without a default, and a hand-written MIME database; the programs are scripts in the
+// with no chosen default (the desktop falls back to it), and a hand-written MIME database; the programs are scripts in the
 // tree's own bin folder, which goes first on PATH, since GIO drops entries whose program
 // it can't find. The same answers on every machine, whatever the machine's own desktop.
 #include "fixtures.h"
