@@ -22,5 +22,7 @@ struct entry_t {
 std::vector<entry_t> frame_entries();
 /// Message windows of every kind.
 std::vector<entry_t> message_entries();
+/// The external editors' page on the desktop's and the saved editors.
+std::vector<entry_t> editor_entries();
 
 }  // namespace gallery

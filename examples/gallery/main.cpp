@@ -24,8 +24,10 @@ namespace {
 
 std::vector<entry_t> make_entries() {
   std::vector<entry_t> entries = frame_entries();
-  for (entry_t& entry : message_entries()) {
-    entries.push_back(std::move(entry));
+  for (auto* more : {&message_entries, &editor_entries}) {
+    for (entry_t& entry : more()) {
+      entries.push_back(std::move(entry));
+    }
   }
   return entries;
 }

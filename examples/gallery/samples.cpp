@@ -43,10 +43,10 @@ editor_options_page_t::editor_options_page_t() {
   m_resource_file = layout_file();
 }
 
-preferences_dialog_t::preferences_dialog_t(wxWindow* parent)
+preferences_dialog_t::preferences_dialog_t(wxWindow* parent, tamsel3::pref_base_t* page)
     : wxDialog(parent, wxID_ANY, "Preferences", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
-      m_page(new editor_options_page_t) {
+      m_page(page ? page : new editor_options_page_t) {
   m_page->create(this);
   m_page->m_end_dialog_signal.connect(this, &preferences_dialog_t::on_end_page);
   auto* sizer = new wxBoxSizer(wxVERTICAL);

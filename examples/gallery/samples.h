@@ -30,14 +30,15 @@ class editor_options_page_t : public tamsel3::pref_base_t {
   editor_options_page_t();
 };
 
-/// A preferences dialog of the host that embeds the page and ends when the page ends.
+/// A preferences dialog of the host that embeds a page, by default the editor options,
+/// and ends when the page ends. The page belongs to the dialog.
 class preferences_dialog_t : public wxDialog, public korvat2::subscriber_base_t {
  public:
-  explicit preferences_dialog_t(wxWindow* parent);
+  explicit preferences_dialog_t(wxWindow* parent, tamsel3::pref_base_t* page = nullptr);
 
  private:
   void on_end_page(tamsel3::generic_base_t<wxPanel>* page, int code);
-  editor_options_page_t* m_page;
+  tamsel3::pref_base_t* m_page;
 };
 
 }  // namespace gallery
