@@ -16,8 +16,11 @@ namespace test_support {
 
 class desktop_tree_t {
  public:
-  desktop_tree_t() {
-    for (const char* dir : {"data/applications", "data/mime", "config", "bin", "tmp"}) {
+  /// With `for_gtk` the machine's MIME database, icons and settings schemas are lent to the
+  /// tree where the machine has them: GTK's own windows, the file chooser among them, need
+  /// them to start. None of them bears on which applications the desktop offers.
+  explicit desktop_tree_t(bool for_gtk = false) : m_for_gtk(for_gtk) {
+    for (const char* dir : {"data/applications", "config", "bin", "tmp"}) {
       std::filesystem::create_directories(m_dir.file(dir));
     }
     program("alpha-edit");
@@ -30,7 +33,15 @@ class desktop_tree_t {
                 "[MIME Cache]\ntext/x-csrc=alpha-edit.desktop;beta-edit.desktop;\n"
                 "text/x-fortran=fortune-edit.desktop;\n");
     m_dir.write("config/mimeapps.list", "[Default Applications]\ntext/x-csrc=beta-edit.desktop\n");
-    m_dir.write("data/mime/globs2", "50:text/x-csrc:*.c\n50:text/x-fortran:*.f\n");
+    if (for_gtk && std::filesystem::exists("/usr/share/mime/mime.cache")) {
+      std::filesystem::create_directory_symlink("/usr/share/mime", m_dir.file("data/mime"));
+      if (std::filesystem::exists("/usr/share/icons")) {
+        std::filesystem::create_directory_symlink("/usr/share/icons", m_dir.file("data/icons"));
+      }
+    } else {
+      std::filesystem::create_directories(m_dir.file("data/mime"));
+      m_dir.write("data/mime/globs2", "50:text/x-csrc:*.c\n50:text/x-fortran:*.f\n");
+    }
   }
 
   const std::string& path() const { return m_dir.path(); }
@@ -41,7 +52,7 @@ class desktop_tree_t {
   environment_t environment(const std::optional<std::string>& visual = std::nullopt,
                             const std::optional<std::string>& editor = std::nullopt) const {
     const char* old_path = std::getenv("PATH");
-    return {{"XDG_DATA_HOME", m_dir.file("data")},
+    environment_t environment = {{"XDG_DATA_HOME", m_dir.file("data")},
             {"XDG_DATA_DIRS", m_dir.file("data")},
             {"XDG_CONFIG_HOME", m_dir.file("config")},
             {"XDG_CONFIG_DIRS", m_dir.file("config")},
@@ -50,6 +61,10 @@ class desktop_tree_t {
             {"PATH", m_dir.file("bin") + ":" + (old_path ? old_path : "/usr/bin:/bin")},
             {"VISUAL", visual},
             {"EDITOR", editor}};
+    if (m_for_gtk && std::filesystem::exists("/usr/share/glib-2.0/schemas")) {
+      environment.emplace_back("GSETTINGS_SCHEMA_DIR", "/usr/share/glib-2.0/schemas");
+    }
+    return environment;
   }
 
  private:
@@ -63,6 +78,7 @@ class desktop_tree_t {
   }
 
   temp_dir_t m_dir;
+  bool m_for_gtk;
 };
 
 }  // namespace test_support
