@@ -16,17 +16,17 @@
 #include <cstdio>
 
 // An assertion whose report states the invariant in the words of a fixed text.
-#define EDITOR_ASSERT_TEXT(cond, text) \
-  ((cond) ? static_cast<void>(0)       \
+#define EDITOR_ASSERT_TEXT(cond, text)                                                      \
+  ((cond) ? static_cast<void>(0)                                                            \
           : ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________( \
                 text, __FILE__, __LINE__, __PRETTY_FUNCTION__))
 
 // Trace lines carry this file's name as the log's source position.
-#define EDITOR_TRACE(text)                                                                    \
-  do {                                                                                        \
-    if (g_ylvaneLogger.isEnabledFor(log4cplus::TRACE_LOG_LEVEL)) {                            \
+#define EDITOR_TRACE(text)                                                                       \
+  do {                                                                                           \
+    if (g_ylvaneLogger.isEnabledFor(log4cplus::TRACE_LOG_LEVEL)) {                               \
       g_ylvaneLogger.forcedLog(log4cplus::TRACE_LOG_LEVEL, (text), "src/editor_data", __LINE__); \
-    }                                                                                         \
+    }                                                                                            \
   } while (false)
 
 namespace tamsel3 {
@@ -41,7 +41,8 @@ const char* const in_list_text =
 const char* const not_in_list_text =
     "(it_tmp = m_langs_to_edt_names.find(language)) == m_langs_to_edt_names.end() || "
     "std::find(it_tmp->second.begin(), it_tmp->second.end(), editor.name) == it_tmp->second.end()";
-const char* const env_var_absent_text = "m_editors.find(editor_key_t(language, env_var_editor.name)) == m_editors.end()";
+const char* const env_var_absent_text =
+    "m_editors.find(editor_key_t(language, env_var_editor.name)) == m_editors.end()";
 
 korvat2::system_editor_t to_system_editor(const editor_data_t::editor_t& editor) {
   return {editor.name, editor.display_name, editor.executable, editor.command_line};
@@ -62,7 +63,8 @@ editor_data_t::editor_t::editor_t(const korvat2::system_editor_t& editor)
       command_line(editor.command_line) {}
 
 editor_data_t::editor_data_t()
-    : m_languages{language_info::language_cpp, language_info::language_fortran, language_info::language_other} {}
+    : m_languages{language_info::language_cpp, language_info::language_fortran,
+                  language_info::language_other} {}
 
 korvat2::generic_iterator_t<editor_data_t::language_t> editor_data_t::get_languages() const {
   return korvat2::iterutil::make_owned_iterator(m_languages);
@@ -113,8 +115,10 @@ bool editor_data_t::add_editor_ex(language_t language, const editor_t& editor) {
   return true;
 }
 
-bool editor_data_t::set_editor(language_t language, const std::string& name, const korvat2::system_editor_t& editor) {
-  if (!is_supported_language(language) || name.empty() || editor.name != name || !has_editor(language, name)) {
+bool editor_data_t::set_editor(language_t language, const std::string& name,
+                               const korvat2::system_editor_t& editor) {
+  if (!is_supported_language(language) || name.empty() || editor.name != name ||
+      !has_editor(language, name)) {
     return false;
   }
   EDITOR_ASSERT_TEXT(in_list(language, name), in_list_text);
@@ -351,7 +355,8 @@ bool editor_data_t::load_system_info(const std::string& file) {
   drop_missing_names(m_default_editors, language);
 
   korvat2::generic_iterator_t<korvat2::system_editor_t> defaults;
-  const korvat2::error_code_t found = korvat2::get_system_editors(file, defaults, korvat2::system_editor_default);
+  const korvat2::error_code_t found =
+      korvat2::get_system_editors(file, defaults, korvat2::system_editor_default);
   if (found.failed() || defaults.at_end()) {
     return false;
   }
@@ -384,8 +389,8 @@ std::string editor_data_t::dump(language_t language) {
 }
 
 std::string editor_data_t::dump(const editor_t& editor) {
-  return "{" + editor.name + ", " + editor.display_name + ", " + editor.executable + ", " + editor.command_line +
-         ", " + (editor.is_system ? "true" : "false") + "}";
+  return "{" + editor.name + ", " + editor.display_name + ", " + editor.executable + ", " +
+         editor.command_line + ", " + (editor.is_system ? "true" : "false") + "}";
 }
 
 std::string editor_data_t::dump(const std::map<editor_key_t, editor_t>& editors) {

@@ -35,13 +35,14 @@ Control* find_control(wxWindow* page, const char* name) {
   auto* control = dynamic_cast<Control*>(page->FindWindow(wxXmlResource::GetXRCID(name)));
   if (!control) {
     ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________(name, __FILE__, __LINE__,
-                                                                                    __PRETTY_FUNCTION__);
+                                                                                   __PRETTY_FUNCTION__);
   }
   return control;
 }
 
 bool ends_with(const std::string& text, const std::string& tail) {
-  return !tail.empty() && text.size() >= tail.size() && text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
+  return !tail.empty() && text.size() >= tail.size() &&
+         text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
 }
 
 std::string name_for_number(const std::string& leaf, int number) {
@@ -142,7 +143,8 @@ void editor_pp_t::update_state_for_language(language_info::language_t language) 
   for (auto it = m_work_data.get_editors(language); !it.at_end(); it.next()) {
     const korvat2::system_editor_t editor = it.current();
     const int position = static_cast<int>(texts.size());
-    texts.Add(wxString::FromUTF8(editor.display_name + (editor.name == system_default ? system_default_suffix : "")));
+    texts.Add(wxString::FromUTF8(editor.display_name +
+                                 (editor.name == system_default ? system_default_suffix : "")));
     selected_position = editor.name == selected ? position : selected_position;
     default_position = editor.name == default_name ? position : default_position;
   }
@@ -244,7 +246,8 @@ bool editor_pp_t::browse_for_editor(language_info::language_t language) {
     }
     if (!added) {
       wxMessageBox(wxString::FromUTF8(translate("pref.editor.custom_editors_limit_exceeded")),
-                   wxString::FromUTF8(translate("pref.editor.warning")), wxOK | wxCENTRE | wxICON_INFORMATION);
+                   wxString::FromUTF8(translate("pref.editor.warning")),
+                   wxOK | wxCENTRE | wxICON_INFORMATION);
     }
   }
   if (!added && browse_position > 0) {
@@ -270,7 +273,8 @@ void editor_pp_t::on_cmd_line_edit(wxCommandEvent&) {
   fill_info_message(language, editor);
 }
 
-void editor_pp_t::fill_info_message(language_info::language_t language, const korvat2::system_editor_t& editor) {
+void editor_pp_t::fill_info_message(language_info::language_t language,
+                                    const korvat2::system_editor_t& editor) {
   if (!m_info_text) {
     return;
   }

@@ -16,16 +16,16 @@ namespace {
 using tamsel3::editor_data_t;
 using tamsel3::language_info;
 
-const int page_flags =
-    tamsel3::editor_pp_t::show_language_list | tamsel3::editor_pp_t::show_default | tamsel3::editor_pp_t::show_info;
+const int page_flags = tamsel3::editor_pp_t::show_language_list | tamsel3::editor_pp_t::show_default |
+                       tamsel3::editor_pp_t::show_info;
 
 // Before the first OK there is nothing saved: start from editors a user might have added.
 void add_first_run_editors(editor_data_t& data) {
   data.add_editor(language_info::language_cpp,
                   korvat2::system_editor_t{"code", "code", "/usr/bin/code", "/usr/bin/code --goto"});
-  data.add_editor(language_info::language_cpp, korvat2::system_editor_t{"clion.sh", "clion.sh",
-                                                                        "/opt/clion/bin/clion.sh",
-                                                                        "/opt/clion/bin/clion.sh --line"});
+  data.add_editor(language_info::language_cpp,
+                  korvat2::system_editor_t{"clion.sh", "clion.sh", "/opt/clion/bin/clion.sh",
+                                           "/opt/clion/bin/clion.sh --line"});
   data.set_selected_editor_name(language_info::language_cpp, "code");
   data.set_default_editor_name(language_info::language_cpp, "code");
   data.add_editor(language_info::language_fortran,
@@ -61,7 +61,8 @@ std::vector<entry_t> editor_entries() {
          }
        },
        [](wxWindow* parent) -> wxTopLevelWindow* {
-         auto* dialog = new preferences_dialog_t(parent, new tamsel3::editor_pp_t(load_editors(), page_flags));
+         auto* dialog =
+             new preferences_dialog_t(parent, new tamsel3::editor_pp_t(load_editors(), page_flags));
          dialog->Show();
          return dialog;
        }},

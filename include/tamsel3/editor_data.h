@@ -107,7 +107,8 @@ class editor_data_t {
 
   /// `storage` itself, or for null the global storage's child "external_editor" (null when
   /// there is no global storage).
-  static korvat2::sptr_t<quern2::IPropertyStorage> get_storage(korvat2::sptr_t<quern2::IPropertyStorage> storage);
+  static korvat2::sptr_t<quern2::IPropertyStorage> get_storage(
+      korvat2::sptr_t<quern2::IPropertyStorage> storage);
   /// Loads the bag at "." of `get_storage(storage)`; false when there is no storage.
   bool load_storage_info(korvat2::sptr_t<quern2::IPropertyStorage> storage);
   /// Saves into the bag at "." of `get_storage(storage)`; false when there is no storage.

@@ -22,10 +22,10 @@
 
 namespace {
 
+using korvat2::system_editor_t;
 using tamsel3::editor_data_t;
 using tamsel3::editor_pp_t;
 using tamsel3::language_info;
-using korvat2::system_editor_t;
 
 constexpr auto cpp = language_info::language_cpp;
 const int all_flags = editor_pp_t::show_language_list | editor_pp_t::show_default | editor_pp_t::show_info;
@@ -125,7 +125,8 @@ TEST_F(editor_settings_test, the_same_program_three_times_is_numbered) {
   const std::string vim = dir.write("vim", "");
   for (int i = 0; i < 3; ++i) {
     gui_test::answer_t<wxFileDialog> answer([&](wxFileDialog& dialog) {
-      EXPECT_EQ(dialog.GetMessage().utf8_string(), tamsel3::translate_message("pref.editor.open_editor_dlg", {}));
+      EXPECT_EQ(dialog.GetMessage().utf8_string(),
+                tamsel3::translate_message("pref.editor.open_editor_dlg", {}));
       EXPECT_EQ(dialog.GetWildcard(), "*");
       gui_test::choose_file(dialog, vim);
       return wxID_OK;
@@ -133,7 +134,8 @@ TEST_F(editor_settings_test, the_same_program_three_times_is_numbered) {
     click_browse();
     EXPECT_EQ(answer.m_calls, 1);
   }
-  EXPECT_EQ(entries(), (std::vector<std::string>{"vim", "vim (2)", "vim (3)", editor_pp_t::browse_editor_display_name}));
+  EXPECT_EQ(entries(),
+            (std::vector<std::string>{"vim", "vim (2)", "vim (3)", editor_pp_t::browse_editor_display_name}));
   EXPECT_EQ(m_list->GetSelection(), 2);
   const editor_data_t data = work_data();
   EXPECT_EQ(data.get_selected_editor_name(cpp), "vim (3)");
@@ -193,7 +195,8 @@ TEST_F(editor_settings_test, cancelling_with_editors_selects_the_last_editor) {
 
 TEST_F(editor_settings_test, a_display_name_ending_in_the_suffix_is_not_found) {
   editor_data_t data;
-  data.add_editor(cpp, editor("odd", "Odd " + tamsel3::translate_message("pref.editor.system_default_suffix", {})));
+  data.add_editor(
+      cpp, editor("odd", "Odd " + tamsel3::translate_message("pref.editor.system_default_suffix", {})));
   test_support::assert_recorder_t asserts;
   make_page(data);
   EXPECT_EQ(m_page->get_selected_editor_name(), "");

@@ -1,9 +1,9 @@
 #pragma once
 // A private desktop for the lookup of editors: XDG data and configuration folders with two
 // editors of C source, "alpha-edit" and "beta-edit" (the default), one of Fortran source
-// with no chosen default (the desktop falls back to it), and a hand-written MIME database; the programs are scripts in the
-// tree's own bin folder, which goes first on PATH, since GIO drops entries whose program
-// it can't find. The same answers on every machine, whatever the machine's own desktop.
+// with no chosen default (the desktop falls back to it), and a hand-written MIME database; the programs are
+// scripts in the tree's own bin folder, which goes first on PATH, since GIO drops entries whose program it
+// can't find. The same answers on every machine, whatever the machine's own desktop.
 #include "fixtures.h"
 #include "own_process.h"
 
@@ -53,14 +53,14 @@ class desktop_tree_t {
                             const std::optional<std::string>& editor = std::nullopt) const {
     const char* old_path = std::getenv("PATH");
     environment_t environment = {{"XDG_DATA_HOME", m_dir.file("data")},
-            {"XDG_DATA_DIRS", m_dir.file("data")},
-            {"XDG_CONFIG_HOME", m_dir.file("config")},
-            {"XDG_CONFIG_DIRS", m_dir.file("config")},
-            {"XDG_CURRENT_DESKTOP", std::nullopt},
-            {"TMPDIR", temp_dir()},
-            {"PATH", m_dir.file("bin") + ":" + (old_path ? old_path : "/usr/bin:/bin")},
-            {"VISUAL", visual},
-            {"EDITOR", editor}};
+                                 {"XDG_DATA_DIRS", m_dir.file("data")},
+                                 {"XDG_CONFIG_HOME", m_dir.file("config")},
+                                 {"XDG_CONFIG_DIRS", m_dir.file("config")},
+                                 {"XDG_CURRENT_DESKTOP", std::nullopt},
+                                 {"TMPDIR", temp_dir()},
+                                 {"PATH", m_dir.file("bin") + ":" + (old_path ? old_path : "/usr/bin:/bin")},
+                                 {"VISUAL", visual},
+                                 {"EDITOR", editor}};
     if (m_for_gtk && std::filesystem::exists("/usr/share/glib-2.0/schemas")) {
       environment.emplace_back("GSETTINGS_SCHEMA_DIR", "/usr/share/glib-2.0/schemas");
     }
@@ -72,7 +72,8 @@ class desktop_tree_t {
     const std::string path = m_dir.write("bin/" + name, "#!/bin/sh\nexit 0\n");
     ::chmod(path.c_str(), 0755);
   }
-  void entry(const std::string& id, const std::string& name, const std::string& exec, const std::string& type) {
+  void entry(const std::string& id, const std::string& name, const std::string& exec,
+             const std::string& type) {
     m_dir.write("data/applications/" + id + ".desktop", "[Desktop Entry]\nType=Application\nName=" + name +
                                                             "\nExec=" + exec + "\nMimeType=" + type + ";\n");
   }

@@ -14,9 +14,9 @@
 
 namespace {
 
+using korvat2::variant_bag_t;
 using tamsel3::editor_data_t;
 using tamsel3::language_info;
-using korvat2::variant_bag_t;
 
 constexpr auto cpp = language_info::language_cpp;
 constexpr auto fortran = language_info::language_fortran;
@@ -114,8 +114,9 @@ TEST(editor_data_storage, the_environment_editor_is_saved_without_its_program) {
 
 TEST(editor_data_storage, an_editor_without_its_program_is_skipped_and_the_rest_load) {
   variant_bag_t bag;
-  bag.add_variant_bag("language", language_bag(language_info::get_localized_name(cpp),
-                                               {editor_bag("a"), editor_bag("broken", false), editor_bag("c")}));
+  bag.add_variant_bag("language",
+                      language_bag(language_info::get_localized_name(cpp),
+                                   {editor_bag("a"), editor_bag("broken", false), editor_bag("c")}));
   editor_data_t data;
   EXPECT_TRUE(data.load(bag));
   EXPECT_EQ(names_of(data, cpp), (std::vector<std::string>{"a", "c"}));
@@ -136,7 +137,8 @@ TEST(editor_data_storage, the_first_of_two_editors_of_one_name_wins) {
   variant_bag_t second = editor_bag("a");
   second.put("display_name", "Second");
   variant_bag_t bag;
-  bag.add_variant_bag("language", language_bag(language_info::get_localized_name(cpp), {editor_bag("a"), second}));
+  bag.add_variant_bag("language",
+                      language_bag(language_info::get_localized_name(cpp), {editor_bag("a"), second}));
   editor_data_t data;
   data.load(bag);
   EXPECT_EQ(names_of(data, cpp), std::vector<std::string>{"a"});
@@ -148,9 +150,11 @@ TEST(editor_data_storage, a_language_without_name_and_a_csharp_one_are_skipped) 
   nameless.add_variant_bag("editor", editor_bag("lost"));
   variant_bag_t bag;
   bag.add_variant_bag("language", nameless);
+  bag.add_variant_bag(
+      "language",
+      language_bag(language_info::get_localized_name(language_info::language_csharp), {editor_bag("cs")}));
   bag.add_variant_bag("language",
-                      language_bag(language_info::get_localized_name(language_info::language_csharp), {editor_bag("cs")}));
-  bag.add_variant_bag("language", language_bag(language_info::get_localized_name(fortran), {editor_bag("ftn")}));
+                      language_bag(language_info::get_localized_name(fortran), {editor_bag("ftn")}));
   test_support::assert_recorder_t asserts;
   editor_data_t data;
   EXPECT_TRUE(data.load(bag));
@@ -164,7 +168,8 @@ TEST(editor_data_storage, a_load_onto_an_existing_list_asserts_and_adds_what_is_
   editor_data_t data;
   data.add_editor(cpp, editor("a"));
   variant_bag_t bag;
-  bag.add_variant_bag("language", language_bag(language_info::get_localized_name(cpp), {editor_bag("a"), editor_bag("b")}));
+  bag.add_variant_bag(
+      "language", language_bag(language_info::get_localized_name(cpp), {editor_bag("a"), editor_bag("b")}));
   test_support::assert_recorder_t asserts;
   EXPECT_TRUE(data.load(bag));
   EXPECT_EQ(asserts.texts(), std::vector<std::string>{not_first_text});
@@ -208,7 +213,8 @@ TEST(editor_data_storage, a_language_without_list_is_not_saved) {
   variant_bag_t bag;
   data.save(bag);
   EXPECT_FALSE(bag.has<variant_bag_t>("language"));
-  EXPECT_EQ(bag.get_variant("selected_language", "").get<std::string>(), language_info::get_localized_name(cpp));
+  EXPECT_EQ(bag.get_variant("selected_language", "").get<std::string>(),
+            language_info::get_localized_name(cpp));
 }
 
 class editor_data_storage_files : public ::testing::Test {
@@ -231,7 +237,8 @@ TEST_F(editor_data_storage_files, a_null_storage_is_the_global_child_external_ed
 }
 
 TEST_F(editor_data_storage_files, a_given_storage_is_read_itself_not_a_child) {
-  const korvat2::sptr_t<quern2::IPropertyStorage> storage = quern2::makeFileStorage(korvat2::path_t(m_dir.path()));
+  const korvat2::sptr_t<quern2::IPropertyStorage> storage =
+      quern2::makeFileStorage(korvat2::path_t(m_dir.path()));
   EXPECT_EQ(editor_data_t::get_storage(storage).get(), storage.get());
   ASSERT_TRUE(sample().save_storage_info(storage));
   EXPECT_TRUE(storage->hasBag("."));
@@ -242,7 +249,8 @@ TEST_F(editor_data_storage_files, a_given_storage_is_read_itself_not_a_child) {
 }
 
 TEST_F(editor_data_storage_files, a_corrupt_file_loads_nothing_and_reports_true) {
-  const korvat2::sptr_t<quern2::IPropertyStorage> storage = quern2::makeFileStorage(korvat2::path_t(m_dir.path()));
+  const korvat2::sptr_t<quern2::IPropertyStorage> storage =
+      quern2::makeFileStorage(korvat2::path_t(m_dir.path()));
   ASSERT_TRUE(sample().save_storage_info(storage));
   const std::set<std::string> names = m_dir.names();
   ASSERT_EQ(names.size(), 1u);

@@ -18,9 +18,9 @@
 
 namespace {
 
+using korvat2::system_editor_t;
 using tamsel3::editor_data_t;
 using tamsel3::language_info;
-using korvat2::system_editor_t;
 
 const std::string in_list_text =
     "(it_tmp = m_langs_to_edt_names.find(language)) != m_langs_to_edt_names.end() && "
@@ -36,7 +36,9 @@ std::vector<std::string> names_of(korvat2::generic_iterator_t<system_editor_t> i
   return names;
 }
 
-system_editor_t editor(const std::string& name) { return {name, name + " Editor", "/usr/bin/" + name, "/usr/bin/" + name + " -w"}; }
+system_editor_t editor(const std::string& name) {
+  return {name, name + " Editor", "/usr/bin/" + name, "/usr/bin/" + name + " -w"};
+}
 
 editor_data_t::editor_t system_editor(const std::string& name) {
   editor_data_t::editor_t record(editor(name));
@@ -173,7 +175,8 @@ TEST(editor_data, set_editors_replaces_the_whole_list_with_custom_editors) {
   editor_data_t data;
   data.add_editor_ex(cpp, system_editor("sys"));
   data.add_editor(cpp, editor("mine"));
-  EXPECT_TRUE(data.set_editors(cpp, korvat2::iterutil::make_owned_iterator(std::vector{editor("a"), editor("b")})));
+  EXPECT_TRUE(
+      data.set_editors(cpp, korvat2::iterutil::make_owned_iterator(std::vector{editor("a"), editor("b")})));
   EXPECT_EQ(names_of(data.get_editors(cpp)), (std::vector<std::string>{"a", "b"}));
   EXPECT_EQ(data.get_editor_type(cpp, "a"), 3);
   EXPECT_EQ(data.get_editor_type(cpp, "sys"), 0);
@@ -205,25 +208,26 @@ TEST(editor_data, copies_share_nothing) {
 TEST(editor_data, dumps_read_as_told) {
   const std::string cpp_name = language_info::get_localized_name(cpp);
   EXPECT_EQ(editor_data_t::dump(cpp), "Language = 0 \"" + cpp_name + "\".");
-  EXPECT_EQ(editor_data_t::dump(system_editor("vim")), "{vim, vim Editor, /usr/bin/vim, /usr/bin/vim -w, true}");
+  EXPECT_EQ(editor_data_t::dump(system_editor("vim")),
+            "{vim, vim Editor, /usr/bin/vim, /usr/bin/vim -w, true}");
   editor_data_t::editor_key_t first(cpp, "a");
   editor_data_t::editor_key_t second(fortran, "b");
   EXPECT_EQ(editor_data_t::dump(std::map<editor_data_t::editor_key_t, editor_data_t::editor_t>{}), "");
   EXPECT_EQ(editor_data_t::dump(std::map<editor_data_t::editor_key_t, editor_data_t::editor_t>{
                 {first, editor_data_t::editor_t(editor("a"))}, {second, system_editor("b")}}),
             "(" + cpp_name + ",a): {a, a Editor, /usr/bin/a, /usr/bin/a -w, false}; (" +
-                language_info::get_localized_name(fortran) + ",b): {b, b Editor, /usr/bin/b, /usr/bin/b -w, true}");
+                language_info::get_localized_name(fortran) +
+                ",b): {b, b Editor, /usr/bin/b, /usr/bin/b -w, true}");
   EXPECT_EQ(editor_data_t::dump(std::map<language_info::language_t, std::vector<std::string>>{}), "");
-  EXPECT_EQ(editor_data_t::dump(std::map<language_info::language_t, std::vector<std::string>>{
-                {cpp, {"a", "b"}}, {fortran, {}}}),
-            "\"" + cpp_name + "\": [\"a\", \"b\"]; \"" + language_info::get_localized_name(fortran) + "\": []");
+  EXPECT_EQ(
+      editor_data_t::dump(
+          std::map<language_info::language_t, std::vector<std::string>>{{cpp, {"a", "b"}}, {fortran, {}}}),
+      "\"" + cpp_name + "\": [\"a\", \"b\"]; \"" + language_info::get_localized_name(fortran) + "\": []");
 }
 
 // --- the desktop: each scenario runs in a process of its own, on a private desktop ---
 
-std::string c_file() {
-  return korvat2::stdpaths::get_temp_dir().as_string(true) + "orlane_test.c";
-}
+std::string c_file() { return korvat2::stdpaths::get_temp_dir().as_string(true) + "orlane_test.c"; }
 
 TEST(editor_data_child, DISABLED_load_system_info_keeps_custom_editors_last_and_drops_gone_names) {
   editor_data_t data;
@@ -233,7 +237,8 @@ TEST(editor_data_child, DISABLED_load_system_info_keeps_custom_editors_last_and_
   data.set_default_editor_name(cpp, "mine");
   EXPECT_TRUE(data.load_system_info(cpp));
   EXPECT_EQ(names_of(data.get_editors(cpp)),
-            (std::vector<std::string>{"alpha-edit.desktop", "beta-edit.desktop", "orlane_env_var_editor_name", "mine"}));
+            (std::vector<std::string>{"alpha-edit.desktop", "beta-edit.desktop", "orlane_env_var_editor_name",
+                                      "mine"}));
   EXPECT_EQ(data.get_selected_editor_name(cpp), "");
   EXPECT_EQ(data.get_default_editor_name(cpp), "mine");
   EXPECT_EQ(data.get_system_default_editor_name(cpp), "beta-edit.desktop");
@@ -303,9 +308,10 @@ class editor_data_on_a_private_desktop : public ::testing::TestWithParam<const c
 
 TEST_P(editor_data_on_a_private_desktop, behaves_as_told) {
   const test_support::desktop_tree_t desktop;
-  EXPECT_EQ(test_support::run_test_in_own_process(std::string("editor_data_child.DISABLED_") + GetParam(),
-                                                  desktop.environment(std::string("vi -f"), std::string("nano"))),
-            0);
+  EXPECT_EQ(
+      test_support::run_test_in_own_process(std::string("editor_data_child.DISABLED_") + GetParam(),
+                                            desktop.environment(std::string("vi -f"), std::string("nano"))),
+      0);
 }
 
 INSTANTIATE_TEST_SUITE_P(scenarios, editor_data_on_a_private_desktop,

@@ -31,8 +31,8 @@ std::string head_of(const std::string& file) {
 
 std::string content_type_of(const std::string& file) {
   const std::string head = head_of(file);
-  g_text_t type(g_content_type_guess(file.c_str(), reinterpret_cast<const guchar*>(head.data()),
-                                     head.size(), nullptr));
+  g_text_t type(
+      g_content_type_guess(file.c_str(), reinterpret_cast<const guchar*>(head.data()), head.size(), nullptr));
   return text_of(type.get());
 }
 

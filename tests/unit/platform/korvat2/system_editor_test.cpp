@@ -86,8 +86,8 @@ class get_system_editors_on_a_private_desktop : public ::testing::TestWithParam<
 
 TEST_P(get_system_editors_on_a_private_desktop, answers_the_same_everywhere) {
   const test_support::desktop_tree_t desktop;
-  EXPECT_EQ(test_support::run_test_in_own_process(std::string("get_system_editors_child.DISABLED_") + GetParam(),
-                                                  desktop.environment()),
+  EXPECT_EQ(test_support::run_test_in_own_process(
+                std::string("get_system_editors_child.DISABLED_") + GetParam(), desktop.environment()),
             0);
 }
 
