@@ -246,6 +246,24 @@ TEST_F(editor_settings_test, an_environment_editor_without_program_says_so) {
   EXPECT_EQ(m_page->get_selected_editor_name(), editor_data_t::env_var_editor_name);
 }
 
+TEST_F(editor_settings_test, editors_without_command_line_say_so_by_kind) {
+  editor_data_t data;
+  data.add_editor(cpp, system_editor_t{"lost", "Lost", "", ""});
+  editor_data_t::editor_t system(system_editor_t{"gone.desktop", "Gone", "", ""});
+  system.is_system = true;
+  data.add_editor_ex(cpp, system);
+  make_page(data);
+  const auto info = [this] {
+    wxString text = control<wxStaticText>("m_info_text")->GetLabel();
+    text.Replace("\n", " ");
+    return text.utf8_string();
+  };
+  EXPECT_EQ(info(), tamsel3::translate_message("pref.editor.editor_not_found_system", {}));
+  click_entry(1);
+  EXPECT_EQ(info(), tamsel3::translate_message("pref.editor.editor_not_found_custom", {}));
+  EXPECT_FALSE(control<wxTextCtrl>("m_command_line")->IsEnabled());
+}
+
 TEST_F(editor_settings_test, ticking_the_box_sets_the_default) {
   editor_data_t data;
   data.add_editor(cpp, editor("vim", "Vim"));
