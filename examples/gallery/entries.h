@@ -26,5 +26,7 @@ std::vector<entry_t> message_entries();
 std::vector<entry_t> inplace_entries();
 /// The Result saving page in a preferences dialog.
 std::vector<entry_t> result_saving_entries();
+/// The external editors' page on the desktop's and the saved editors.
+std::vector<entry_t> editor_entries();
 
 }  // namespace gallery

@@ -13,6 +13,7 @@
 // - wxFontDialog: the font data comes back as the hook left it.
 #include "fixtures.h"
 #include "gui_test.h"
+#include "modal_answer.h"
 
 #include <quern2/catalog_registry.h>
 #include <quern2/product_locations.h>
@@ -34,38 +35,10 @@
 
 namespace {
 
-// Answers every modal dialog run while it lives with what `answer` returns, after letting
-// it look at and change the dialog. A dialog of another class fails the test.
-template <class dialog_t>
-class answer_t : public wxModalDialogHook {
- public:
-  explicit answer_t(std::function<int(dialog_t&)> answer) : m_answer(std::move(answer)) { Register(); }
-  int m_calls = 0;
-
- protected:
-  int Enter(wxDialog* dialog) override {
-    ++m_calls;
-    auto* typed = dynamic_cast<dialog_t*>(dialog);
-    if (!typed) {
-      ADD_FAILURE() << "unexpected dialog of class " << typeid(*dialog).name();
-      return wxID_CANCEL;
-    }
-    return m_answer(*typed);
-  }
-  void Exit(wxDialog*) override {}
-
- private:
-  std::function<int(dialog_t&)> m_answer;
-};
+using gui_test::answer_t;
+using gui_test::choose_file;
 
 std::string utf8(const wxString& text) { return text.utf8_string(); }
-
-// Makes `path` the file dialog's answer, as the user's choice would.
-void choose_file(wxFileDialog& dialog, const std::string& path) {
-  dialog.SetPath(wxString::FromUTF8(path));
-  EXPECT_TRUE(gui_test::wait_until([&] { return utf8(dialog.GetPath()) == path; }))
-      << "the native chooser didn't take " << path;
-}
 
 // Makes `path` the folder dialog's answer: wxGTK keeps it in the base class on accept.
 void choose_folder(wxDirDialog& dialog, const std::string& path) {

@@ -9,6 +9,7 @@
 #include <korvat2/pointers.h>
 #include <korvat2/signal.h>
 #include <korvat2/system.h>
+#include <korvat2/system_editor.h>
 #include <korvat2/threading.h>
 #include <korvat2/variant.h>
 #include <korvat2/variant_bag.h>

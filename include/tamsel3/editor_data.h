@@ -1,0 +1,138 @@
+#pragma once
+#include <korvat2/iterator.h>
+#include <korvat2/pointers.h>
+#include <tamsel3/language_info.h>
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace korvat2 {
+struct system_editor_t;
+class variant_bag_t;
+class variant_t;
+}  // namespace korvat2
+namespace quern2 {
+class IPropertyStorage;
+}
+
+namespace tamsel3 {
+
+/// The registry of the external editors that can open a source file: per supported
+/// language the ordered list of editors (system ones first, then the environment editor,
+/// then the user's own) and the selected, default and system default names. A plain value:
+/// copies share nothing. It never starts an editor; a host runs an editor's command line.
+/// GUI thread; no lock.
+class editor_data_t {
+ public:
+  /// One editor.
+  struct editor_t {
+    editor_t() = default;
+    /// The four strings of `editor`, as a custom editor.
+    explicit editor_t(const korvat2::system_editor_t& editor);
+
+    /// Reads the record from `bag`; false, leaving it as it was, when a required value is
+    /// missing or of the wrong kind.
+    bool load(const korvat2::variant_bag_t& bag);
+    /// Writes the record into `bag`; the environment editor without its program.
+    bool save(korvat2::variant_bag_t& bag) const;
+
+    std::string name;  ///< identity within its language; empty stands for no editor
+    std::string display_name;
+    std::string executable;
+    std::string command_line;  ///< begins with `executable` when it has arguments
+    bool is_system = false;    ///< from the desktop or the environment
+  };
+
+  /// Kinds of `get_editor_type`.
+  enum editor_type_t : int {
+    editor_type_none = 0,
+    editor_type_system = 1,
+    editor_type_env_var = 2,
+    editor_type_custom = 3,
+  };
+
+  using language_t = language_info::language_t;
+  using editor_key_t = std::pair<language_t, std::string>;
+  using names_t = std::map<language_t, std::string>;
+
+  /// The reserved name of the editor from `VISUAL` or `EDITOR`.
+  static const char* const env_var_editor_name;
+
+  editor_data_t();
+
+  korvat2::generic_iterator_t<language_t> get_languages() const;
+  bool is_supported_language(language_t language) const;
+  language_t get_selected_language() const { return m_selected_language; }
+  bool set_selected_language(language_t language);
+
+  bool add_editor(language_t language, const korvat2::system_editor_t& editor);
+  /// Adds a new name: a system editor before the first custom one, a custom one at the end.
+  bool add_editor_ex(language_t language, const editor_t& editor);
+  /// Replaces the record of `name`, which then counts as a custom editor.
+  bool set_editor(language_t language, const std::string& name, const korvat2::system_editor_t& editor);
+  /// Replaces the language's whole list by custom editors made from `editors`.
+  bool set_editors(language_t language, const korvat2::generic_iterator_t<korvat2::system_editor_t>& editors);
+  korvat2::generic_iterator_t<korvat2::system_editor_t> get_editors(language_t language) const;
+  korvat2::system_editor_t get_editor(language_t language, const std::string& name) const;
+  editor_t get_editor_ex(language_t language, const std::string& name) const;
+  int get_editor_type(language_t language, const std::string& name) const;
+  bool remove_editor(language_t language, const std::string& name);
+  /// Removes the language's system editors (`is_system` true) or custom ones.
+  bool remove_editors_ex(language_t language, bool is_system);
+
+  bool set_selected_editor_name(language_t language, const std::string& name);
+  bool set_default_editor_name(language_t language, const std::string& name);
+  std::string get_selected_editor_name(language_t language) const;
+  std::string get_default_editor_name(language_t language) const;
+  std::string get_system_default_editor_name(language_t language) const;
+
+  /// Asks the desktop again for every language's editors, stopping at the first that fails.
+  bool load_system_info();
+  /// Asks for the editors of `language` through a made-up file of its type in the
+  /// temporary folder, which is removed afterwards if this call made it.
+  bool load_system_info(language_t language);
+  /// Renews the system and environment editors of the language of `file`, which must
+  /// exist; true when the desktop also named exactly one default.
+  bool load_system_info(const std::string& file);
+
+  /// Overwrites `editor` with the editor of `VISUAL`, else `EDITOR`.
+  static void fill_env_var_editor(editor_t& editor);
+
+  static std::string dump(language_t language);
+  static std::string dump(const editor_t& editor);
+  static std::string dump(const std::map<editor_key_t, editor_t>& editors);
+  static std::string dump(const std::map<language_t, std::vector<std::string>>& names);
+
+  /// `storage` itself, or for null the global storage's child "external_editor" (null when
+  /// there is no global storage).
+  static korvat2::sptr_t<quern2::IPropertyStorage> get_storage(
+      korvat2::sptr_t<quern2::IPropertyStorage> storage);
+  /// Loads the bag at "." of `get_storage(storage)`; false when there is no storage.
+  bool load_storage_info(korvat2::sptr_t<quern2::IPropertyStorage> storage);
+  /// Saves into the bag at "." of `get_storage(storage)`; false when there is no storage.
+  bool save_storage_info(korvat2::sptr_t<quern2::IPropertyStorage> storage) const;
+  /// Loads a saved registry into one that has no lists yet; a corrupt item costs only itself.
+  bool load(const korvat2::variant_bag_t& bag);
+  bool save(korvat2::variant_bag_t& bag) const;
+
+ private:
+  bool load(names_t& names, language_t language, const korvat2::variant_t& value);
+  void load_language(const korvat2::variant_bag_t& bag);
+  void add_system_editors(language_t language, korvat2::generic_iterator_t<korvat2::system_editor_t> list);
+  void drop_missing_names(names_t& names, language_t language) const;
+  bool has_editor(language_t language, const std::string& name) const;
+  bool in_list(language_t language, const std::string& name) const;
+  static std::string get_name(const names_t& names, language_t language);
+
+  std::vector<language_t> m_languages;
+  std::map<language_t, std::vector<std::string>> m_langs_to_edt_names;
+  std::map<editor_key_t, editor_t> m_editors;
+  language_t m_selected_language = language_info::language_cpp;
+  names_t m_selected_editors;
+  names_t m_default_editors;
+  names_t m_system_default_editors;
+};
+
+}  // namespace tamsel3
