@@ -1,4 +1,5 @@
 #include "fixtures.h"
+#include "folder_locations.h"
 #include "frame_test_windows.h"
 #include "gui_test.h"
 
@@ -202,26 +203,13 @@ TEST(dialog_base_test, path_messages_come_from_the_catalog) {
   EXPECT_FALSE(dialog.text_unknown().empty());
 }
 
-// Resources without any catalog: the archive alone, in a folder of its own.
-class catalogless_locations_t : public quern2::IProductLocations {
- public:
-  explicit catalogless_locations_t(std::string dir) : m_dir(std::move(dir)) {}
-  const char* getResourceDirectory() const override { return m_dir.c_str(); }
-  const char* getProductText(int) const override { return "Tamsel"; }
-  const char* getFeaturesDirectory() const override { return ""; }
-  const char* getProductTag() const override { return "tam"; }
-  int getProductGeneration() const override { return 12; }
-
- private:
-  std::string m_dir;
-};
-
 TEST(dialog_base_test, without_a_catalog_the_dialog_opens_with_empty_path_messages) {
   test_support::temp_dir_t folder;
   const std::string archive =
       std::string(quern2::IProductLocations::get()->getResourceDirectory()) + "/tamsel3.dat";
   test_support::write_bytes(folder.file("tamsel3.dat"), test_support::read_bytes(archive));
-  catalogless_locations_t locations(folder.path());
+  // Resources without any catalog: the archive alone, in a folder of its own.
+  gui_test::folder_locations_t locations(folder.path());
   quern2::IProductLocations::set(&locations);
   quern2::reloadMessageCatalogs();
   {

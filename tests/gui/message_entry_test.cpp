@@ -4,6 +4,7 @@
 
 #include "assert_recorder.h"
 #include "fixtures.h"
+#include "folder_locations.h"
 
 #include <ombrelc/ombrelc.h>
 #include <quern2/catalog_registry.h>
@@ -229,23 +230,10 @@ TEST_F(message_entry_test, load_checks_the_kinds_and_the_messenger) {
   EXPECT_TRUE(any_contains(error_texts(log), "pelit"));
 }
 
-// Resources in a folder without the archive.
-class empty_locations_t : public quern2::IProductLocations {
- public:
-  explicit empty_locations_t(std::string dir) : m_dir(std::move(dir)) {}
-  const char* getResourceDirectory() const override { return m_dir.c_str(); }
-  const char* getProductText(int) const override { return "Tamsel"; }
-  const char* getFeaturesDirectory() const override { return ""; }
-  const char* getProductTag() const override { return "tam"; }
-  int getProductGeneration() const override { return 12; }
-
- private:
-  std::string m_dir;
-};
-
 TEST(event_log_test, without_the_archive_no_picture_index_is_set_and_lines_still_show) {
   test_support::temp_dir_t folder;
-  empty_locations_t locations(folder.path());
+  // A folder without the archive.
+  gui_test::folder_locations_t locations(folder.path());
   quern2::IProductLocations::set(&locations);
   {
     auto* frame = new wxFrame(nullptr, wxID_ANY, "no archive");
