@@ -1,5 +1,6 @@
 #pragma once
 /// Everything that tamsel3 exports.
+#include <tamsel3/ask_dlg.h>
 #include <tamsel3/char_rules.h>
 #include <tamsel3/common_dialogs.h>
 #include <tamsel3/dialog_base.h>
