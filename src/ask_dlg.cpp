@@ -72,7 +72,7 @@ void ask_dlg_t::load_messages() {
 wxSize ask_dlg_t::calculate_min_size() {
   const int height = wxSystemSettings::GetMetric(wxSYS_CAPTION_Y, this) + height_of(m_field_label) + 10 +
                      2 * height_of(m_browse_button) + 29;
-  return wxSize(fixed_width, height < height_floor + 1 ? height_floor : height);
+  return wxSize(fixed_width, height <= height_floor ? height_floor : height);
 }
 
 void ask_dlg_t::full_resize_update() {
