@@ -28,5 +28,7 @@ std::vector<entry_t> inplace_entries();
 std::vector<entry_t> result_saving_entries();
 /// The external editors' page on the desktop's and the saved editors.
 std::vector<entry_t> editor_entries();
+/// Asking for a file, and copying a message's details to the clipboard.
+std::vector<entry_t> small_dialog_entries();
 
 }  // namespace gallery

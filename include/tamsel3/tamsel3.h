@@ -1,6 +1,8 @@
 #pragma once
 /// Everything that tamsel3 exports.
+#include <tamsel3/ask_dlg.h>
 #include <tamsel3/char_rules.h>
+#include <tamsel3/clipboard_dlg.h>
 #include <tamsel3/common_dialogs.h>
 #include <tamsel3/dialog_base.h>
 #include <tamsel3/editor_data.h>

@@ -1,0 +1,54 @@
+#pragma once
+#include <tamsel3/dialog_base.h>
+
+#include <string>
+
+class wxCommandEvent;
+class wxSize;
+class wxStaticText;
+class wxTextCtrl;
+class wxWindow;
+
+namespace tamsel3 {
+
+/// Asks the user where a file that the product needs is: an explanation, a field with a
+/// browse button, OK and Cancel. The host sets the name, shows the dialog modally, and on
+/// wxID_OK reads the name back; the file's existence isn't checked. The explanation is
+/// wrapped to the display's proportions. GUI thread.
+class ask_dlg_t : public dialog_base_t {
+ public:
+  ask_dlg_t();
+
+  /// Stores `filename`, and shows it in the field once the field exists.
+  void set_filename(const std::string& filename);
+  std::string get_filename() const { return m_filename; }
+
+  void fill_controls();
+  /// Reads the explanation and the browse filter from the catalog; without one they stay.
+  void load_messages();
+  /// A fixed width of 400, and the height of the caption, the field and two button rows,
+  /// never below 170.
+  wxSize calculate_min_size();
+  /// Lays the dialog out again and wraps the explanation to the display's proportions.
+  void full_resize_update();
+  void on_btn_browse_file(wxCommandEvent& event);
+
+ protected:
+  void on_init_dialog() override;
+  void on_ok() override;
+
+  std::string m_filename;
+  std::string m_ask_text;
+  wxStaticText* m_text_control = nullptr;
+  wxStaticText* m_field_label = nullptr;
+  wxTextCtrl* m_file_field = nullptr;
+  wxWindow* m_browse_button = nullptr;
+  std::string m_default_extension;
+  std::string m_extensions;
+  bool m_recalculated = false;
+
+ private:
+  wxDECLARE_EVENT_TABLE();
+};
+
+}  // namespace tamsel3
