@@ -7,6 +7,7 @@
 
 #include <wx/checkbox.h>
 #include <wx/sizer.h>
+#include <wx/stattext.h>
 #include <wx/xrc/xmlres.h>
 
 #include <algorithm>
@@ -18,6 +19,7 @@ namespace {
 // whatever the desktop's theme.
 const wxColour off_background(0, 57, 87);
 const wxColour on_background(162, 27, 0);
+constexpr int description_chars = 72;
 
 wxWindow* find_by_name(wxWindow* root, const char* name) {
   return root->FindWindow(wxXmlResource::GetXRCID(name));
@@ -52,6 +54,15 @@ void experimental_options_panel_t::on_init_dialog() {
   m_feature_list_wnd = find_by_name(this, "m_feature_list_wnd");
   load_settings();
   on_update_ui_settings();
+  wrap_description();
+}
+
+void experimental_options_panel_t::wrap_description() {
+  // A long explanation would otherwise set the width of the whole page; a measure in
+  // characters keeps the lines readable in any font.
+  if (auto* text = dynamic_cast<wxStaticText*>(m_experimental_descr)) {
+    text->Wrap(description_chars * get_text_extent(text, "n").GetWidth());
+  }
 }
 
 void experimental_options_panel_t::load_settings() {

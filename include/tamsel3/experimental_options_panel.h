@@ -65,6 +65,8 @@ class experimental_options_panel_t : public pref_base_t {
   bool m_restart_requested = false;
 
  private:
+  void wrap_description();
+
   wxDECLARE_EVENT_TABLE();
 };
 
