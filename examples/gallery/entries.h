@@ -28,5 +28,7 @@ std::vector<entry_t> inplace_entries();
 std::vector<entry_t> result_saving_entries();
 /// The external editors' page on the desktop's and the saved editors.
 std::vector<entry_t> editor_entries();
+/// The experimental features page over sample list and choice files.
+std::vector<entry_t> feature_entries();
 
 }  // namespace gallery
