@@ -30,5 +30,7 @@ std::vector<entry_t> result_saving_entries();
 std::vector<entry_t> editor_entries();
 /// Asking for a file, and copying a message's details to the clipboard.
 std::vector<entry_t> small_dialog_entries();
+/// The experimental features page over sample list and choice files.
+std::vector<entry_t> feature_entries();
 
 }  // namespace gallery

@@ -10,6 +10,8 @@
 #include <tamsel3/error_warning_panel.h>
 #include <tamsel3/event_entry.h>
 #include <tamsel3/event_log.h>
+#include <tamsel3/experimental_options_panel.h>
+#include <tamsel3/feature_config.h>
 #include <tamsel3/generic_base.h>
 #include <tamsel3/global_show_help.h>
 #include <tamsel3/inplace_ctrl.h>

@@ -1,0 +1,73 @@
+#pragma once
+#include <tamsel3/feature_config.h>
+#include <tamsel3/pref_base.h>
+
+#include <boost/shared_ptr.hpp>
+
+#include <string>
+#include <vector>
+
+class wxCommandEvent;
+
+namespace tamsel3 {
+
+/// The page on which the user turns experimental features on and off: one check box per
+/// feature of the list, and a banner whose colours tell whether any feature is on. OK asks
+/// whether to restart now and writes the choice in any case; the host restarts when
+/// `is_restart_requested()`. Either configuration may be null: the page then shows no
+/// features or saves nothing. Layout "panel.experimental". GUI thread.
+class experimental_options_panel_t : public pref_base_t {
+ public:
+  /// One feature on show; `enabled` is left out of equality.
+  struct feature_info_t {
+    std::string env_variable;
+    std::string name;
+    std::string description;
+    bool enabled = false;
+    friend bool operator==(const feature_info_t& a, const feature_info_t& b) {
+      return a.env_variable == b.env_variable && a.name == b.name && a.description == b.description;
+    }
+  };
+
+  experimental_options_panel_t(boost::shared_ptr<feature_list_config_t> list,
+                               boost::shared_ptr<active_features_config_t> active);
+
+  void save_settings() override;
+
+  /// Shows a feature of the list, turned off; one without a name or variable is dropped.
+  void add_feature(const feature_list_config_t::feature_info_t& info);
+  /// Shows a feature unless an equal one is there already.
+  void add_feature(const feature_info_t& info);
+  /// The answer to the restart prompt of the last OK.
+  bool is_restart_requested() const { return m_restart_requested; }
+  /// Whether any feature on show is on.
+  bool is_experimental_on() const;
+
+ protected:
+  void on_init_dialog() override;
+  void on_update_ui_settings() override;
+  virtual void load_settings();
+  /// Asks whether to restart now; true for Yes.
+  virtual bool prompt_restart_now() const;
+
+  void load_feature_list();
+  void load_enabled_features();
+  void add_checkbox(const std::string& name, const std::string& description, bool checked);
+  void on_checkbox(wxCommandEvent& event);
+
+  std::vector<feature_info_t> m_features;
+  wxWindow* m_experimental_descr = nullptr;
+  wxWindow* m_experimental_status = nullptr;
+  wxWindow* m_mesage_panel = nullptr;
+  wxWindow* m_feature_list_wnd = nullptr;
+  boost::shared_ptr<feature_list_config_t> m_feature_list_config;
+  boost::shared_ptr<active_features_config_t> m_active_features_config;
+  bool m_restart_requested = false;
+
+ private:
+  void wrap_description();
+
+  wxDECLARE_EVENT_TABLE();
+};
+
+}  // namespace tamsel3

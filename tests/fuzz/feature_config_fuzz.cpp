@@ -1,0 +1,100 @@
+// Feature list and choice files of any bytes: both loaders take them without crashing and
+// without touching the file, a choice never holds an empty name, and what a choice saves
+// loads back the same.
+#include <korvat2/path.h>
+#include <tamsel3/feature_config.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <string>
+
+namespace {
+
+using tamsel3::active_features_config_impl_t;
+using tamsel3::feature_list_config_impl_t;
+
+void fail(const char* what, const std::string& input) {
+  std::cerr << what << " for input of " << input.size() << " bytes" << std::endl;
+  std::abort();
+}
+
+// One folder for the whole run, removed at exit.
+struct work_dir_t {
+  work_dir_t() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "tamsel3_fuzz.XXXXXX").string();
+    if (::mkdtemp(pattern.data())) {
+      path = pattern;
+    }
+  }
+  ~work_dir_t() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+  }
+  std::string file(const char* name) const { return path + "/" + name; }
+  std::string path;
+};
+
+const work_dir_t& work_dir() {
+  static const work_dir_t dir;
+  return dir;
+}
+
+void write(const std::string& path, const std::string& bytes) {
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+}
+
+std::string read(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+void check_list(const std::string& input) {
+  const std::string path = work_dir().file("evaluation_features.cfg");
+  write(path, input);
+  feature_list_config_impl_t list{korvat2::path_t(work_dir().path)};
+  const bool loaded = list.load();
+  if ((!loaded && list.get_count() != 0) || read(path) != input) {
+    fail("the list loader", input);
+  }
+  for (int i = -1; i <= list.get_count(); ++i) {
+    list.get_feature(i);
+  }
+}
+
+void check_choice(const std::string& input) {
+  const korvat2::path_t dir(work_dir().path);
+  const std::string path = work_dir().file("active_evaluation_features.cfg");
+  write(path, input);
+  active_features_config_impl_t active(dir);
+  active.load();
+  if (read(path) != input || active.is_turned_on("")) {
+    fail("the choice loader", input);
+  }
+  active.save();
+  const std::string saved = read(path);
+  active_features_config_impl_t again(dir);
+  if (!again.load()) {
+    fail("a saved choice doesn't load", input);
+  }
+  again.save();
+  if (read(path) != saved) {
+    fail("a saved choice loads differently", input);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (work_dir().path.empty()) {
+    fail("no temporary folder", std::string());
+  }
+  const std::string input(reinterpret_cast<const char*>(data), size);
+  check_list(input);
+  check_choice(input);
+  return 0;
+}
