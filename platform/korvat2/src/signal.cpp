@@ -4,12 +4,73 @@
 
 namespace korvat2::_internal {
 
+namespace {
+
+void link_entry(subscriber_entry_t& head, subscriber_entry_t& entry) {
+  entry.prev = head.prev;
+  entry.next = &head;
+  head.prev->next = &entry;
+  head.prev = &entry;
+}
+
+void unlink_entry(subscriber_entry_t& entry) {
+  entry.prev->next = entry.next;
+  entry.next->prev = entry.prev;
+  entry.prev = entry.next = nullptr;
+}
+
+}  // namespace
+
+connection_node_t* connection_list_t::push_back(const connection_t& connection) {
+  connection_node_t* node;
+  if (!m_inline_in_use) {
+    m_inline_in_use = true;
+    node = &m_inline;
+  } else {
+    node = new connection_node_t;
+  }
+  node->connection = connection;
+  node->prev = m_head.prev;
+  node->next = &m_head;
+  m_head.prev->next = node;
+  m_head.prev = node;
+  ++m_size;
+  return node;
+}
+
+connection_list_t::iterator connection_list_t::erase(iterator position) {
+  connection_node_t* node = position.node();
+  connection_link_t* next = node->next;
+  node->prev->next = next;
+  next->prev = node->prev;
+  --m_size;
+  if (node == &m_inline) {
+    m_inline_in_use = false;
+    m_inline.connection = connection_t();
+  } else {
+    delete node;
+  }
+  return iterator(next);
+}
+
+void connection_list_t::remove_blanks() {
+  for (iterator it = begin(); it != end();) {
+    it = it->empty() ? erase(it) : ++it;
+  }
+}
+
+void connection_list_t::clear() {
+  for (iterator it = begin(); it != end();) {
+    it = erase(it);
+  }
+}
+
 subscriber_base_t::~subscriber_base_t() { disconnect_all_signals(); }
 
 void subscriber_base_t::disconnect_all_signals() {
   m_subscriber_mutex.acquire();
-  while (!m_signals.empty()) {
-    signal_base_t* signal = m_signals.front();
+  while (m_signals.next != &m_signals) {
+    signal_base_t* signal = m_signals.next->signal;
     // The signal side locks its mutex before ours. Waiting here while holding ours could
     // deadlock against a signal that is connecting, copying or dying on another thread,
     // so when its mutex is busy we let go of ours and try again. While the signal is in
@@ -20,20 +81,9 @@ void subscriber_base_t::disconnect_all_signals() {
       m_subscriber_mutex.acquire();
       continue;
     }
-    std::size_t entries = signal->drop_subscriber_locked(this);
+    // All of this signal's entries go at once: it no longer knows us.
+    signal->drop_subscriber_locked(this);
     signal->m_mutex->release();
-    // All of this signal's entries go at once: it no longer knows us, so a stale entry
-    // would outlive it. There are at most as many as it had connections to us, nearly
-    // always one, so the list is walked only as far as needed.
-    m_signals.pop_front();
-    for (auto entry = m_signals.begin(); entries > 1 && entry != m_signals.end();) {
-      if (*entry == signal) {
-        entry = m_signals.erase(entry);
-        --entries;
-      } else {
-        ++entry;
-      }
-    }
   }
   m_subscriber_mutex.release();
 }
@@ -88,16 +138,12 @@ void signal_base_t::_erase(const connection_t& connection) {
   if (!subscriber_found) {
     return;
   }
-  if (m_in_emission) {
-    *found = connection_t();  // a tombstone until the outermost emission compacts
-  } else {
-    m_connections.erase(found);
-  }
   if (connection.subscriber) {
     // Every entry of this signal goes, also one that a second method of the same
     // subscriber made: one method per signal is what callers use.
-    remove_from_subscriber(connection.subscriber, true);
+    remove_from_subscriber(connection.subscriber);
   }
+  discard(found);
 }
 
 void signal_base_t::_erase_all() {
@@ -123,7 +169,7 @@ void signal_base_t::post_call(onstack_signal_state_t& state) const {
     return;
   }
   m_in_emission = nullptr;
-  m_connections.remove_if([](const connection_t& c) { return c.empty(); });
+  m_connections.remove_blanks();
   state.mutex->release();
 }
 
@@ -170,45 +216,39 @@ bool signal_base_t::contains_locked(const connection_t& connection) const {
 }
 
 void signal_base_t::insert_locked(const connection_t& connection) {
-  if (connection.subscriber) {
-    // The entry's node is made outside the subscriber's lock, which posters on every
-    // thread share: inside it only a splice remains.
-    decltype(connection.subscriber->m_signals) entry{this};
-    threading::scoped_lock_t lock(connection.subscriber->m_subscriber_mutex);
-    connection.subscriber->m_signals.splice(connection.subscriber->m_signals.end(), entry);
+  connection_node_t* node = m_connections.push_back(connection);
+  if (subscriber_base_t* subscriber = connection.subscriber) {
+    // Under the subscriber's lock, which posters on every thread share, only the links
+    // of the node's entry change.
+    node->entry.signal = this;
+    threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
+    link_entry(subscriber->m_signals, node->entry);
+    node->entry_owner = subscriber;
   }
-  m_connections.push_back(connection);
 }
 
-std::size_t signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
-  std::size_t dropped = 0;
-  if (m_in_emission) {
-    for (connection_t& connection : m_connections) {
-      if (connection.subscriber == subscriber) {
-        connection = connection_t();
-        ++dropped;
-      }
+void signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
+  threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
+  for (auto it = m_connections.begin(); it != m_connections.end();) {
+    connection_node_t* node = it.node();
+    if (node->entry_owner == subscriber) {
+      unlink_entry(node->entry);
+      node->entry_owner = nullptr;
     }
-    return dropped;
+    it = node->connection.subscriber == subscriber ? discard(it) : ++it;
   }
-  for (auto connection = m_connections.begin(); connection != m_connections.end();) {
-    if (connection->subscriber == subscriber) {
-      connection = m_connections.erase(connection);
-      ++dropped;
-    } else {
-      ++connection;
-    }
-  }
-  return dropped;
 }
 
 void signal_base_t::unlink_all_locked() {
-  for (connection_t& connection : m_connections) {
-    if (connection.subscriber) {
-      remove_from_subscriber(connection.subscriber, false);
-      if (m_in_emission) {
-        connection = connection_t();
-      }
+  for (auto it = m_connections.begin(); it != m_connections.end(); ++it) {
+    connection_node_t* node = it.node();
+    if (subscriber_base_t* owner = node->entry_owner) {
+      threading::scoped_lock_t lock(owner->m_subscriber_mutex);
+      unlink_entry(node->entry);
+      node->entry_owner = nullptr;
+    }
+    if (m_in_emission) {
+      node->connection = connection_t();
     }
   }
   if (!m_in_emission) {
@@ -216,34 +256,23 @@ void signal_base_t::unlink_all_locked() {
   }
 }
 
-void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber, bool every_entry) {
-  // Nodes taken out are freed here, after the subscriber's lock is let go.
-  decltype(subscriber->m_signals) gone;
+void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber) {
   threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
-  auto& signals = subscriber->m_signals;
-  if (every_entry) {
-    signals.remove(this);
-    return;
+  for (auto it = m_connections.begin(); it != m_connections.end(); ++it) {
+    connection_node_t* node = it.node();
+    if (node->entry_owner == subscriber) {
+      unlink_entry(node->entry);
+      node->entry_owner = nullptr;
+    }
   }
-  // One entry per connection: only one goes with the connection. Posted snapshots leave
-  // either just after they came (the sender's copy) or in the order they came (delivered),
-  // so the entry lies near one of the ends: look from both at once.
-  auto front = signals.begin();
-  auto back = signals.end();
-  while (front != back) {
-    if (*front == this) {
-      gone.splice(gone.end(), signals, front);
-      return;
-    }
-    if (*--back == this) {
-      gone.splice(gone.end(), signals, back);
-      return;
-    }
-    if (front == back) {
-      return;
-    }
-    ++front;
+}
+
+connection_list_t::iterator signal_base_t::discard(list_t::iterator position) {
+  if (m_in_emission) {
+    *position = connection_t();  // a tombstone until the outermost emission compacts
+    return ++position;
   }
+  return m_connections.erase(position);
 }
 
 }  // namespace korvat2::_internal

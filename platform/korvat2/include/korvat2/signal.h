@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <list>
 #include <type_traits>
 #include <utility>
 
@@ -34,14 +33,25 @@ struct connection_t {
   }
 };
 
+class connection_node_t;
+
+/// One entry of a subscriber's list: the signal that it is connected to. The entry lives
+/// in the connection's node, so that entering and leaving the list allocate nothing and
+/// leaving it needs no search.
+struct subscriber_entry_t {
+  subscriber_entry_t* prev = nullptr;
+  subscriber_entry_t* next = nullptr;
+  signal_base_t* signal = nullptr;
+};
+
 /// Base of everything that can receive an emission. Its connections are removed when it
 /// dies, also in the middle of an emission; this part dies last, so while a derived
 /// receiver is being destroyed its connections still stand.
 class subscriber_base_t {
  public:
-  subscriber_base_t() = default;
+  subscriber_base_t() { m_signals.prev = m_signals.next = &m_signals; }
   // A copy is a new receiver: it inherits none of the original's connections.
-  subscriber_base_t(const subscriber_base_t&) {}
+  subscriber_base_t(const subscriber_base_t&) : subscriber_base_t() {}
   subscriber_base_t& operator=(const subscriber_base_t&) { return *this; }
   virtual ~subscriber_base_t();
 
@@ -54,8 +64,75 @@ class subscriber_base_t {
  private:
   friend class signal_base_t;
 
-  std::list<signal_base_t*> m_signals;  // one entry per connection made
+  // One entry per connection made, in order; a ring around this head.
+  subscriber_entry_t m_signals;
   threading::mutex_t m_subscriber_mutex;
+};
+
+/// The signal's links of a connection node.
+struct connection_link_t {
+  connection_link_t* prev = nullptr;
+  connection_link_t* next = nullptr;
+};
+
+/// A connection as the signal keeps it, with its entry in the subscriber's list.
+class connection_node_t : public connection_link_t {
+ public:
+  static void* operator new(std::size_t size) { return pool_allocate(size); }
+  static void operator delete(void* block, std::size_t size) noexcept { pool_free(block, size); }
+
+  connection_t connection;
+  subscriber_entry_t entry;
+  // The subscriber whose list holds `entry`; null when it is in no list.
+  subscriber_base_t* entry_owner = nullptr;
+};
+
+/// The signal's connections in order, as a ring of nodes that stay where they are while a
+/// walk goes on. The first node lives inside the list, so that a signal with one
+/// connection, the usual case and every posted snapshot of one, allocates none.
+class connection_list_t {
+ public:
+  class iterator {
+   public:
+    explicit iterator(connection_link_t* link) : m_link(link) {}
+    connection_t& operator*() const { return node()->connection; }
+    connection_t* operator->() const { return &node()->connection; }
+    connection_node_t* node() const { return static_cast<connection_node_t*>(m_link); }
+    // The next link is read only now, after the caller is done with this node.
+    iterator& operator++() {
+      m_link = m_link->next;
+      return *this;
+    }
+    bool operator==(const iterator& other) const { return m_link == other.m_link; }
+    bool operator!=(const iterator& other) const { return m_link != other.m_link; }
+
+   private:
+    connection_link_t* m_link;
+  };
+
+  connection_list_t() { m_head.prev = m_head.next = &m_head; }
+  connection_list_t(const connection_list_t&) = delete;
+  connection_list_t& operator=(const connection_list_t&) = delete;
+  ~connection_list_t() { clear(); }
+
+  iterator begin() const { return iterator(m_head.next); }
+  iterator end() const { return iterator(const_cast<connection_link_t*>(&m_head)); }
+  bool empty() const { return m_size == 0; }
+  std::size_t size() const { return m_size; }
+
+  /// Appends a node holding `connection` and returns it.
+  connection_node_t* push_back(const connection_t& connection);
+  /// Unhooks and frees the node; returns the one behind it.
+  iterator erase(iterator position);
+  /// Frees every node whose connection is blank.
+  void remove_blanks();
+  void clear();
+
+ private:
+  connection_link_t m_head;
+  connection_node_t m_inline;
+  bool m_inline_in_use = false;
+  std::size_t m_size = 0;
 };
 
 /// The non-template part of a signal: the connection list, its mutex and the emission
@@ -103,7 +180,7 @@ class signal_base_t : public subscriber_base_t {
   void begin_emission(onstack_signal_state_t& state) const;
   static void leave_dead_signal(onstack_signal_state_t& state);
 
-  using list_t = std::list<connection_t>;
+  using list_t = connection_list_t;
   mutable list_t m_connections;
 
  private:
@@ -111,10 +188,13 @@ class signal_base_t : public subscriber_base_t {
 
   bool contains_locked(const connection_t& connection) const;
   void insert_locked(const connection_t& connection);
-  /// Drops the subscriber's connections; returns how many there were.
-  std::size_t drop_subscriber_locked(subscriber_base_t* subscriber);
+  /// Drops the subscriber's connections and entries; the signal's mutex is held.
+  void drop_subscriber_locked(subscriber_base_t* subscriber);
   void unlink_all_locked();
-  void remove_from_subscriber(subscriber_base_t* subscriber, bool every_entry);
+  /// Takes out of `subscriber`'s list every entry of this signal.
+  void remove_from_subscriber(subscriber_base_t* subscriber);
+  /// Blanks the connection while an emission walks the list, else frees its node.
+  list_t::iterator discard(list_t::iterator position);
 
   mutable unsigned char* m_in_emission = nullptr;
   // On the heap, so that a signal destroyed inside its own emission can leave it to the

@@ -1,5 +1,8 @@
 #pragma once
+#include <korvat2/block_pool.h>
+
 #include <atomic>
+#include <cstddef>
 #include <thread>
 
 namespace korvat2::threading {
@@ -13,6 +16,12 @@ class mutex_t {
   ~mutex_t() = default;
   mutex_t(const mutex_t&) = delete;
   mutex_t& operator=(const mutex_t&) = delete;
+
+  // A signal's mutex lives on the heap and often dies on another thread than it was born.
+  static void* operator new(std::size_t size) { return korvat2::_internal::pool_allocate(size); }
+  static void operator delete(void* block, std::size_t size) noexcept {
+    korvat2::_internal::pool_free(block, size);
+  }
 
   void acquire() {
     const std::thread::id self = std::this_thread::get_id();

@@ -1,6 +1,7 @@
 #pragma once
 /// Tasks and their scheduler: work handed over from any thread to run on the GUI thread,
 /// and the posting of a signal's emission to the GUI thread.
+#include <korvat2/block_pool.h>
 #include <korvat2/intrusive_pointer.h>
 #include <korvat2/signal.h>
 
@@ -93,7 +94,7 @@ class ISchedulerStatusCallback : public korvat2::intrusive_pointer_impl_t {
 /// the wx application's event queue in order of arrival over all queues (so each queue
 /// keeps its own order); a task is referenced until it has run. Tasks added before the wx
 /// application exists wait until it does.
-class Scheduler : public korvat2::intrusive_pointer_impl_t {
+class alignas(64) Scheduler : public korvat2::intrusive_pointer_impl_t {
  public:
   /// The scheduler, made on first use. A non-null callback replaces the current one.
   static korvat2::intrusive_pointer_t<Scheduler> Get(
@@ -125,13 +126,18 @@ class Scheduler : public korvat2::intrusive_pointer_impl_t {
   korvat2::intrusive_pointer_t<ISchedulerStatusCallback> current_callback();
   void run(ITask& task, ISchedulerStatusCallback* callback);
 
+  // Posters touch the scheduler's count (Get) and these together, so they share one cache
+  // line with the count (the class is aligned to a line); what the GUI thread changes per
+  // task lives on a line of its own.
   // Tasks that arrived since the last batch, newest first: posters push with one atomic
   // exchange and never take a lock; the GUI thread takes the whole list at once.
   std::atomic<ITask*> m_arrived{nullptr};
-  // Arrived or ready and not run yet.
-  std::atomic<std::size_t> m_pending_count{0};
+  // Tasks added so far; only posters change it.
+  std::atomic<std::size_t> m_added{0};
   // Whether a delivery event is on its way; the poster that sets it sends the event.
   std::atomic<bool> m_delivery_requested{false};
+  // Tasks run so far; only the GUI thread changes it, so a plain store does.
+  alignas(64) std::atomic<std::size_t> m_done{0};
   // Serialises sending the event against the application going away.
   std::mutex m_request_mutex;
   // Taken over from m_arrived in order of arrival, each with the reference it was queued
@@ -154,6 +160,12 @@ class PostSignalTask : public GUITask {
   explicit PostSignalTask(const Signal& signal, A... args) : m_signal(signal), m_args(std::move(args)...) {}
   // Destroying the private signal takes its connections out of the subscribers' lists.
   ~PostSignalTask() override = default;
+
+  // Made on a worker and freed on the GUI thread, many per second.
+  static void* operator new(std::size_t size) { return korvat2::_internal::pool_allocate(size); }
+  static void operator delete(void* block, std::size_t size) noexcept {
+    korvat2::_internal::pool_free(block, size);
+  }
 
   void DoGUITask() override {
     std::apply([this](const A&... args) { m_signal(args...); }, m_args);
