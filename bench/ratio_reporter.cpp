@@ -25,12 +25,15 @@ std::pair<std::string, std::string> split_name(const std::string& name) {
 
 class collecting_reporter_t : public benchmark::ConsoleReporter {
  public:
+  explicit collecting_reporter_t(time_basis_t basis) : m_basis(basis) {}
+
   void ReportRuns(const std::vector<Run>& runs) override {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
       if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
         const auto [test_case, library] = split_name(run.benchmark_name());
-        m_times[test_case][library] = run.GetAdjustedCPUTime();
+        m_times[test_case][library] =
+            m_basis == time_basis_t::wall ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
         if (std::find(m_order.begin(), m_order.end(), test_case) == m_order.end()) {
           m_order.push_back(test_case);
         }
@@ -39,8 +42,9 @@ class collecting_reporter_t : public benchmark::ConsoleReporter {
   }
 
   void print_ratios(const std::string& subject, const std::vector<std::string>& peers) const {
-    std::printf("\nRatios of %s's time to each peer's (below 1 is faster)\n", subject.c_str());
-    std::printf("%-34s %12s", "case", (subject + " ns").c_str());
+    const char* basis = m_basis == time_basis_t::wall ? "wall" : "CPU";
+    std::printf("\nRatios of %s's %s time to each peer's (below 1 is faster)\n", subject.c_str(), basis);
+    std::printf("%-34s %12s", "case", (subject + " " + basis).c_str());
     for (const std::string& peer : peers) {
       std::printf(" %14s", ("/" + peer).c_str());
     }
@@ -65,19 +69,20 @@ class collecting_reporter_t : public benchmark::ConsoleReporter {
   }
 
  private:
+  time_basis_t m_basis;
   std::map<std::string, std::map<std::string, double>> m_times;
   std::vector<std::string> m_order;
 };
 
 }  // namespace
 
-int run_with_ratios(int argc, char** argv, const std::string& subject,
-                    const std::vector<std::string>& peers) {
+int run_with_ratios(int argc, char** argv, const std::string& subject, const std::vector<std::string>& peers,
+                    time_basis_t basis) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
     return 1;
   }
-  collecting_reporter_t reporter;
+  collecting_reporter_t reporter(basis);
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.print_ratios(subject, peers);
   benchmark::Shutdown();

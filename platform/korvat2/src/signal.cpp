@@ -4,22 +4,20 @@
 
 namespace korvat2::_internal {
 
-namespace {
-
-void link_entry(subscriber_entry_t& head, subscriber_entry_t& entry) {
-  entry.prev = head.prev;
-  entry.next = &head;
-  head.prev->next = &entry;
-  head.prev = &entry;
+void subscriber_base_t::link(subscriber_entry_t& entry) {
+  entry.prev = m_signals.prev;
+  entry.next = &m_signals;
+  m_signals.prev->next = &entry;
+  m_signals.prev = &entry;
+  m_entry_count.store(m_entry_count.load(std::memory_order_relaxed) + 1, std::memory_order_release);
 }
 
-void unlink_entry(subscriber_entry_t& entry) {
+void subscriber_base_t::unlink(subscriber_entry_t& entry) {
   entry.prev->next = entry.next;
   entry.next->prev = entry.prev;
   entry.prev = entry.next = nullptr;
+  m_entry_count.store(m_entry_count.load(std::memory_order_relaxed) - 1, std::memory_order_release);
 }
-
-}  // namespace
 
 connection_node_t* connection_list_t::push_back(const connection_t& connection) {
   connection_node_t* node;
@@ -68,6 +66,12 @@ void connection_list_t::clear() {
 subscriber_base_t::~subscriber_base_t() { disconnect_all_signals(); }
 
 void subscriber_base_t::disconnect_all_signals() {
+  // No entry left and nobody inside the mutex: no signal knows this receiver, and none can
+  // come to know it while it dies, so there is nothing to wait for. The count is read
+  // first: a signal that took the last entry out did so holding the mutex.
+  if (m_entry_count.load(std::memory_order_acquire) == 0 && m_subscriber_mutex.unheld()) {
+    return;
+  }
   m_subscriber_mutex.acquire();
   while (m_signals.next != &m_signals) {
     signal_base_t* signal = m_signals.next->signal;
@@ -222,8 +226,7 @@ void signal_base_t::insert_locked(const connection_t& connection) {
     // of the node's entry change.
     node->entry.signal = this;
     threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
-    link_entry(subscriber->m_signals, node->entry);
-    node->entry_owner = subscriber;
+    subscriber->link(node->entry);
   }
 }
 
@@ -231,9 +234,8 @@ void signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
   threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
   for (auto it = m_connections.begin(); it != m_connections.end();) {
     connection_node_t* node = it.node();
-    if (node->entry_owner == subscriber) {
-      unlink_entry(node->entry);
-      node->entry_owner = nullptr;
+    if (node->entry_linked() && node->connection.subscriber == subscriber) {
+      subscriber->unlink(node->entry);
     }
     it = node->connection.subscriber == subscriber ? discard(it) : ++it;
   }
@@ -242,10 +244,10 @@ void signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
 void signal_base_t::unlink_all_locked() {
   for (auto it = m_connections.begin(); it != m_connections.end(); ++it) {
     connection_node_t* node = it.node();
-    if (subscriber_base_t* owner = node->entry_owner) {
-      threading::scoped_lock_t lock(owner->m_subscriber_mutex);
-      unlink_entry(node->entry);
-      node->entry_owner = nullptr;
+    if (node->entry_linked()) {
+      subscriber_base_t* subscriber = node->connection.subscriber;
+      threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
+      subscriber->unlink(node->entry);
     }
     if (m_in_emission) {
       node->connection = connection_t();
@@ -260,9 +262,8 @@ void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber) {
   threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
   for (auto it = m_connections.begin(); it != m_connections.end(); ++it) {
     connection_node_t* node = it.node();
-    if (node->entry_owner == subscriber) {
-      unlink_entry(node->entry);
-      node->entry_owner = nullptr;
+    if (node->entry_linked() && node->connection.subscriber == subscriber) {
+      subscriber->unlink(node->entry);
     }
   }
 }

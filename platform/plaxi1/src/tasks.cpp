@@ -165,9 +165,28 @@ void Scheduler::take_waiting() {
     oldest = newest;
     newest = next;
   }
-  for (; oldest; oldest = oldest->m_next_waiting) {
-    m_ready.push_back(oldest);
+  if (!oldest) {
+    return;
   }
+  if (m_ready_tail) {
+    m_ready_tail->m_next_waiting = oldest;
+  } else {
+    m_ready_head = oldest;
+  }
+  for (; oldest; oldest = oldest->m_next_waiting) {
+    m_ready_tail = oldest;
+    ++m_ready_count;
+  }
+}
+
+ITask* Scheduler::pop_ready() {
+  ITask* task = m_ready_head;
+  m_ready_head = task->m_next_waiting;
+  if (!m_ready_head) {
+    m_ready_tail = nullptr;
+  }
+  --m_ready_count;
+  return task;
 }
 
 void Scheduler::deliver() {
@@ -179,11 +198,10 @@ void Scheduler::deliver() {
   // that a stream of posts can't starve the rest of the GUI. A loop nested inside a task
   // runs the rest of this batch first, from the same list, so the order holds.
   const korvat2::intrusive_pointer_t<ISchedulerStatusCallback> callback = current_callback();
-  for (std::size_t budget = m_ready.size(); budget > 0 && !m_ready.empty(); --budget) {
-    ITask* task = m_ready.front();
-    m_ready.pop_front();
-    if (!m_ready.empty()) {
-      prefetch_task(m_ready.front());
+  for (std::size_t budget = m_ready_count; budget > 0 && m_ready_head; --budget) {
+    ITask* task = pop_ready();
+    if (m_ready_head) {
+      prefetch_task(m_ready_head);
     }
     // It may be added again from here on, even by its own DoTask.
     task->m_waiting.store(false);
@@ -192,7 +210,7 @@ void Scheduler::deliver() {
     task->release_ref();  // after DoTask returned
   }
   // What a nested loop left behind still needs an event.
-  if (!m_ready.empty()) {
+  if (m_ready_head) {
     _request_delivery();
   }
 }

@@ -2,6 +2,7 @@
 #include <korvat2/threading.h>
 #include <zandor/debug.h>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -64,8 +65,15 @@ class subscriber_base_t {
  private:
   friend class signal_base_t;
 
+  // Both under m_subscriber_mutex.
+  void link(subscriber_entry_t& entry);
+  void unlink(subscriber_entry_t& entry);
+
   // One entry per connection made, in order; a ring around this head.
   subscriber_entry_t m_signals;
+  // The entries in the ring. Changed under the mutex, read without it by a dying receiver
+  // to see that no signal knows it.
+  std::atomic<std::uint32_t> m_entry_count{0};
   threading::mutex_t m_subscriber_mutex;
 };
 
@@ -82,9 +90,11 @@ class connection_node_t : public connection_link_t {
   static void operator delete(void* block, std::size_t size) noexcept { pool_free(block, size); }
 
   connection_t connection;
+  // In the list of connection.subscriber while linked; a connection is blanked only after
+  // its entry has left the list.
   subscriber_entry_t entry;
-  // The subscriber whose list holds `entry`; null when it is in no list.
-  subscriber_base_t* entry_owner = nullptr;
+
+  bool entry_linked() const { return entry.prev != nullptr; }
 };
 
 /// The signal's connections in order, as a ring of nodes that stay where they are while a
@@ -131,8 +141,8 @@ class connection_list_t {
  private:
   connection_link_t m_head;
   connection_node_t m_inline;
+  std::uint32_t m_size = 0;
   bool m_inline_in_use = false;
-  std::size_t m_size = 0;
 };
 
 /// The non-template part of a signal: the connection list, its mutex and the emission

@@ -8,7 +8,6 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <mutex>
 #include <string>
 #include <tuple>
@@ -122,6 +121,7 @@ class alignas(64) Scheduler : public korvat2::intrusive_pointer_impl_t {
   void deliver();
   void post_request_locked();
   void take_waiting();
+  ITask* pop_ready();
   // Read once per batch: a callback set meanwhile applies from the next batch on.
   korvat2::intrusive_pointer_t<ISchedulerStatusCallback> current_callback();
   void run(ITask& task, ISchedulerStatusCallback* callback);
@@ -141,8 +141,10 @@ class alignas(64) Scheduler : public korvat2::intrusive_pointer_impl_t {
   // Serialises sending the event against the application going away.
   std::mutex m_request_mutex;
   // Taken over from m_arrived in order of arrival, each with the reference it was queued
-  // with; the GUI thread's only.
-  std::deque<ITask*> m_ready;
+  // with, linked through the same field; the GUI thread's only.
+  ITask* m_ready_head = nullptr;
+  ITask* m_ready_tail = nullptr;
+  std::size_t m_ready_count = 0;
   std::mutex m_callback_mutex;
   korvat2::intrusive_pointer_t<ISchedulerStatusCallback> m_callback;
   wxEvtHandler* m_handler;  // receives the delivery requests; owned
