@@ -1,5 +1,6 @@
 #include <korvat2/block_pool.h>
 
+#include <atomic>
 #include <mutex>
 #include <new>
 #include <vector>
@@ -74,24 +75,32 @@ void delete_blocks(block_t* head, std::size_t bytes) {
 struct shared_store_t {
   std::mutex mutex[class_count];
   std::vector<block_t*> batches[class_count];
+  // Batches held per size, read without the lock: a thread finding none goes to the global
+  // allocator at once, which it does often while a queue of posts builds up.
+  std::atomic<std::size_t> held[class_count] = {};
 
   void give(std::size_t size_class, block_t* batch) {
     {
       std::lock_guard<std::mutex> lock(mutex[size_class]);
       if (batches[size_class].size() < max_shared_batches) {
         batches[size_class].push_back(batch);
+        held[size_class].store(batches[size_class].size(), std::memory_order_relaxed);
         return;
       }
     }
     delete_blocks(batch, bytes_of(size_class));
   }
   block_t* take(std::size_t size_class) {
+    if (held[size_class].load(std::memory_order_relaxed) == 0) {
+      return nullptr;
+    }
     std::lock_guard<std::mutex> lock(mutex[size_class]);
     if (batches[size_class].empty()) {
       return nullptr;
     }
     block_t* batch = batches[size_class].back();
     batches[size_class].pop_back();
+    held[size_class].store(batches[size_class].size(), std::memory_order_relaxed);
     return batch;
   }
 };
