@@ -42,6 +42,10 @@ struct block_t {
 constexpr std::size_t class_of(std::size_t size) { return size == 0 ? 0 : (size - 1) / granule; }
 constexpr std::size_t bytes_of(std::size_t size_class) { return (size_class + 1) * granule; }
 
+void* new_block(std::size_t size_class) { return ::operator new(bytes_of(size_class)); }
+
+void delete_block(void* block, std::size_t /*size_class*/) { ::operator delete(block); }
+
 struct block_list_t {
   block_t* head = nullptr;
   std::size_t count = 0;
@@ -62,11 +66,11 @@ struct block_list_t {
   }
 };
 
-void delete_blocks(block_t* head, std::size_t bytes) {
+void delete_blocks(block_t* head, std::size_t size_class) {
   while (head) {
-    KORVAT2_UNPOISON(head, bytes);
+    KORVAT2_UNPOISON(head, bytes_of(size_class));
     block_t* next = head->next;
-    ::operator delete(head);
+    delete_block(head, size_class);
     head = next;
   }
 }
@@ -88,7 +92,7 @@ struct shared_store_t {
         return;
       }
     }
-    delete_blocks(batch, bytes_of(size_class));
+    delete_blocks(batch, size_class);
   }
   block_t* take(std::size_t size_class) {
     if (held[size_class].load(std::memory_order_relaxed) == 0) {
@@ -133,7 +137,7 @@ struct thread_cache_t {
   void flush() {
     for (std::size_t size_class = 0; size_class < class_count; ++size_class) {
       for (block_list_t* list : {&ready[size_class], &freed[size_class]}) {
-        delete_blocks(list->head, bytes_of(size_class));
+        delete_blocks(list->head, size_class);
         *list = block_list_t();
       }
     }
@@ -177,7 +181,7 @@ void* allocate_slow(std::size_t size_class) {
   const std::size_t bytes = bytes_of(size_class);
   thread_cache_t* cache = current_cache();
   if (!cache) {
-    return ::operator new(bytes);
+    return new_block(size_class);
   }
   block_list_t& ready = cache->ready[size_class];
   if (block_t* batch = shared_store().take(size_class)) {
@@ -185,7 +189,7 @@ void* allocate_slow(std::size_t size_class) {
     ready.count = batch_size;
     return ready.pop(bytes);
   }
-  return ::operator new(bytes);
+  return new_block(size_class);
 }
 
 }  // namespace
@@ -212,12 +216,28 @@ void pool_free(void* block, std::size_t size) noexcept {
     ::operator delete(block);
     return;
   }
+  const std::size_t size_class = class_of(size);
   thread_cache_t* cache = t_cache ? t_cache : current_cache();
   if (!cache) {
-    ::operator delete(block);
+    delete_block(block, size_class);
     return;
   }
-  cache->put(class_of(size), static_cast<block_t*>(block));
+  cache->put(size_class, static_cast<block_t*>(block));
+}
+
+void pool_trim() {
+  shared_store_t& store = shared_store();
+  for (std::size_t size_class = 0; size_class < class_count; ++size_class) {
+    std::vector<block_t*> batches;
+    {
+      std::lock_guard<std::mutex> lock(store.mutex[size_class]);
+      batches.swap(store.batches[size_class]);
+      store.held[size_class].store(0, std::memory_order_relaxed);
+    }
+    for (block_t* batch : batches) {
+      delete_blocks(batch, size_class);
+    }
+  }
 }
 
 std::size_t pool_shared_blocks() {

@@ -14,6 +14,10 @@ void* pool_allocate(std::size_t size);
 /// Gives back a block of `pool_allocate(size)`, with the same `size`. Any thread.
 void pool_free(void* block, std::size_t size) noexcept;
 
+/// Gives the blocks of the shared store back to the global allocator, after a burst of posts
+/// that a host doesn't expect again. Any thread.
+void pool_trim();
+
 /// Blocks that the threads have handed back to the shared store, ready for any thread;
 /// for tests and diagnostics.
 std::size_t pool_shared_blocks();
