@@ -32,7 +32,7 @@ connection_node_t* connection_list_t::push_back(const connection_t& connection) 
   node->next = &m_head;
   m_head.prev->next = node;
   m_head.prev = node;
-  ++m_size;
+  m_size.store(m_size.load(std::memory_order_relaxed) + 1, std::memory_order_release);
   return node;
 }
 
@@ -41,7 +41,7 @@ connection_list_t::iterator connection_list_t::erase(iterator position) {
   connection_link_t* next = node->next;
   node->prev->next = next;
   next->prev = node->prev;
-  --m_size;
+  m_size.store(m_size.load(std::memory_order_relaxed) - 1, std::memory_order_release);
   if (node == &m_inline) {
     m_inline_in_use = false;
     m_inline.connection = connection_t();
@@ -108,6 +108,13 @@ signal_base_t& signal_base_t::operator=(const signal_base_t& other) {
 }
 
 signal_base_t::~signal_base_t() {
+  // Idle, without connections and with nobody inside the mutex: no subscriber knows this
+  // signal and none can come to, so there is nothing to undo (a delivered snapshot dies
+  // so). The count is read first: whoever took the last connection out held the mutex.
+  if (!m_in_emission && m_connections.empty() && m_mutex->unheld()) {
+    delete m_mutex;
+    return;
+  }
   if (m_in_emission) {
     *m_in_emission = 0;
   }

@@ -127,8 +127,9 @@ class connection_list_t {
 
   iterator begin() const { return iterator(m_head.next); }
   iterator end() const { return iterator(const_cast<connection_link_t*>(&m_head)); }
-  bool empty() const { return m_size == 0; }
-  std::size_t size() const { return m_size; }
+  bool empty() const { return size() == 0; }
+  // Atomic, so that a dying signal may look without its mutex (changes happen under it).
+  std::size_t size() const { return m_size.load(std::memory_order_acquire); }
 
   /// Appends a node holding `connection` and returns it.
   connection_node_t* push_back(const connection_t& connection);
@@ -141,7 +142,7 @@ class connection_list_t {
  private:
   connection_link_t m_head;
   connection_node_t m_inline;
-  std::uint32_t m_size = 0;
+  std::atomic<std::uint32_t> m_size{0};
   bool m_inline_in_use = false;
 };
 
