@@ -16,6 +16,7 @@ void subscriber_base_t::unlink(subscriber_entry_t& entry) {
   entry.prev->next = entry.next;
   entry.next->prev = entry.prev;
   entry.prev = entry.next = nullptr;
+  entry.signal = nullptr;
   m_entry_count.store(m_entry_count.load(std::memory_order_relaxed) - 1, std::memory_order_release);
 }
 

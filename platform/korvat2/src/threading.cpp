@@ -1,8 +1,11 @@
 #include <korvat2/threading.h>
 
 #include <linux/futex.h>
+#include <linux/membarrier.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+
+#include <cstddef>
 
 namespace korvat2::threading {
 
@@ -13,7 +16,28 @@ int* futex_word(std::atomic<int>& state) {
   return reinterpret_cast<int*>(&state);
 }
 
+bool register_barriers() {
+  const long offered = syscall(SYS_membarrier, MEMBARRIER_CMD_QUERY, 0, 0);
+  return offered > 0 && (offered & MEMBARRIER_CMD_PRIVATE_EXPEDITED) != 0 &&
+         syscall(SYS_membarrier, MEMBARRIER_CMD_REGISTER_PRIVATE_EXPEDITED, 0, 0) == 0;
+}
+
+// Runs a full memory barrier on every thread of the process: a plain-store release that is
+// still in its processor's store buffer becomes visible. False when it didn't happen.
+bool process_barrier() { return syscall(SYS_membarrier, MEMBARRIER_CMD_PRIVATE_EXPEDITED, 0, 0) == 0; }
+
+void sleep_while_locked(std::atomic<int>& state, int locked, bool bounded) {
+  // Bounded when no barrier could be made: a release missed then is found a moment later.
+  const timespec moment{0, 1000000};
+  syscall(SYS_futex, futex_word(state), FUTEX_WAIT_PRIVATE, locked, bounded ? &moment : nullptr, nullptr, 0);
+}
+
 }  // namespace
+
+namespace _internal {
+const bool fence_free_release = register_barriers();
+std::atomic<std::uint32_t> sleepers[sleeper_buckets] = {};
+}  // namespace _internal
 
 void mutex_t::lock_contended() {
   // Holders keep it for a few hundred instructions at most: a short spin often saves the
@@ -28,14 +52,30 @@ void mutex_t::lock_contended() {
       return;
     }
   }
-  // From here on the state says that someone may sleep, so that the holder wakes one.
-  while (m_state.exchange(contended, std::memory_order_acquire) != unlocked) {
-    syscall(SYS_futex, futex_word(m_state), FUTEX_WAIT_PRIVATE, contended, nullptr, nullptr, 0);
+  // From here on releasers wake us. Each look before sleeping follows a process-wide
+  // barrier, so that a release done with a plain store can't be missed.
+  std::atomic<std::uint32_t>& sleepers = _internal::sleepers_of(this);
+  sleepers.fetch_add(1, std::memory_order_seq_cst);
+  for (;;) {
+    int expected = unlocked;
+    if (m_state.compare_exchange_strong(expected, locked, std::memory_order_acquire)) {
+      break;
+    }
+    const bool barrier = !_internal::fence_free_release || process_barrier();
+    expected = unlocked;
+    if (m_state.compare_exchange_strong(expected, locked, std::memory_order_acquire)) {
+      break;
+    }
+    sleep_while_locked(m_state, locked, !barrier);
   }
+  sleepers.fetch_sub(1, std::memory_order_relaxed);
 }
 
-void mutex_t::wake_one() {
-  syscall(SYS_futex, futex_word(m_state), FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0);
+void mutex_t::wake_one(const void* mutex) {
+  static_assert(offsetof(mutex_t, m_state) == 0, "a mutex's address is its futex word's");
+  // The state is the first member, so the mutex's address is the futex word's. A waiter on
+  // memory that was reused meanwhile only wakes for nothing and looks again.
+  syscall(SYS_futex, mutex, FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0);
 }
 
 }  // namespace korvat2::threading

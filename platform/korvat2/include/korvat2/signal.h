@@ -94,7 +94,9 @@ class connection_node_t : public connection_link_t {
   // its entry has left the list.
   subscriber_entry_t entry;
 
-  bool entry_linked() const { return entry.prev != nullptr; }
+  // Told by the entry's signal, which changes only with both mutexes held; its links also
+  // change when a neighbour comes or goes.
+  bool entry_linked() const { return entry.signal != nullptr; }
 };
 
 /// The signal's connections in order, as a ring of nodes that stay where they are while a

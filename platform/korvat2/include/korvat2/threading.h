@@ -5,9 +5,26 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <thread>
 
 namespace korvat2::threading {
+
+namespace _internal {
+/// Whether the process may give a mutex back with a plain store: set once, when the
+/// library is loaded, if the system offers process-wide memory barriers.
+extern const bool fence_free_release;
+
+/// Threads asleep or about to sleep on mutexes, by a hash of the mutex's address. Kept
+/// outside the mutexes, since a releaser looks after giving the mutex back, when another
+/// thread may already have freed it.
+constexpr std::size_t sleeper_buckets = 256;
+extern std::atomic<std::uint32_t> sleepers[sleeper_buckets];
+inline std::atomic<std::uint32_t>& sleepers_of(const void* mutex) {
+  const auto address = reinterpret_cast<std::uintptr_t>(mutex);
+  return sleepers[((address >> 4) ^ (address >> 12)) % sleeper_buckets];
+}
+}  // namespace _internal
 
 /// A mutex that its owning thread may lock again. Uncontended, `acquire` and `release`
 /// cost one atomic exchange each; a recursive lock costs a load and an increment. A
@@ -59,8 +76,18 @@ class mutex_t {
   void release() {
     if (--m_depth == 0) {
       m_owner.store(nullptr, std::memory_order_relaxed);
-      if (m_state.exchange(unlocked, std::memory_order_release) == contended) {
-        wake_one();
+      // From here on the mutex may be gone: only its address is used.
+      const void* self = this;
+      if (_internal::fence_free_release) {
+        // A plain store: a thread about to sleep makes it visible with a process-wide
+        // barrier before it looks at the state for the last time.
+        m_state.store(unlocked, std::memory_order_release);
+        std::atomic_signal_fence(std::memory_order_seq_cst);
+      } else {
+        m_state.exchange(unlocked, std::memory_order_seq_cst);
+      }
+      if (_internal::sleepers_of(self).load(std::memory_order_relaxed) != 0) {
+        wake_one(self);
       }
     }
   }
@@ -87,15 +114,14 @@ class mutex_t {
 #endif
   }
 
-  // Free; held with nobody asleep on it; held with sleepers or possibly so.
   static constexpr int unlocked = 0;
   static constexpr int locked = 1;
-  static constexpr int contended = 2;
 
   void lock_contended();
-  void wake_one();
+  /// Wakes a thread asleep on the mutex at `mutex`, if any; the mutex may be gone.
+  static void wake_one(const void* mutex);
 
-  std::atomic<int> m_state{unlocked};
+  std::atomic<int> m_state{unlocked};  // the futex word, first: its address is the mutex's
   unsigned m_depth = 0;
   std::atomic<const void*> m_owner{nullptr};
 };
