@@ -1,7 +1,9 @@
 // Deliveries per second from worker threads to the GUI thread, end to end: from the first
 // post until the GUI thread's running event loop has delivered them all. Both sides do the
 // same work on the GUI thread, an emission of the signal to its subscriber: PostSignal
-// posts a snapshot of the signal, CallAfter a lambda that emits it.
+// posts a snapshot of the signal, CallAfter a lambda that emits it. Two wirings: all
+// workers on one signal and subscriber, the worst case for their shared locks, and one
+// pair per worker, as the library's progress entries are wired.
 // Needs a display: run under `xvfb-run -a -s '-screen 0 1600x1200x24'` where there is none.
 #include "ratio_reporter.h"
 #include "wx_session.h"
