@@ -2,6 +2,7 @@
 
 #include <linux/futex.h>
 #include <linux/membarrier.h>
+#include <sched.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -46,6 +47,16 @@ void mutex_t::lock_contended() {
 #if defined(__x86_64__) || defined(__i386__)
     __builtin_ia32_pause();
 #endif
+    int expected = unlocked;
+    if (m_state.load(std::memory_order_relaxed) == unlocked &&
+        m_state.compare_exchange_weak(expected, locked, std::memory_order_acquire)) {
+      return;
+    }
+  }
+  // A holder that was preempted needs the processor: give it up a few times before
+  // sleeping, which costs the releaser a wake-up call.
+  for (int turn = 0; turn < 16; ++turn) {
+    sched_yield();
     int expected = unlocked;
     if (m_state.load(std::memory_order_relaxed) == unlocked &&
         m_state.compare_exchange_weak(expected, locked, std::memory_order_acquire)) {
