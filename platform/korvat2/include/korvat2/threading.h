@@ -26,9 +26,10 @@ inline std::atomic<std::uint32_t>& sleepers_of(const void* mutex) {
 }
 }  // namespace _internal
 
-/// A mutex that its owning thread may lock again. Uncontended, `acquire` and `release`
-/// cost one atomic exchange each; a recursive lock costs a load and an increment. A
-/// contended `acquire` spins briefly, then sleeps on a futex.
+/// A mutex that its owning thread may lock again. Uncontended, `acquire` costs one
+/// compare-exchange and `release` a plain store (one exchange where the system has no
+/// process-wide barriers); a recursive lock costs a load and an increment. A contended
+/// `acquire` spins briefly, yields a few times, then sleeps on a futex.
 class mutex_t {
  public:
   mutex_t() = default;

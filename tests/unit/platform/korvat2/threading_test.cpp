@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -68,6 +69,43 @@ TEST(mutex, contended_increments_are_all_kept) {
     worker.join();
   }
   EXPECT_EQ(counter, static_cast<long>(threads) * rounds);
+}
+
+TEST(mutex, tells_whether_anyone_holds_it) {
+  mutex_t mutex;
+  EXPECT_TRUE(mutex.unheld());
+  mutex.acquire();
+  EXPECT_FALSE(mutex.unheld());
+  bool seen_elsewhere = true;
+  std::thread([&] { seen_elsewhere = mutex.unheld(); }).join();
+  EXPECT_FALSE(seen_elsewhere);
+  mutex.release();
+  std::thread([&] { seen_elsewhere = mutex.unheld(); }).join();
+  EXPECT_TRUE(seen_elsewhere);
+}
+
+TEST(mutex, a_sleeping_waiter_is_woken_by_the_release) {
+  // The holder keeps the mutex long enough for the waiter to give up spinning and sleep.
+  mutex_t mutex;
+  std::atomic<bool> waiting{false};
+  std::atomic<bool> got_it{false};
+  mutex.acquire();
+  std::thread waiter([&] {
+    waiting = true;
+    mutex.acquire();
+    got_it = true;
+    mutex.release();
+  });
+  while (!waiting) {
+    std::this_thread::yield();
+  }
+  for (int turn = 0; turn < 2000 && !got_it; ++turn) {
+    std::this_thread::yield();  // plenty of time to spin, yield and fall asleep
+  }
+  EXPECT_FALSE(got_it);
+  mutex.release();
+  waiter.join();
+  EXPECT_TRUE(got_it);
 }
 
 }  // namespace
