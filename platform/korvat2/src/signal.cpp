@@ -4,7 +4,8 @@
 
 namespace korvat2::_internal {
 
-void subscriber_base_t::link(subscriber_entry_t& entry) {
+void subscriber_base_t::link(subscriber_entry_t& entry, signal_base_t* signal) {
+  entry.signal = signal;
   entry.prev = m_signals.prev;
   entry.next = &m_signals;
   m_signals.prev->next = &entry;
@@ -232,9 +233,8 @@ void signal_base_t::insert_locked(const connection_t& connection) {
   if (subscriber_base_t* subscriber = connection.subscriber) {
     // Under the subscriber's lock, which posters on every thread share, only the links
     // of the node's entry change.
-    node->entry.signal = this;
     threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
-    subscriber->link(node->entry);
+    subscriber->link(node->entry, this);
   }
 }
 

@@ -65,8 +65,9 @@ class subscriber_base_t {
  private:
   friend class signal_base_t;
 
-  // Both under m_subscriber_mutex.
-  void link(subscriber_entry_t& entry);
+  // Both under m_subscriber_mutex and the entry's signal's mutex; an entry is linked
+  // exactly while its signal is set.
+  void link(subscriber_entry_t& entry, signal_base_t* signal);
   void unlink(subscriber_entry_t& entry);
 
   // One entry per connection made, in order; a ring around this head.
