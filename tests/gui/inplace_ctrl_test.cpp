@@ -3,11 +3,16 @@
 #include "inplace_test_support.h"
 
 #include "assert_recorder.h"
+#include "error_handling.h"
 
 #include <ombrelc/ombrelc.h>
 
 #include <wx/clipbrd.h>
 #include <wx/dataobj.h>
+
+#include <algorithm>
+#include <optional>
+#include <regex>
 
 namespace {
 
@@ -24,6 +29,33 @@ class inplace_ctrl_test : public inplace_test::control_fixture_t {
     return dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
   }
 };
+
+variant_bag_t saved_line(const std::string& text, const std::optional<int>& severity) {
+  variant_bag_t line;
+  line.put("msg", text);
+  if (severity) {
+    line.put("severity", *severity);
+  }
+  return line;
+}
+
+variant_bag_t saved_entry(const std::string& caption, const std::vector<variant_bag_t>& lines) {
+  variant_bag_t entry;
+  entry.put("msg", std::string("text of ") + caption);
+  entry.put("cap", caption);
+  for (const variant_bag_t& line : lines) {
+    entry.add_variant_bag("message", line);
+  }
+  return entry;
+}
+
+std::vector<std::string> kept_texts(const message_entry_t* item) {
+  std::vector<std::string> texts;
+  for (const tamsel3::messenger_entry_t& line : item->m_messages) {
+    texts.push_back(line.m_text);
+  }
+  return texts;
+}
 
 std::string clipboard_text() {
   wxTextDataObject data;
@@ -235,6 +267,91 @@ TEST_F(inplace_ctrl_test, the_menu_has_its_one_copy_entry) {
   const wxMenuItem* item = m_ctrl->get_menu().FindItemByPosition(0);
   EXPECT_EQ(item->GetId(), tamsel3::inplace_ctrl_t::copy_command_id);
   EXPECT_EQ(item->GetItemLabelText(), "Copy to clipboard");
+}
+
+// The position part of a checked failure's text: the file, the line and the signature.
+struct position_t {
+  std::string file;
+  std::string line;
+  std::string function;
+};
+
+// Splits "<condition>[ '<error>']\n<file>(<line>): <function>\n" after its first line.
+std::optional<position_t> position_of(const std::string& report, const std::string& first_line) {
+  if (report.compare(0, first_line.size() + 1, first_line + "\n") != 0) {
+    return std::nullopt;
+  }
+  static const std::regex position(R"(([^\n]*)\(([0-9]+)\): ([^\n]*)\n)");
+  std::smatch found;
+  const std::string rest = report.substr(first_line.size() + 1);
+  if (!std::regex_match(rest, found, position)) {
+    return std::nullopt;
+  }
+  return position_t{found[1], found[2], found[3]};
+}
+
+std::string without_blanks(std::string text) {
+  text.erase(std::remove(text.begin(), text.end(), ' '), text.end());
+  return text;
+}
+
+TEST_F(inplace_ctrl_test, a_corrupt_line_in_load_is_a_checked_failure_and_loading_goes_on) {
+  variant_bag_t bag;
+  bag.add_variant_bag(
+      "message_entry_t",
+      saved_entry("One", {saved_line("before", 2), saved_line("no severity", {}), saved_line("after", 2)}));
+  bag.add_variant_bag("message_entry_t", saved_entry("Two", {saved_line("fine", 4)}));
+  test_support::scoped_error_handling_t handling(std::string("assert"));
+  test_support::assert_recorder_t reports;
+  test_support::log_capture_t log;
+
+  EXPECT_EQ(m_ctrl->load(bag).value(), 0u);
+  const std::vector<std::string> texts = reports.texts();
+  ASSERT_EQ(texts.size(), 2u);
+  const auto line_check =
+      position_of(texts[0], "entry.has<kv2::variant_t>(SEVERITY_NAME) 'kv2::error::IsNot.Valid.Value'");
+  ASSERT_TRUE(line_check) << texts[0];
+  EXPECT_NE(line_check->file.find("event_entry.cpp"), std::string::npos) << texts[0];
+  EXPECT_EQ(without_blanks(line_check->function),
+            "statickorvat2::error_code_ttamsel3::event_entry_t::load(constkorvat2::variant_bag_t&,pelit2::"
+            "IMessenger*)")
+      << "the reader that failed is named: " << texts[0];
+  const auto load_check = position_of(texts[1], "event_entry_t::load(value, pelit).succeeded()");
+  ASSERT_TRUE(load_check) << texts[1];
+  EXPECT_NE(load_check->file.find("inplace_ctrl.cpp"), std::string::npos) << texts[1];
+  EXPECT_EQ(without_blanks(load_check->function),
+            "korvat2::error_code_ttamsel3::inplace_ctrl_impl_t::load(constkorvat2::variant_bag_t&)")
+      << "the control's load is named: " << texts[1];
+  // The assertion report logs its own line too; these are the checked failures' own.
+  std::vector<std::string> logged = error_texts(log);
+  logged.erase(
+      std::remove_if(logged.begin(), logged.end(),
+                     [](const std::string& text) { return text.rfind("assertion failed: ", 0) == 0; }),
+      logged.end());
+  EXPECT_EQ(logged,
+            (std::vector<std::string>{texts[0] + ", at file: " + line_check->file + ":" + line_check->line,
+                                      texts[1] + ", at file: " + load_check->file + ":" + load_check->line}));
+
+  ASSERT_TRUE(drain());
+  ASSERT_NE(entry(0), nullptr);
+  ASSERT_NE(entry(1), nullptr);
+  EXPECT_EQ(entry(0)->m_message->m_caption, "One");
+  EXPECT_EQ(kept_texts(entry(0)), std::vector<std::string>{"before"}) << "the lines before the bad one stay";
+  EXPECT_EQ(entry(1)->m_message->m_caption, "Two");
+  EXPECT_EQ(kept_texts(entry(1)), std::vector<std::string>{"fine"}) << "the next entry still loads";
+}
+
+TEST_F(inplace_ctrl_test, a_corrupt_line_in_load_only_logs_unless_failures_assert) {
+  variant_bag_t bag;
+  bag.add_variant_bag("message_entry_t", saved_entry("One", {saved_line("no severity", {})}));
+  test_support::scoped_error_handling_t handling(std::nullopt);
+  test_support::assert_recorder_t reports;
+  test_support::log_capture_t log;
+  EXPECT_TRUE(m_ctrl->load(bag).succeeded());
+  EXPECT_EQ(reports.count(), 0u);
+  const std::vector<std::string> logged = error_texts(log);
+  ASSERT_EQ(logged.size(), 2u);
+  EXPECT_EQ(logged[1].rfind("event_entry_t::load(value, pelit).succeeded()\n", 0), 0u) << logged[1];
 }
 
 }  // namespace
