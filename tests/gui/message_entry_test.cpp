@@ -234,6 +234,36 @@ TEST_F(message_entry_test, load_checks_the_kinds_and_the_messenger) {
       << "the report names the reader: " << logged[1];
 }
 
+TEST_F(message_entry_test, a_progress_entry_that_cannot_cancel_shows_no_cancel_button) {
+  const unsigned int tag = m_ctrl->add_progress(progress("Indexing", false), m_no_callback);
+  auto* entry = dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  pelit2::IProgress* worker_side = m_ctrl->get_progress(tag);
+  inplace_test::flush_layout(m_ctrl);
+  ASSERT_FALSE(entry->m_gauge->GetVisibleWindowRect().empty()) << "the gauge shows";
+  ombrelcfrw7::CButton* cancel = entry->m_gauge->GetCancelButton();
+  EXPECT_FALSE(cancel->IsShownInTree());
+  EXPECT_TRUE(cancel->GetVisibleWindowRect().empty());
+  const ombrelc7::rect<int> gauge = entry->m_gauge->GetVisibleWindowRect();
+  inplace_test::click_at(m_ctrl, ombrelc7::rect<int>(gauge.right - 20, gauge.top, gauge.right, gauge.bottom));
+  EXPECT_FALSE(worker_side->isCanceled()) << "where Cancel would be, there is nothing to press";
+  m_ctrl->update_message(tag, message("Paused", "Waiting for the disk."), m_no_callback);
+  m_ctrl->get_progress(tag);
+  inplace_test::flush_layout(m_ctrl);
+  EXPECT_TRUE(entry->m_gauge->IsShownInTree());
+  EXPECT_FALSE(cancel->IsShownInTree()) << "nor when the entry becomes a gauge again";
+}
+
+TEST_F(message_entry_test, a_progress_entry_that_can_cancel_shows_cancel_at_the_gauge) {
+  const unsigned int tag = m_ctrl->add_progress(progress("Indexing", true), m_no_callback);
+  auto* entry = dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  pelit2::IProgress* worker_side = m_ctrl->get_progress(tag);
+  inplace_test::flush_layout(m_ctrl);
+  ombrelcfrw7::CButton* cancel = entry->m_gauge->GetCancelButton();
+  ASSERT_FALSE(cancel->GetVisibleWindowRect().empty());
+  inplace_test::click_at(m_ctrl, cancel->GetVisibleWindowRect());
+  EXPECT_TRUE(worker_side->isCanceled());
+}
+
 TEST(event_log_test, without_the_archive_no_picture_index_is_set_and_lines_still_show) {
   test_support::temp_dir_t folder;
   // A folder without the archive.
