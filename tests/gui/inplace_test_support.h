@@ -22,7 +22,6 @@
 #include <wx/sizer.h>
 
 #include <cstring>
-
 #include <string>
 #include <vector>
 
@@ -73,6 +72,11 @@ inline void flush_layout(wxWindow* ctrl) {
   ombrelc7::CreateWrapperForWx(ctrl)->FlushLayout();
 }
 
+/// The toolkit control that draws the in-place control's window.
+inline ombrelcfrw7::CBaseControl* base_control(wxWindow* ctrl) {
+  return dynamic_cast<ombrelcfrw7::CBaseControl*>(ombrelc7::CreateWrapperForWx(ctrl)->GetControl());
+}
+
 /// The whole client area of the control as its paint handler draws it now.
 inline wxImage paint(wxWindow* ctrl) {
   flush_layout(ctrl);
@@ -80,8 +84,7 @@ inline wxImage paint(wxWindow* ctrl) {
   wxBitmap bitmap(client.x, client.y, 24);
   {
     wxMemoryDC dc(bitmap);
-    ombrelc7::CreateWrapperForWx(ctrl)->GetControl()->HandlePaint(
-        dc, ombrelc7::rect<int>(0, 0, client.x, client.y));
+    base_control(ctrl)->HandlePaint(dc, ombrelc7::rect<int>(0, 0, client.x, client.y));
   }
   return bitmap.ConvertToImage();
 }

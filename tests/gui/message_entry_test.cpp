@@ -246,8 +246,7 @@ TEST_F(message_entry_test, a_progress_entry_that_cannot_cancel_shows_no_cancel_b
   const ombrelc7::rect<int> gauge = entry->m_gauge->GetVisibleWindowRect();
   inplace_test::click_at(m_ctrl, ombrelc7::rect<int>(gauge.right - 20, gauge.top, gauge.right, gauge.bottom));
   EXPECT_FALSE(worker_side->isCanceled()) << "where Cancel would be, there is nothing to press";
-  auto* control =
-      dynamic_cast<ombrelcfrw7::CBaseControl*>(ombrelc7::CreateWrapperForWx(m_ctrl)->GetControl());
+  ombrelcfrw7::CBaseControl* control = inplace_test::base_control(m_ctrl);
   ASSERT_NE(control, nullptr);
   EXPECT_FALSE(control->MoveFocus(true)) << "nor anything for Tab to reach";
   m_ctrl->update_message(tag, message("Paused", "Waiting for the disk."), m_no_callback);
@@ -264,8 +263,7 @@ TEST_F(message_entry_test, a_progress_entry_that_can_cancel_shows_cancel_at_the_
   inplace_test::flush_layout(m_ctrl);
   ombrelcfrw7::CButton* cancel = entry->m_gauge->GetCancelButton();
   ASSERT_FALSE(cancel->GetVisibleWindowRect().empty());
-  auto* control =
-      dynamic_cast<ombrelcfrw7::CBaseControl*>(ombrelc7::CreateWrapperForWx(m_ctrl)->GetControl());
+  ombrelcfrw7::CBaseControl* control = inplace_test::base_control(m_ctrl);
   ASSERT_NE(control, nullptr);
   EXPECT_TRUE(control->MoveFocus(true));
   EXPECT_EQ(control->GetFocusElement(), cancel);
