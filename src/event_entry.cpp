@@ -13,38 +13,6 @@ const char* const SEVERITY_NAME = "severity";
 
 namespace kv2 = korvat2;
 
-bool say_with_severity(const kv2::variant_bag_t& entry, const std::string& text,
-                       pelit2::IMessenger& messenger, kv2::error_code_t& result) {
-  const kv2::variant_t& value = *entry.get<kv2::variant_t>(SEVERITY_NAME);
-  KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, value.can_get<int>());
-  if (result.failed()) {
-    return false;
-  }
-  messenger.say(static_cast<pelit2::ESeverity>(value.get<int>()), text.c_str());
-  return true;
-}
-
-// Says one saved line; false, with `result` raised, when it lacks a text or a severity.
-// The checks are worded as the reports name them.
-bool say_saved_line(const kv2::variant_bag_t& entry, pelit2::IMessenger& messenger,
-                    kv2::error_code_t& result) {
-  KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, entry.has<kv2::variant_t>(MSG_NAME));
-  if (result.failed()) {
-    return false;
-  }
-  const kv2::variant_t& value = *entry.get<kv2::variant_t>(MSG_NAME);
-  KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, value.can_get<const zandor2::uchar_t*>());
-  if (result.failed()) {
-    return false;
-  }
-  const std::string text = value.get<std::string>();
-  KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, entry.has<kv2::variant_t>(SEVERITY_NAME));
-  if (result.failed()) {
-    return false;
-  }
-  return say_with_severity(entry, text, messenger, result);
-}
-
 bool has_bit(pelit2::ESeverity severity, unsigned bit) {
   return (static_cast<unsigned>(severity) & bit) != 0;
 }
@@ -98,16 +66,39 @@ void event_entry_t::say_impl(ombrelcfrw7::CVisualElement* parent, ombrelcfrw7::C
   }
 }
 
-korvat2::error_code_t event_entry_t::load(const korvat2::variant_bag_t& bag, pelit2::IMessenger* messenger) {
-  korvat2::error_code_t result;
+// The checks stay in this one function, so that each report names the reader that failed;
+// they are worded as the reports name them.
+kv2::error_code_t event_entry_t::load(const kv2::variant_bag_t& bag, pelit2::IMessenger* messenger) {
+  kv2::error_code_t result;
   if (!messenger) {
-    result.raise(korvat2::error::IsNotValidParameter, "pelit", __FILE__, __LINE__, __func__);
+    result.raise(kv2::error::IsNotValidParameter, "pelit", __FILE__, __LINE__, __PRETTY_FUNCTION__);
     return result;
   }
-  for (auto line = bag.begin_by_name<korvat2::variant_bag_t>(MESSAGE_NAME); !line.at_end(); line.next()) {
-    if (!say_saved_line(line.get_value(), *messenger, result)) {
+  for (auto line = bag.begin_by_name<kv2::variant_bag_t>(MESSAGE_NAME); !line.at_end(); line.next()) {
+    const kv2::variant_bag_t& entry = line.get_value();
+    std::string text;
+    {
+      KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, entry.has<kv2::variant_t>(MSG_NAME));
+      if (result.failed()) {
+        return result;
+      }
+      const kv2::variant_t& value = *entry.get<kv2::variant_t>(MSG_NAME);
+      KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, value.can_get<const zandor2::uchar_t*>());
+      if (result.failed()) {
+        return result;
+      }
+      text = value.get<std::string>();
+    }
+    KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, entry.has<kv2::variant_t>(SEVERITY_NAME));
+    if (result.failed()) {
       return result;
     }
+    const kv2::variant_t& value = *entry.get<kv2::variant_t>(SEVERITY_NAME);
+    KV2_CHECK_RAISE(result, kv2::error::IsNotValidValue, value.can_get<int>());
+    if (result.failed()) {
+      return result;
+    }
+    messenger->say(static_cast<pelit2::ESeverity>(value.get<int>()), text.c_str());
   }
   return result;
 }

@@ -184,7 +184,7 @@ korvat2::error_code_t inplace_ctrl_impl_t::update_message(
   const korvat2::error_code_t updated = m_entries[tag]->update_message(new_msg, &callback);
   if (updated.failed()) {
     korvat2::error::checked_failure("m_entries[tag]->update_message(new_msg, &callback).succeeded()", nullptr,
-                                    __FILE__, __LINE__, __func__);
+                                    __FILE__, __LINE__, __PRETTY_FUNCTION__);
     return updated;
   }
   return korvat2::error::Success;
@@ -274,10 +274,8 @@ korvat2::error_code_t inplace_ctrl_impl_t::load(const korvat2::variant_bag_t& ba
     }
     const unsigned int tag = add_message(message, no_callback);
     pelit2::IMessenger* pelit = get_messenger(tag);
-    if (event_entry_t::load(value, pelit).failed()) {
-      korvat2::error::checked_failure("event_entry_t::load(value, pelit).succeeded()", nullptr, __FILE__,
-                                      __LINE__, __func__);
-    }
+    // The entry's reader has told which line is corrupt; this tells whose load it was.
+    KV2_CHECK(event_entry_t::load(value, pelit).succeeded(), nullptr);
   }
   m_log->m_has_changes = false;
   return korvat2::error::Success;

@@ -250,7 +250,7 @@ korvat2::error_code_t message_entry_t::save(korvat2::variant_bag_t& bag) {
       // Reported in the words of the call, with the code that it gave.
       korvat2::error::checked_failure("m_msg->save(bag).succeeded()",
                                       saved.as_string(korvat2::error_code_t::with_value).c_str(), __FILE__,
-                                      __LINE__, __func__);
+                                      __LINE__, __PRETTY_FUNCTION__);
     }
   }
   return event_entry_t::save(bag);

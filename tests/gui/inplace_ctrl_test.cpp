@@ -3,11 +3,17 @@
 #include "inplace_test_support.h"
 
 #include "assert_recorder.h"
+#include "error_handling.h"
 
 #include <ombrelc/ombrelc.h>
 
 #include <wx/clipbrd.h>
 #include <wx/dataobj.h>
+#include <wx/datetime.h>
+
+#include <algorithm>
+#include <optional>
+#include <regex>
 
 namespace {
 
@@ -17,6 +23,7 @@ using inplace_test::drain;
 using inplace_test::error_texts;
 using korvat2::variant_bag_t;
 using tamsel3::message_entry_t;
+using tamsel3::standard_message_t;
 
 class inplace_ctrl_test : public inplace_test::control_fixture_t {
  protected:
@@ -24,6 +31,40 @@ class inplace_ctrl_test : public inplace_test::control_fixture_t {
     return dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
   }
 };
+
+std::string now_as_caption_date() { return std::string(wxDateTime::Now().Format("%c").utf8_str()); }
+
+bool holds(const ombrelcfrw7::CVisualElement* parent, const ombrelcfrw7::CVisualElement* child) {
+  const auto& children = parent->GetChildren();
+  return std::find(children.begin(), children.end(), child) != children.end();
+}
+
+variant_bag_t saved_line(const std::string& text, const std::optional<int>& severity) {
+  variant_bag_t line;
+  line.put("msg", text);
+  if (severity) {
+    line.put("severity", *severity);
+  }
+  return line;
+}
+
+variant_bag_t saved_entry(const std::string& caption, const std::vector<variant_bag_t>& lines) {
+  variant_bag_t entry;
+  entry.put("msg", std::string("text of ") + caption);
+  entry.put("cap", caption);
+  for (const variant_bag_t& line : lines) {
+    entry.add_variant_bag("message", line);
+  }
+  return entry;
+}
+
+std::vector<std::string> kept_texts(const message_entry_t* item) {
+  std::vector<std::string> texts;
+  for (const tamsel3::messenger_entry_t& line : item->m_messages) {
+    texts.push_back(line.m_text);
+  }
+  return texts;
+}
 
 std::string clipboard_text() {
   wxTextDataObject data;
@@ -235,6 +276,221 @@ TEST_F(inplace_ctrl_test, the_menu_has_its_one_copy_entry) {
   const wxMenuItem* item = m_ctrl->get_menu().FindItemByPosition(0);
   EXPECT_EQ(item->GetId(), tamsel3::inplace_ctrl_t::copy_command_id);
   EXPECT_EQ(item->GetItemLabelText(), "Copy to clipboard");
+}
+
+TEST_F(inplace_ctrl_test, update_message_shows_the_new_buttons_and_adds_only_new_connections) {
+  button_receiver_t asker;
+  button_receiver_t newcomer;
+  korvat2::signal_t<int> callback;
+  callback.connect(&asker, &button_receiver_t::on_button);
+  const unsigned int tag = m_ctrl->add_message(message("Copying", "Copying files..."), callback);
+  callback.connect(&newcomer, &button_receiver_t::on_button);
+  auto* failed = new tamsel3::interactive_message_t("Copy failed", "The disk is full.");
+  const korvat2::intrusive_pointer_t<tamsel3::message_t> replacement(failed);
+  failed->add_button(standard_message_t::button_retry, "Try again");
+  failed->add_button(standard_message_t::button_close, "Give up");
+
+  test_support::assert_recorder_t reports;
+  const std::string before = now_as_caption_date();
+  EXPECT_EQ(m_ctrl->update_message(tag, replacement, callback).value(), 0u);
+  const std::string after = now_as_caption_date();
+  EXPECT_EQ(reports.count(), 0u) << "the connection that was there already is skipped quietly";
+
+  message_entry_t* item = entry(tag);
+  EXPECT_EQ(item->m_tag.m_callback.connection_count(), 2u);
+  const std::string caption = item->m_message_caption->GetCaption();
+  EXPECT_TRUE(caption == "<i>" + before + " </i> The disk is full." ||
+              caption == "<i>" + after + " </i> The disk is full.")
+      << caption;
+  EXPECT_TRUE(item->m_message_caption->IsHTML());
+  EXPECT_EQ(item->m_box->GetCaption()->GetCaption(), "Copy failed");
+
+  ombrelcfrw7::CButtonSet* set = item->m_buttons->GetButtonSet();
+  ASSERT_EQ(set->GetButtonCount(), 2u);
+  EXPECT_EQ(set->GetButton(0)->GetCaption(), "Try again");
+  EXPECT_EQ(set->GetButton(1)->GetCaption(), "Give up");
+  inplace_test::flush_layout(m_ctrl);
+  const ombrelc7::rect<int> retry = set->GetButton(0)->GetVisibleWindowRect();
+  ASSERT_FALSE(retry.empty()) << "the buttons are on the screen";
+  inplace_test::click_at(m_ctrl, retry);
+  EXPECT_EQ(asker.ids, (std::vector<int>{standard_message_t::button_retry})) << "once, not twice";
+  EXPECT_EQ(newcomer.ids, (std::vector<int>{standard_message_t::button_retry}));
+  EXPECT_FALSE(set->IsVisible()) << "a pressed button ends the interaction";
+}
+
+TEST_F(inplace_ctrl_test, a_finished_gauge_becomes_a_message_whose_buttons_fire) {
+  button_receiver_t receiver;
+  korvat2::signal_t<int> callback;
+  callback.connect(&receiver, &button_receiver_t::on_button);
+  const unsigned int tag = m_ctrl->add_progress(progress("Checking"), m_no_callback);
+  m_ctrl->get_progress(tag)->internalProgressed(0.5);
+  ASSERT_TRUE(drain());
+  test_support::assert_recorder_t reports;
+  EXPECT_EQ(m_ctrl->update_message(tag, message("Checked", "No problems found."), callback).value(), 0u);
+  EXPECT_EQ(reports.count(), 0u) << "the gauge's four connections were there to undo";
+  message_entry_t* item = entry(tag);
+  EXPECT_FALSE(item->m_gauge->IsVisible());
+  ombrelcfrw7::CButtonSet* set = item->m_buttons->GetButtonSet();
+  inplace_test::flush_layout(m_ctrl);
+  ASSERT_EQ(set->GetButtonCount(), 2u);
+  ASSERT_FALSE(set->GetButton(0)->GetVisibleWindowRect().empty());
+  inplace_test::click_at(m_ctrl, set->GetButton(0)->GetVisibleWindowRect());
+  EXPECT_EQ(receiver.ids, (std::vector<int>{standard_message_t::button_ok}));
+}
+
+TEST_F(inplace_ctrl_test, a_callback_may_update_its_own_message_from_the_pressed_button) {
+  // The usual answer to Retry: the entry is replaced while its button is being pressed.
+  struct retrying_t : korvat2::subscriber_base_t {
+    void on_button(int id) {
+      ids.push_back(id);
+      if (id == standard_message_t::button_retry) {
+        ctrl->update_message(tag,
+                             new standard_message_t("Again", "Trying again.", plaxi1::picture_t(),
+                                                    standard_message_t::buttons_close),
+                             *callback);
+      }
+    }
+    tamsel3::inplace_ctrl_t* ctrl = nullptr;
+    unsigned int tag = 0;
+    const korvat2::signal_t<int>* callback = nullptr;
+    std::vector<int> ids;
+  } client;
+  korvat2::signal_t<int> callback;
+  callback.connect(&client, &retrying_t::on_button);
+  client.ctrl = m_ctrl;
+  client.callback = &callback;
+  client.tag = m_ctrl->add_message(new standard_message_t("Failed", "It failed.", plaxi1::picture_t(),
+                                                          standard_message_t::buttons_close_retry),
+                                   callback);
+  ombrelcfrw7::CButtonSet* set = entry(client.tag)->m_buttons->GetButtonSet();
+  inplace_test::flush_layout(m_ctrl);
+  inplace_test::click_at(m_ctrl, set->GetButton(1)->GetVisibleWindowRect());
+  ASSERT_EQ(set->GetButtonCount(), 1u);
+  EXPECT_TRUE(set->IsVisible()) << "the new message's buttons show";
+  inplace_test::flush_layout(m_ctrl);
+  inplace_test::click_at(m_ctrl, set->GetButton(0)->GetVisibleWindowRect());
+  EXPECT_EQ(client.ids,
+            (std::vector<int>{standard_message_t::button_retry, standard_message_t::button_close}));
+}
+
+TEST_F(inplace_ctrl_test, erase_takes_the_entry_off_the_screen) {
+  const wxImage empty = inplace_test::paint(m_ctrl);
+  const unsigned int tag = m_ctrl->add_message(message("Erased", "This entry goes."), m_no_callback);
+  m_ctrl->get_messenger(tag)->say(pelit2::severity_warning, "and its line");
+  ASSERT_TRUE(drain());
+  const ombrelcfrw7::CVisualElement* box = entry(tag)->m_box;
+  ASSERT_TRUE(holds(log(), box));
+  ASSERT_FALSE(inplace_test::same_pixels(inplace_test::paint(m_ctrl), empty)) << "the entry is painted";
+
+  EXPECT_EQ(m_ctrl->erase(tag).value(), 0u);
+  EXPECT_FALSE(holds(log(), box));
+  EXPECT_TRUE(log()->GetChildren().empty());
+  EXPECT_EQ(entry(tag), nullptr);
+  EXPECT_TRUE(inplace_test::same_pixels(inplace_test::paint(m_ctrl), empty)) << "nothing of it is painted";
+}
+
+TEST_F(inplace_ctrl_test, the_entry_below_an_erased_one_moves_up_into_its_place) {
+  const unsigned int first = m_ctrl->add_message(message("First", "Goes away."), m_no_callback);
+  const unsigned int second = m_ctrl->add_message(message("Second", "Stays."), m_no_callback);
+  inplace_test::flush_layout(m_ctrl);
+  const ombrelcfrw7::CVisualElement* gone = entry(first)->m_box;
+  const ombrelc7::rect<int> place = gone->GetVisibleWindowRect();
+  ASSERT_FALSE(place.empty());
+  ombrelcfrw7::CVisualElement* staying = entry(second)->m_box;
+
+  m_ctrl->erase(first);
+  inplace_test::flush_layout(m_ctrl);
+  EXPECT_EQ(log()->GetChildren(), std::vector<ombrelcfrw7::CVisualElement*>{staying});
+  EXPECT_EQ(staying->GetVisibleWindowRect().top, place.top);
+  ombrelcfrw7::CVisualElement* hit = log()->HitTest(log()->FromWindow({place.left + 4, place.top + 4}));
+  for (; hit && hit != staying; hit = hit->GetParent()) {
+  }
+  EXPECT_EQ(hit, staying) << "what is where the erased entry was belongs to the one that stays";
+}
+
+// The position part of a checked failure's text: the file, the line and the signature.
+struct position_t {
+  std::string file;
+  std::string line;
+  std::string function;
+};
+
+// Splits "<condition>[ '<error>']\n<file>(<line>): <function>\n" after its first line.
+std::optional<position_t> position_of(const std::string& report, const std::string& first_line) {
+  if (report.compare(0, first_line.size() + 1, first_line + "\n") != 0) {
+    return std::nullopt;
+  }
+  static const std::regex position(R"(([^\n]*)\(([0-9]+)\): ([^\n]*)\n)");
+  std::smatch found;
+  const std::string rest = report.substr(first_line.size() + 1);
+  if (!std::regex_match(rest, found, position)) {
+    return std::nullopt;
+  }
+  return position_t{found[1], found[2], found[3]};
+}
+
+std::string without_blanks(std::string text) {
+  text.erase(std::remove(text.begin(), text.end(), ' '), text.end());
+  return text;
+}
+
+TEST_F(inplace_ctrl_test, a_corrupt_line_in_load_is_a_checked_failure_and_loading_goes_on) {
+  variant_bag_t bag;
+  bag.add_variant_bag(
+      "message_entry_t",
+      saved_entry("One", {saved_line("before", 2), saved_line("no severity", {}), saved_line("after", 2)}));
+  bag.add_variant_bag("message_entry_t", saved_entry("Two", {saved_line("fine", 4)}));
+  test_support::scoped_error_handling_t handling(std::string("assert"));
+  test_support::assert_recorder_t reports;
+  test_support::log_capture_t log;
+
+  EXPECT_EQ(m_ctrl->load(bag).value(), 0u);
+  const std::vector<std::string> texts = reports.texts();
+  ASSERT_EQ(texts.size(), 2u);
+  const auto line_check =
+      position_of(texts[0], "entry.has<kv2::variant_t>(SEVERITY_NAME) 'kv2::error::IsNot.Valid.Value'");
+  ASSERT_TRUE(line_check) << texts[0];
+  EXPECT_NE(line_check->file.find("event_entry.cpp"), std::string::npos) << texts[0];
+  EXPECT_EQ(without_blanks(line_check->function),
+            "statickorvat2::error_code_ttamsel3::event_entry_t::load(constkorvat2::variant_bag_t&,pelit2::"
+            "IMessenger*)")
+      << "the reader that failed is named: " << texts[0];
+  const auto load_check = position_of(texts[1], "event_entry_t::load(value, pelit).succeeded()");
+  ASSERT_TRUE(load_check) << texts[1];
+  EXPECT_NE(load_check->file.find("inplace_ctrl.cpp"), std::string::npos) << texts[1];
+  EXPECT_EQ(without_blanks(load_check->function),
+            "korvat2::error_code_ttamsel3::inplace_ctrl_impl_t::load(constkorvat2::variant_bag_t&)")
+      << "the control's load is named: " << texts[1];
+  // The assertion report logs its own line too; these are the checked failures' own.
+  std::vector<std::string> logged = error_texts(log);
+  logged.erase(
+      std::remove_if(logged.begin(), logged.end(),
+                     [](const std::string& text) { return text.rfind("assertion failed: ", 0) == 0; }),
+      logged.end());
+  EXPECT_EQ(logged,
+            (std::vector<std::string>{texts[0] + ", at file: " + line_check->file + ":" + line_check->line,
+                                      texts[1] + ", at file: " + load_check->file + ":" + load_check->line}));
+
+  ASSERT_TRUE(drain());
+  ASSERT_NE(entry(0), nullptr);
+  ASSERT_NE(entry(1), nullptr);
+  EXPECT_EQ(entry(0)->m_message->m_caption, "One");
+  EXPECT_EQ(kept_texts(entry(0)), std::vector<std::string>{"before"}) << "the lines before the bad one stay";
+  EXPECT_EQ(entry(1)->m_message->m_caption, "Two");
+  EXPECT_EQ(kept_texts(entry(1)), std::vector<std::string>{"fine"}) << "the next entry still loads";
+}
+
+TEST_F(inplace_ctrl_test, a_corrupt_line_in_load_only_logs_unless_failures_assert) {
+  variant_bag_t bag;
+  bag.add_variant_bag("message_entry_t", saved_entry("One", {saved_line("no severity", {})}));
+  test_support::scoped_error_handling_t handling(std::nullopt);
+  test_support::assert_recorder_t reports;
+  test_support::log_capture_t log;
+  EXPECT_TRUE(m_ctrl->load(bag).succeeded());
+  EXPECT_EQ(reports.count(), 0u);
+  const std::vector<std::string> logged = error_texts(log);
+  ASSERT_EQ(logged.size(), 2u);
+  EXPECT_EQ(logged[1].rfind("event_entry_t::load(value, pelit).succeeded()\n", 0), 0u) << logged[1];
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 // Shared by the in-place control's tests: a frame holding the control, a way to wait
-// until everything posted so far was delivered, and a receiver of button callbacks.
+// until everything posted so far was delivered, a receiver of button callbacks, and what
+// the control paints and how the mouse reaches it.
 #include <tamsel3/event_log.h>
 #include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/message.h>
@@ -10,12 +11,17 @@
 #include "log_capture.h"
 
 #include <korvat2/signal.h>
+#include <ombrelc/ombrelc.h>
 #include <plaxi1/tasks.h>
 
 #include <gtest/gtest.h>
+#include <wx/bitmap.h>
+#include <wx/dcmemory.h>
 #include <wx/frame.h>
+#include <wx/image.h>
 #include <wx/sizer.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -58,6 +64,46 @@ inline bool any_contains(const std::vector<std::string>& texts, const std::strin
     }
   }
   return false;
+}
+
+/// Runs the control's pending layout now, as its next idle time would.
+inline void flush_layout(wxWindow* ctrl) {
+  gui_test::pump();
+  ombrelc7::CreateWrapperForWx(ctrl)->FlushLayout();
+}
+
+/// The toolkit control that draws the in-place control's window.
+inline ombrelcfrw7::CBaseControl* base_control(wxWindow* ctrl) {
+  return dynamic_cast<ombrelcfrw7::CBaseControl*>(ombrelc7::CreateWrapperForWx(ctrl)->GetControl());
+}
+
+/// The whole client area of the control as its paint handler draws it now.
+inline wxImage paint(wxWindow* ctrl) {
+  flush_layout(ctrl);
+  const wxSize client = ctrl->GetClientSize();
+  wxBitmap bitmap(client.x, client.y, 24);
+  {
+    wxMemoryDC dc(bitmap);
+    base_control(ctrl)->HandlePaint(dc, ombrelc7::rect<int>(0, 0, client.x, client.y));
+  }
+  return bitmap.ConvertToImage();
+}
+
+inline bool same_pixels(const wxImage& a, const wxImage& b) {
+  return a.GetSize() == b.GetSize() &&
+         std::memcmp(a.GetData(), b.GetData(), static_cast<std::size_t>(a.GetWidth()) * a.GetHeight() * 3) ==
+             0;
+}
+
+/// Presses and releases the left button over the middle of `area` (window coordinates), as
+/// the control's window receives a click.
+inline void click_at(wxWindow* ctrl, const ombrelc7::rect<int>& area) {
+  for (const wxEventType type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP}) {
+    wxMouseEvent event(type);
+    event.SetPosition(wxPoint(area.left + area.width() / 2, area.top + area.height() / 2));
+    event.SetEventObject(ctrl);
+    ctrl->GetEventHandler()->ProcessEvent(event);
+  }
 }
 
 /// A shown frame with an in-place control filling it.

@@ -227,7 +227,48 @@ TEST_F(message_entry_test, load_checks_the_kinds_and_the_messenger) {
   const korvat2::error_code_t no_messenger = tamsel3::event_entry_t::load(bag, nullptr);
   EXPECT_STREQ(no_messenger.as_string(korvat2::error_code_t::name_only).c_str(),
                "kv2::error::IsNot.Valid.Parameter");
-  EXPECT_TRUE(any_contains(error_texts(log), "pelit"));
+  const std::vector<std::string> logged = error_texts(log);
+  ASSERT_EQ(logged.size(), 2u);
+  EXPECT_EQ(logged[1].rfind("pelit 'kv2::error::IsNot.Valid.Parameter'\n", 0), 0u) << logged[1];
+  EXPECT_NE(logged[1].find("tamsel3::event_entry_t::load("), std::string::npos)
+      << "the report names the reader: " << logged[1];
+}
+
+TEST_F(message_entry_test, a_progress_entry_that_cannot_cancel_shows_no_cancel_button) {
+  const unsigned int tag = m_ctrl->add_progress(progress("Indexing", false), m_no_callback);
+  auto* entry = dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  pelit2::IProgress* worker_side = m_ctrl->get_progress(tag);
+  inplace_test::flush_layout(m_ctrl);
+  ASSERT_FALSE(entry->m_gauge->GetVisibleWindowRect().empty()) << "the gauge shows";
+  ombrelcfrw7::CButton* cancel = entry->m_gauge->GetCancelButton();
+  EXPECT_FALSE(cancel->IsShownInTree());
+  EXPECT_TRUE(cancel->GetVisibleWindowRect().empty());
+  const ombrelc7::rect<int> gauge = entry->m_gauge->GetVisibleWindowRect();
+  inplace_test::click_at(m_ctrl, ombrelc7::rect<int>(gauge.right - 20, gauge.top, gauge.right, gauge.bottom));
+  EXPECT_FALSE(worker_side->isCanceled()) << "where Cancel would be, there is nothing to press";
+  ombrelcfrw7::CBaseControl* control = inplace_test::base_control(m_ctrl);
+  ASSERT_NE(control, nullptr);
+  EXPECT_FALSE(control->MoveFocus(true)) << "nor anything for Tab to reach";
+  m_ctrl->update_message(tag, message("Paused", "Waiting for the disk."), m_no_callback);
+  m_ctrl->get_progress(tag);
+  inplace_test::flush_layout(m_ctrl);
+  EXPECT_TRUE(entry->m_gauge->IsShownInTree());
+  EXPECT_FALSE(cancel->IsShownInTree()) << "nor when the entry becomes a gauge again";
+}
+
+TEST_F(message_entry_test, a_progress_entry_that_can_cancel_shows_cancel_at_the_gauge) {
+  const unsigned int tag = m_ctrl->add_progress(progress("Indexing", true), m_no_callback);
+  auto* entry = dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  pelit2::IProgress* worker_side = m_ctrl->get_progress(tag);
+  inplace_test::flush_layout(m_ctrl);
+  ombrelcfrw7::CButton* cancel = entry->m_gauge->GetCancelButton();
+  ASSERT_FALSE(cancel->GetVisibleWindowRect().empty());
+  ombrelcfrw7::CBaseControl* control = inplace_test::base_control(m_ctrl);
+  ASSERT_NE(control, nullptr);
+  EXPECT_TRUE(control->MoveFocus(true));
+  EXPECT_EQ(control->GetFocusElement(), cancel);
+  inplace_test::click_at(m_ctrl, cancel->GetVisibleWindowRect());
+  EXPECT_TRUE(worker_side->isCanceled());
 }
 
 TEST(event_log_test, without_the_archive_no_picture_index_is_set_and_lines_still_show) {

@@ -1,6 +1,7 @@
 #include <korvat2/error.h>
 
 #include "assert_recorder.h"
+#include "error_handling.h"
 #include "fixtures.h"
 #include "log_capture.h"
 
@@ -17,29 +18,12 @@ using test_support::assert_recorder_t;
 using test_support::log_capture_t;
 using test_support::log_line_t;
 using test_support::scoped_env_t;
+using test_support::scoped_error_handling_t;
 
 namespace error = korvat2::error;
 
 constexpr int error_log_level = 40000;
 const char* const handling_variable = "TAMSEL_ERROR_HANDLING";
-
-// Sets the error handling variable, makes the library read it again, and restores both.
-class scoped_error_handling_t {
- public:
-  explicit scoped_error_handling_t(const std::optional<std::string>& value) {
-    m_env.emplace(handling_variable, value);
-    error::reload_error_handling();
-  }
-  ~scoped_error_handling_t() {
-    m_env.reset();
-    error::reload_error_handling();
-  }
-  scoped_error_handling_t(const scoped_error_handling_t&) = delete;
-  scoped_error_handling_t& operator=(const scoped_error_handling_t&) = delete;
-
- private:
-  std::optional<scoped_env_t> m_env;
-};
 
 // The lines logged at error level.
 std::vector<std::string> error_lines(const log_capture_t& log) {
