@@ -117,6 +117,8 @@ class editor_data_t {
   /// Loads the bag at "." of `get_storage(storage)`; false when there is no storage.
   bool load_storage_info(korvat2::sptr_t<quern2::IPropertyStorage> storage);
   /// Saves into the bag at "." of `get_storage(storage)`; false when there is no storage.
+  /// True once the bag is made, even where the file can't be written: such a failure is
+  /// logged at ERROR with the file's path and the system's reason, and the old file stays.
   bool save_storage_info(korvat2::sptr_t<quern2::IPropertyStorage> storage) const;
   /// Loads a saved registry into one that has no lists yet; a corrupt item costs only itself.
   bool load(const korvat2::variant_bag_t& bag);
