@@ -356,4 +356,21 @@ TEST_F(editor_settings_test, a_layout_with_the_list_alone_serves_every_click) {
   EXPECT_EQ(asserts.texts().size(), 7u);
 }
 
+// A saved file may name C#, which has no list on this page: the page shows C/C++.
+TEST_F(editor_settings_test, a_saved_selection_of_csharp_shows_cpp) {
+  editor_data_t saved;
+  saved.add_editor(cpp, editor("vim", "Vim"));
+  korvat2::variant_bag_t bag;
+  saved.save(bag);
+  bag.put("selected_language", language_info::get_localized_name(language_info::language_csharp));
+  editor_data_t data;
+  data.load(bag);
+  make_page(data);
+  EXPECT_EQ(control<wxChoice>("m_language")->GetSelection(), 0);
+  EXPECT_EQ(control<wxStaticText>("m_language_text")->GetLabel().utf8_string(),
+            language_info::get_localized_name(cpp));
+  EXPECT_EQ(entries(), (std::vector<std::string>{"Vim", editor_pp_t::browse_editor_display_name}));
+  EXPECT_EQ(work_data().get_selected_language(), cpp);
+}
+
 }  // namespace

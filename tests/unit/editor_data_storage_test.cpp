@@ -167,6 +167,29 @@ TEST(editor_data_storage, a_language_without_name_and_a_csharp_one_are_skipped) 
   EXPECT_EQ(names_of(data, fortran), std::vector<std::string>{"ftn"});
 }
 
+// C# has no editors here: a file that selected it leaves the selection as it was, and the
+// rest of the file loads.
+TEST(editor_data_storage, a_selected_language_naming_csharp_leaves_the_selection) {
+  variant_bag_t bag;
+  bag.add_variant_bag("language",
+                      language_bag(language_info::get_localized_name(fortran), {editor_bag("ftn")}));
+  bag.put("selected_language", language_info::get_localized_name(language_info::language_csharp));
+  test_support::assert_recorder_t asserts;
+  editor_data_t data;
+  EXPECT_TRUE(data.load(bag));
+  EXPECT_EQ(data.get_selected_language(), cpp);
+  EXPECT_EQ(names_of(data, fortran), std::vector<std::string>{"ftn"});
+  editor_data_t was_fortran;
+  was_fortran.set_selected_language(fortran);
+  EXPECT_TRUE(was_fortran.load(bag));
+  EXPECT_EQ(was_fortran.get_selected_language(), fortran);
+  EXPECT_EQ(asserts.texts(), std::vector<std::string>{});
+  variant_bag_t saved;
+  data.save(saved);
+  EXPECT_EQ(saved.get_variant("selected_language", "").get<std::string>(),
+            language_info::get_localized_name(cpp));
+}
+
 TEST(editor_data_storage, a_load_onto_an_existing_list_asserts_and_adds_what_is_new) {
   editor_data_t data;
   data.add_editor(cpp, editor("a"));
