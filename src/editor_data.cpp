@@ -64,8 +64,9 @@ editor_data_t::editor_t system_record(const korvat2::system_editor_t& editor) {
 class query_file_t {
  public:
   explicit query_file_t(const std::string& leaf) {
-    std::string folder = korvat2::stdpaths::get_temp_dir().as_string(false) + "/orlane.XXXXXX";
-    m_path = folder + "/" + leaf;
+    const std::string pattern = korvat2::stdpaths::get_temp_dir().as_string(false) + "/orlane.XXXXXX";
+    m_path = pattern + "/" + leaf;
+    std::string folder = pattern;
     if (!::mkdtemp(folder.data())) {
       return;
     }
