@@ -12,8 +12,11 @@
 #include <log4cplus/loglevel.h>
 #include <log4cplus/tracelogger.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
-#include <cstdio>
+#include <cstdlib>
 
 // An assertion whose report states the invariant in the words of a fixed text.
 #define EDITOR_ASSERT_TEXT(cond, text)                                                      \
@@ -53,6 +56,46 @@ editor_data_t::editor_t system_record(const korvat2::system_editor_t& editor) {
   record.is_system = true;
   return record;
 }
+
+// The file that the desktop is asked about, in a folder made for it alone (mode 0700, a
+// name nobody can foresee), so that no other process can plant, race or remove it. Where
+// neither can be made, `path` names a file that isn't there and the desktop goes by the
+// name alone.
+class query_file_t {
+ public:
+  explicit query_file_t(const std::string& leaf) {
+    const std::string pattern = korvat2::stdpaths::get_temp_dir().as_string(false) + "/orlane.XXXXXX";
+    m_path = pattern + "/" + leaf;
+    std::string folder = pattern;
+    if (!::mkdtemp(folder.data())) {
+      return;
+    }
+    m_folder = folder;
+    m_path = folder + "/" + leaf;
+    const int fd = ::open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    m_created = fd >= 0;
+    if (m_created) {
+      ::close(fd);
+    }
+  }
+  ~query_file_t() {
+    if (m_created) {
+      ::unlink(m_path.c_str());
+    }
+    if (!m_folder.empty()) {
+      ::rmdir(m_folder.c_str());
+    }
+  }
+  query_file_t(const query_file_t&) = delete;
+  query_file_t& operator=(const query_file_t&) = delete;
+
+  const std::string& path() const { return m_path; }
+
+ private:
+  std::string m_folder;
+  std::string m_path;
+  bool m_created = false;
+};
 
 }  // namespace
 
@@ -287,22 +330,8 @@ bool editor_data_t::load_system_info(language_t language) {
   if (!extensions.empty()) {
     leaf += "." + extensions.front();
   }
-  korvat2::path_t file = korvat2::stdpaths::get_temp_dir();
-  file.append(korvat2::path_t(leaf));
-  const std::string path = file.as_string(false);
-  bool created = false;
-  if (!korvat2::path_t::exists(path)) {
-    std::FILE* out = std::fopen(path.c_str(), "wb");
-    created = out != nullptr;
-    if (out) {
-      std::fclose(out);
-    }
-  }
-  const bool result = load_system_info(path);
-  if (created) {
-    korvat2::remove_file(file);
-  }
-  return result;
+  const query_file_t file(leaf);
+  return load_system_info(file.path());
 }
 
 void editor_data_t::add_system_editors(language_t language,
@@ -311,7 +340,8 @@ void editor_data_t::add_system_editors(language_t language,
   for (; !list.at_end(); list.next()) {
     const korvat2::system_editor_t editor = list.current();
     EDITOR_ASSERT_TEXT(!editor.name.empty(), "false");
-    if (!editor.name.empty()) {
+    // What is left of this name was edited by the user, and the user's record wins.
+    if (!editor.name.empty() && !has_editor(language, editor.name)) {
       EDITOR_TRACE("load_system_info: Adding editor \"" + editor.name + "\".");
       names.push_back(editor.name);
       m_editors[editor_key_t(language, editor.name)] = system_record(editor);
@@ -334,8 +364,10 @@ bool editor_data_t::load_system_info(const std::string& file) {
     return false;
   }
   korvat2::generic_iterator_t<korvat2::system_editor_t> list;
-  // Whatever the first query reports, the list it gives is the desktop's word.
-  korvat2::get_system_editors(file, list, korvat2::system_editor_all);
+  // A desktop that couldn't be asked has said nothing: the user keeps every editor.
+  if (korvat2::get_system_editors(file, list, korvat2::system_editor_all).failed()) {
+    return false;
+  }
   if (!remove_editors_ex(language, true)) {
     return false;
   }

@@ -124,16 +124,21 @@ void editor_pp_t::update_shown_controls() {
   Layout();
 }
 
+// A control that the layout lacks is skipped; without the list there is nothing to show.
 void editor_pp_t::update_state_for_language(language_info::language_t language) {
-  if (!m_editor_list || !m_default || !m_command_line || !m_info_text) {
+  if (!m_editor_list) {
     return;
   }
   m_updating_list = true;
   m_editor_list->Clear();
-  m_default->SetValue(false);
-  m_command_line->ChangeValue("");
-  m_command_line->Enable(false);
-  m_info_text->SetLabel(no_info);
+  set_default_tick(false);
+  if (m_command_line) {
+    m_command_line->ChangeValue("");
+    m_command_line->Enable(false);
+  }
+  if (m_info_text) {
+    m_info_text->SetLabel(no_info);
+  }
   const std::string selected = m_work_data.get_selected_editor_name(language);
   const std::string default_name = m_work_data.get_default_editor_name(language);
   const std::string system_default = m_work_data.get_system_default_editor_name(language);
@@ -154,7 +159,7 @@ void editor_pp_t::update_state_for_language(language_info::language_t language) 
   if (has_editors) {
     const int position = selected_position >= 0 ? selected_position : 0;
     m_editor_list->SetSelection(position);
-    m_default->SetValue(position == default_position);
+    set_default_tick(position == default_position);
     show_selected_editor(language, get_selected_editor_name());
   }
   m_updating_list = false;
@@ -164,9 +169,17 @@ void editor_pp_t::update_state_for_language(language_info::language_t language) 
 void editor_pp_t::show_selected_editor(language_info::language_t language, const std::string& name) {
   m_work_data.set_selected_editor_name(language, name);
   const korvat2::system_editor_t editor = m_work_data.get_editor(language, name);
-  m_command_line->ChangeValue(wxString::FromUTF8(get_cmd_line_args(editor)));
-  m_command_line->Enable(!editor.executable.empty());
+  if (m_command_line) {
+    m_command_line->ChangeValue(wxString::FromUTF8(get_cmd_line_args(editor)));
+    m_command_line->Enable(!editor.executable.empty());
+  }
   fill_info_message(language, editor);
+}
+
+void editor_pp_t::set_default_tick(bool ticked) {
+  if (m_default) {
+    m_default->SetValue(ticked);
+  }
 }
 
 std::string editor_pp_t::get_selected_editor_name() const {
@@ -222,7 +235,7 @@ void editor_pp_t::on_editor_list_clicked(wxCommandEvent&) {
   const std::string sel_edt_name = get_selected_editor_name();
   ZANDOR_ASSERT(!sel_edt_name.empty());
   show_selected_editor(language, sel_edt_name);
-  m_default->SetValue(sel_edt_name == m_work_data.get_default_editor_name(language));
+  set_default_tick(sel_edt_name == m_work_data.get_default_editor_name(language));
 }
 
 // Adds the program that the user picks as a custom editor, numbering its name when the

@@ -90,11 +90,16 @@ class editor_data_t {
 
   /// Asks the desktop again for every language's editors, stopping at the first that fails.
   bool load_system_info();
-  /// Asks for the editors of `language` through a made-up file of its type in the
-  /// temporary folder, which is removed afterwards if this call made it.
+  /// Asks for the editors of `language` through a made-up file of its type, in a folder
+  /// of the temporary folder made for this call alone and removed with the file; nothing
+  /// that another process put in the temporary folder is read, followed or removed. Where
+  /// no such file can be made, the desktop is asked by the file's name alone.
   bool load_system_info(language_t language);
-  /// Renews the system and environment editors of the language of `file`, which must
-  /// exist; true when the desktop also named exactly one default.
+  /// Renews the system and environment editors of the language of `file`; true when the
+  /// desktop also named exactly one default. A missing `file` is typed by its name. When
+  /// the desktop can't be asked at all, nothing changes and the result is false. A system
+  /// editor that the user has edited (see `set_editor`) keeps the user's record, once, among
+  /// the custom editors. The selected and default names stay while their editors exist.
   bool load_system_info(const std::string& file);
 
   /// Overwrites `editor` with the editor of `VISUAL`, else `EDITOR`.
@@ -112,6 +117,8 @@ class editor_data_t {
   /// Loads the bag at "." of `get_storage(storage)`; false when there is no storage.
   bool load_storage_info(korvat2::sptr_t<quern2::IPropertyStorage> storage);
   /// Saves into the bag at "." of `get_storage(storage)`; false when there is no storage.
+  /// True once the bag is made, even where the file can't be written: such a failure is
+  /// logged at ERROR with the file's path and the system's reason, and the old file stays.
   bool save_storage_info(korvat2::sptr_t<quern2::IPropertyStorage> storage) const;
   /// Loads a saved registry into one that has no lists yet; a corrupt item costs only itself.
   bool load(const korvat2::variant_bag_t& bag);

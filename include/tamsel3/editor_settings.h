@@ -59,6 +59,7 @@ class editor_pp_t : public pref_base_t {
  private:
   bool browse_for_editor(language_info::language_t language);
   void show_selected_editor(language_info::language_t language, const std::string& name);
+  void set_default_tick(bool ticked);
 
   editor_data_t m_committed_data;
   editor_data_t m_work_data;

@@ -34,6 +34,14 @@ system_editor_t editor(const std::string& name, const std::string& display_name)
   return {name, display_name, "/usr/bin/" + name, "/usr/bin/" + name + " -f"};
 }
 
+// The page on a layout that has the list and nothing else of its own.
+class list_only_page_t : public editor_pp_t {
+ public:
+  explicit list_only_page_t(const editor_data_t& data) : editor_pp_t(data, all_flags) {
+    m_object_name = "pref.editor_test";
+  }
+};
+
 class editor_settings_test : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -46,7 +54,10 @@ class editor_settings_test : public ::testing::Test {
   }
 
   editor_pp_t* make_page(const editor_data_t& data, int flags = all_flags) {
-    m_page = new editor_pp_t(data, flags);
+    return make_page(new editor_pp_t(data, flags));
+  }
+  editor_pp_t* make_page(editor_pp_t* page) {
+    m_page = page;
     m_page->create(m_host);
     m_list = control<wxListBox>("m_editor_list");
     return m_page;
@@ -315,6 +326,51 @@ TEST_F(editor_settings_test, the_language_value_is_the_list_index) {
   data.set_selected_language(language_info::language_fortran);
   make_page(data);
   EXPECT_EQ(control<wxChoice>("m_language")->GetSelection(), 2);
+}
+
+// A missing control is skipped: the list still fills, selects and writes back.
+TEST_F(editor_settings_test, a_layout_with_the_list_alone_serves_every_click) {
+  editor_data_t data;
+  data.add_editor(cpp, editor("vim", "Vim"));
+  data.add_editor(cpp, editor("emacs", "Emacs"));
+  data.set_default_editor_name(cpp, "emacs");
+  test_support::assert_recorder_t asserts;
+  make_page(new list_only_page_t(data));
+  EXPECT_EQ(asserts.texts(), (std::vector<std::string>{"m_language_gap", "m_language", "m_language_text",
+                                                       "m_static_text_cmd_line", "m_command_line",
+                                                       "m_default", "m_info_text"}));
+  EXPECT_EQ(entries(), (std::vector<std::string>{"Vim", "Emacs", editor_pp_t::browse_editor_display_name}));
+  EXPECT_EQ(m_list->GetSelection(), 0);
+  click_entry(1);
+  EXPECT_EQ(work_data().get_selected_editor_name(cpp), "emacs");
+  const test_support::temp_dir_t dir;
+  const std::string ed = dir.write("ed", "");
+  gui_test::answer_t<wxFileDialog> answer([&](wxFileDialog& dialog) {
+    gui_test::choose_file(dialog, ed);
+    return wxID_OK;
+  });
+  click_browse();
+  EXPECT_EQ(entries(),
+            (std::vector<std::string>{"Vim", "Emacs", "ed", editor_pp_t::browse_editor_display_name}));
+  EXPECT_EQ(work_data().get_selected_editor_name(cpp), "ed");
+  EXPECT_EQ(asserts.texts().size(), 7u);
+}
+
+// A saved file may name C#, which has no list on this page: the page shows C/C++.
+TEST_F(editor_settings_test, a_saved_selection_of_csharp_shows_cpp) {
+  editor_data_t saved;
+  saved.add_editor(cpp, editor("vim", "Vim"));
+  korvat2::variant_bag_t bag;
+  saved.save(bag);
+  bag.put("selected_language", language_info::get_localized_name(language_info::language_csharp));
+  editor_data_t data;
+  data.load(bag);
+  make_page(data);
+  EXPECT_EQ(control<wxChoice>("m_language")->GetSelection(), 0);
+  EXPECT_EQ(control<wxStaticText>("m_language_text")->GetLabel().utf8_string(),
+            language_info::get_localized_name(cpp));
+  EXPECT_EQ(entries(), (std::vector<std::string>{"Vim", editor_pp_t::browse_editor_display_name}));
+  EXPECT_EQ(work_data().get_selected_language(), cpp);
 }
 
 }  // namespace

@@ -1,11 +1,13 @@
 #pragma once
 // Small fixtures shared by the tests: a private temporary folder, a scoped environment
-// variable and working directory, and whole-file reads and writes.
+// variable, working directory and file size limit, and whole-file reads and writes.
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -131,6 +133,30 @@ class scoped_cwd_t {
 
  private:
   std::string m_old;
+};
+
+/// Lowers the size up to which the process may write files, so that a longer write fails
+/// with EFBIG, for root as for anyone else. SIGXFSZ is ignored meanwhile: the write
+/// returns its error instead of ending the process. Keep the scope short.
+class scoped_file_size_limit_t {
+ public:
+  explicit scoped_file_size_limit_t(rlim_t bytes) {
+    EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &m_old), 0);
+    m_old_handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit lowered = m_old;
+    lowered.rlim_cur = bytes;
+    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &lowered), 0);
+  }
+  ~scoped_file_size_limit_t() {
+    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &m_old), 0);
+    std::signal(SIGXFSZ, m_old_handler);
+  }
+  scoped_file_size_limit_t(const scoped_file_size_limit_t&) = delete;
+  scoped_file_size_limit_t& operator=(const scoped_file_size_limit_t&) = delete;
+
+ private:
+  rlimit m_old{};
+  void (*m_old_handler)(int) = SIG_DFL;
 };
 
 }  // namespace test_support

@@ -46,4 +46,12 @@ log_capture_t::~log_capture_t() { ylvane_1::log::libraryLogger().removeAppender(
 
 std::vector<log_line_t> log_capture_t::lines() const { return m_impl->appender->lines(); }
 
+std::size_t log_capture_t::count(int level, const std::string& part) const {
+  std::size_t found = 0;
+  for (const log_line_t& line : lines()) {
+    found += line.level == level && line.text.find(part) != std::string::npos ? 1 : 0;
+  }
+  return found;
+}
+
 }  // namespace test_support

@@ -6,9 +6,12 @@
 
 #include "assert_recorder.h"
 #include "fixtures.h"
+#include "log_capture.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstring>
 #include <set>
 #include <vector>
 
@@ -164,6 +167,29 @@ TEST(editor_data_storage, a_language_without_name_and_a_csharp_one_are_skipped) 
   EXPECT_EQ(names_of(data, fortran), std::vector<std::string>{"ftn"});
 }
 
+// C# has no editors here: a file that selected it leaves the selection as it was, and the
+// rest of the file loads.
+TEST(editor_data_storage, a_selected_language_naming_csharp_leaves_the_selection) {
+  variant_bag_t bag;
+  bag.add_variant_bag("language",
+                      language_bag(language_info::get_localized_name(fortran), {editor_bag("ftn")}));
+  bag.put("selected_language", language_info::get_localized_name(language_info::language_csharp));
+  test_support::assert_recorder_t asserts;
+  editor_data_t data;
+  EXPECT_TRUE(data.load(bag));
+  EXPECT_EQ(data.get_selected_language(), cpp);
+  EXPECT_EQ(names_of(data, fortran), std::vector<std::string>{"ftn"});
+  editor_data_t was_fortran;
+  was_fortran.set_selected_language(fortran);
+  EXPECT_TRUE(was_fortran.load(bag));
+  EXPECT_EQ(was_fortran.get_selected_language(), fortran);
+  EXPECT_EQ(asserts.texts(), std::vector<std::string>{});
+  variant_bag_t saved;
+  data.save(saved);
+  EXPECT_EQ(saved.get_variant("selected_language", "").get<std::string>(),
+            language_info::get_localized_name(cpp));
+}
+
 TEST(editor_data_storage, a_load_onto_an_existing_list_asserts_and_adds_what_is_new) {
   editor_data_t data;
   data.add_editor(cpp, editor("a"));
@@ -246,6 +272,36 @@ TEST_F(editor_data_storage_files, a_given_storage_is_read_itself_not_a_child) {
   editor_data_t loaded;
   EXPECT_TRUE(loaded.load_storage_info(storage));
   EXPECT_EQ(names_of(loaded, cpp).size(), 3u);
+}
+
+const int error_level = 40000;
+
+// The answer is the saved form's, but the failed write is never silent.
+TEST_F(editor_data_storage_files, a_save_where_a_file_stands_for_the_folder_is_logged) {
+  quern2::IGlobalStorage::setGlobalStorageRoot(korvat2::path_t(m_dir.path()));
+  const std::string folder = m_dir.write("external_editor", "not a folder");
+  const test_support::log_capture_t capture;
+  EXPECT_TRUE(sample().save_storage_info(nullptr));
+  EXPECT_EQ(capture.count(error_level, "cannot write " + folder + "/"), 1u);
+  EXPECT_EQ(capture.count(error_level, std::strerror(ENOTDIR)), 1u);
+  EXPECT_EQ(test_support::read_bytes(folder), "not a folder");
+}
+
+TEST_F(editor_data_storage_files, a_save_cut_short_keeps_the_old_file_and_is_logged) {
+  const korvat2::sptr_t<quern2::IPropertyStorage> storage =
+      quern2::makeFileStorage(korvat2::path_t(m_dir.path()));
+  ASSERT_TRUE(editor_data_t().save_storage_info(storage));
+  ASSERT_EQ(m_dir.names().size(), 1u);
+  const std::string file = m_dir.file(*m_dir.names().begin());
+  const std::string old_bytes = test_support::read_bytes(file);
+  const test_support::log_capture_t capture;
+  {
+    const test_support::scoped_file_size_limit_t limit(old_bytes.size());
+    EXPECT_TRUE(sample().save_storage_info(storage));
+  }
+  EXPECT_EQ(test_support::read_bytes(file), old_bytes);
+  EXPECT_EQ(m_dir.names().size(), 1u);
+  EXPECT_EQ(capture.count(error_level, "cannot write " + file + ": " + std::strerror(EFBIG)), 1u);
 }
 
 TEST_F(editor_data_storage_files, a_corrupt_file_loads_nothing_and_reports_true) {

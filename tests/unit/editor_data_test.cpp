@@ -14,6 +14,8 @@
 #include <gtest/gtest.h>
 #include <log4cplus/loglevel.h>
 
+#include <filesystem>
+#include <set>
 #include <vector>
 
 namespace {
@@ -94,6 +96,19 @@ TEST(editor_data, csharp_is_unsupported_everywhere) {
   EXPECT_FALSE(data.load_system_info(dir.write("a.cs", "")));
   EXPECT_FALSE(data.load_system_info(csharp));
   EXPECT_EQ(data.get_selected_language(), cpp);
+}
+
+// A name that the desktop can't be asked about: the registry stays as it was.
+TEST(editor_data, a_failed_query_keeps_every_editor_and_name) {
+  const auto other = language_info::language_other;
+  editor_data_t data;
+  data.add_editor_ex(other, system_editor("sys.desktop"));
+  data.set_selected_editor_name(other, "sys.desktop");
+  data.set_default_editor_name(other, "sys.desktop");
+  EXPECT_FALSE(data.load_system_info(std::string("/tmp/no*where")));
+  EXPECT_EQ(names_of(data.get_editors(other)), std::vector<std::string>{"sys.desktop"});
+  EXPECT_EQ(data.get_selected_editor_name(other), "sys.desktop");
+  EXPECT_EQ(data.get_default_editor_name(other), "sys.desktop");
 }
 
 TEST(editor_data, the_environment_editor_comes_from_visual_then_editor) {
@@ -265,12 +280,74 @@ TEST(editor_data_child, DISABLED_load_system_info_stops_at_the_first_language_wi
   EXPECT_EQ(env.command_line, "");
 }
 
-TEST(editor_data_child, DISABLED_an_existing_test_file_is_used_and_left_in_place) {
-  test_support::write_bytes(c_file(), "int main() {}\n");
+std::set<std::string> names_in(const std::string& folder) {
+  std::set<std::string> names;
+  for (const auto& item : std::filesystem::directory_iterator(folder)) {
+    names.insert(item.path().filename().string());
+  }
+  return names;
+}
+
+// Files that another process left under the names of the query stay as they were: a link
+// is not followed, a file is neither read as the query's nor removed.
+TEST(editor_data_child, DISABLED_files_planted_under_the_query_names_are_left_as_they_were) {
+  const std::string temp = korvat2::stdpaths::get_temp_dir().as_string(false);
+  const std::string victim = std::filesystem::path(temp).parent_path().string() + "/victim.c";
+  std::filesystem::create_symlink(victim, c_file());
+  const std::string fortran_file = temp + "/orlane_test.f";
+  test_support::write_bytes(fortran_file, "      END\n");
   editor_data_t data;
   EXPECT_TRUE(data.load_system_info(cpp));
-  EXPECT_TRUE(korvat2::path_t::exists(c_file()));
-  EXPECT_EQ(test_support::read_bytes(c_file()), "int main() {}\n");
+  EXPECT_TRUE(data.load_system_info(fortran));
+  EXPECT_EQ(
+      names_of(data.get_editors(cpp)),
+      (std::vector<std::string>{"alpha-edit.desktop", "beta-edit.desktop", "orlane_env_var_editor_name"}));
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(victim)));
+  ASSERT_TRUE(std::filesystem::is_symlink(c_file()));
+  EXPECT_EQ(std::filesystem::read_symlink(c_file()).string(), victim);
+  EXPECT_EQ(test_support::read_bytes(fortran_file), "      END\n");
+  // The query's own folder went with its file.
+  EXPECT_EQ(names_in(temp), (std::set<std::string>{"orlane_test.c", "orlane_test.f"}));
+}
+
+// Run with a temporary folder in which nobody can make a file, not even root: the desktop
+// is asked by the file's name alone.
+TEST(editor_data_child, DISABLED_a_temporary_folder_that_takes_no_file_costs_no_editor) {
+  editor_data_t data;
+  data.add_editor_ex(cpp, system_editor("alpha-edit.desktop"));
+  data.add_editor(cpp, editor("mine"));
+  data.set_selected_editor_name(cpp, "alpha-edit.desktop");
+  data.set_default_editor_name(cpp, "beta-edit.desktop");
+  EXPECT_TRUE(data.load_system_info(cpp));
+  EXPECT_EQ(names_of(data.get_editors(cpp)),
+            (std::vector<std::string>{"alpha-edit.desktop", "beta-edit.desktop", "orlane_env_var_editor_name",
+                                      "mine"}));
+  EXPECT_EQ(data.get_editor(cpp, "alpha-edit.desktop").command_line, "alpha-edit --wait");
+  EXPECT_EQ(data.get_selected_editor_name(cpp), "alpha-edit.desktop");
+  EXPECT_EQ(data.get_default_editor_name(cpp), "beta-edit.desktop");
+  EXPECT_EQ(data.get_system_default_editor_name(cpp), "beta-edit.desktop");
+}
+
+// The user's edit of a desktop editor wins over the desktop's record, under one name.
+TEST(editor_data_child, DISABLED_an_edited_system_editor_is_listed_once_with_the_users_command_line) {
+  editor_data_t data;
+  ASSERT_TRUE(data.load_system_info(cpp));
+  ASSERT_TRUE(data.set_editor(
+      cpp, "alpha-edit.desktop",
+      system_editor_t{"alpha-edit.desktop", "Alpha Edit", "alpha-edit", "alpha-edit --mine"}));
+  data.set_selected_editor_name(cpp, "alpha-edit.desktop");
+  test_support::assert_recorder_t asserts;
+  EXPECT_TRUE(data.load_system_info(cpp));
+  EXPECT_EQ(
+      names_of(data.get_editors(cpp)),
+      (std::vector<std::string>{"beta-edit.desktop", "orlane_env_var_editor_name", "alpha-edit.desktop"}));
+  EXPECT_EQ(data.get_editor(cpp, "alpha-edit.desktop").command_line, "alpha-edit --mine");
+  EXPECT_EQ(data.get_editor_type(cpp, "alpha-edit.desktop"), editor_data_t::editor_type_custom);
+  EXPECT_EQ(data.get_selected_editor_name(cpp), "alpha-edit.desktop");
+  EXPECT_TRUE(data.remove_editor(cpp, "alpha-edit.desktop"));
+  EXPECT_EQ(names_of(data.get_editors(cpp)),
+            (std::vector<std::string>{"beta-edit.desktop", "orlane_env_var_editor_name"}));
+  EXPECT_EQ(asserts.texts(), std::vector<std::string>{});
 }
 
 TEST(editor_data_child, DISABLED_a_saved_environment_editor_trips_the_assertion) {
@@ -314,11 +391,23 @@ TEST_P(editor_data_on_a_private_desktop, behaves_as_told) {
       0);
 }
 
-INSTANTIATE_TEST_SUITE_P(scenarios, editor_data_on_a_private_desktop,
-                         ::testing::Values("load_system_info_keeps_custom_editors_last_and_drops_gone_names",
-                                           "an_existing_test_file_is_used_and_left_in_place",
-                                           "a_saved_environment_editor_trips_the_assertion",
-                                           "load_system_info_logs_its_steps_at_trace_level"));
+INSTANTIATE_TEST_SUITE_P(
+    scenarios, editor_data_on_a_private_desktop,
+    ::testing::Values("load_system_info_keeps_custom_editors_last_and_drops_gone_names",
+                      "files_planted_under_the_query_names_are_left_as_they_were",
+                      "an_edited_system_editor_is_listed_once_with_the_users_command_line",
+                      "a_saved_environment_editor_trips_the_assertion",
+                      "load_system_info_logs_its_steps_at_trace_level"));
+
+TEST(editor_data_with_a_temporary_folder_that_takes_no_file, asks_the_desktop_by_the_name_alone) {
+  const test_support::desktop_tree_t desktop;
+  test_support::environment_t environment = desktop.environment(std::string("vi -f"));
+  environment.emplace_back("TMPDIR", "/proc");
+  EXPECT_EQ(
+      test_support::run_test_in_own_process(
+          "editor_data_child.DISABLED_a_temporary_folder_that_takes_no_file_costs_no_editor", environment),
+      0);
+}
 
 TEST(editor_data_without_environment_editor, stops_at_the_first_language_without_default) {
   const test_support::desktop_tree_t desktop;

@@ -2,6 +2,9 @@
 // values) its kind as attributes, in order, repeated names kept.
 #include <korvat2/bag_file.h>
 
+#include <ylvane/log.h>
+
+#include <log4cplus/loggingmacros.h>
 #include <pugixml.hpp>
 
 #include <fcntl.h>
@@ -22,7 +25,14 @@ constexpr const char* value_tag = "value";
 
 _internal::save_step_hook_t g_save_step_hook = nullptr;
 
-bool step_ok(_internal::save_step_t step) { return !g_save_step_hook || g_save_step_hook(step); }
+// A refused step stands for a failing disk.
+bool step_ok(_internal::save_step_t step) {
+  if (g_save_step_hook && !g_save_step_hook(step)) {
+    errno = EIO;
+    return false;
+  }
+  return true;
+}
 
 const char* kind_name(variant_t::kind_t kind) {
   switch (kind) {
@@ -156,8 +166,9 @@ void sync_directory(const std::string& dir) {
   }
 }
 
-// Writes `data` next to `target` and renames it over `target`.
-bool replace_file(const std::string& target, const std::string& data) {
+// Writes `data` next to `target` and renames it over `target`; 0, or the errno of the step
+// that failed.
+int replace_file(const std::string& target, const std::string& data) {
   // Split as plain text: path_t turns names with a '*' into the empty path, and the
   // temporary file must still lie beside the target for the rename to be atomic.
   const std::size_t slash = target.rfind('/');
@@ -166,20 +177,27 @@ bool replace_file(const std::string& target, const std::string& data) {
   std::string temp = dir + "/." + leaf + ".XXXXXX";
   const int fd = ::mkostemp(temp.data(), O_CLOEXEC);
   if (fd < 0) {
-    return false;
+    return errno;
   }
   struct stat old_info;
   ::fchmod(fd, ::stat(target.c_str(), &old_info) == 0 ? (old_info.st_mode & 07777) : new_file_mode());
   bool ok = write_all(fd, data) && step_ok(_internal::save_temp_written) && ::fsync(fd) == 0 &&
             step_ok(_internal::save_temp_synced);
-  ok = (::close(fd) == 0) && ok;
-  ok = ok && ::rename(temp.c_str(), target.c_str()) == 0;
+  int error = ok ? 0 : errno;
+  if (::close(fd) != 0 && ok) {
+    ok = false;
+    error = errno;
+  }
+  if (ok && ::rename(temp.c_str(), target.c_str()) != 0) {
+    ok = false;
+    error = errno;
+  }
   if (!ok) {
     ::unlink(temp.c_str());
-    return false;
+    return error;
   }
   sync_directory(dir);
-  return step_ok(_internal::save_renamed);
+  return step_ok(_internal::save_renamed) ? 0 : errno;
 }
 
 }  // namespace
@@ -227,7 +245,14 @@ error_code_t save_variant_bag(const variant_bag_t& bag, const char* path) {
   write_bag(root, bag);
   std::ostringstream out;
   document.save(out, "  ", pugi::format_indent, pugi::encoding_utf8);
-  return replace_file(path, out.str()) ? error_code_t(error::Success) : error_code_t(error::FileWrite);
+  const int failure = replace_file(path, out.str());
+  if (failure != 0) {
+    // Every save of the library ends here, so this is the one report of a failed write.
+    LOG4CPLUS_ERROR(ylvane_1::log::libraryLogger(),
+                    "cannot write " << path << ": " << std::strerror(failure));
+    return error::FileWrite;
+  }
+  return error::Success;
 }
 
 namespace _internal {

@@ -29,10 +29,12 @@ std::string head_of(const std::string& file) {
   return data;
 }
 
+// A file that isn't there is typed by its name alone.
 std::string content_type_of(const std::string& file) {
-  const std::string head = head_of(file);
-  g_text_t type(
-      g_content_type_guess(file.c_str(), reinterpret_cast<const guchar*>(head.data()), head.size(), nullptr));
+  const bool present = path_t::exists(file);
+  const std::string head = present ? head_of(file) : std::string();
+  const auto* data = present ? reinterpret_cast<const guchar*>(head.data()) : nullptr;
+  g_text_t type(g_content_type_guess(file.c_str(), data, head.size(), nullptr));
   return text_of(type.get());
 }
 
@@ -107,11 +109,10 @@ std::string command_line_from_exec(const std::string& executable, const std::str
 error_code_t get_system_editors(const path_t& file, generic_iterator_t<system_editor_t>& out,
                                 system_editor_type_t type) {
   out = generic_iterator_t<system_editor_t>();
-  const std::string name = file.as_string(false);
-  if (file.is_empty() || !path_t::exists(name)) {
+  if (file.is_empty()) {
     return error::FileNotFound;
   }
-  const std::string content_type = content_type_of(name);
+  const std::string content_type = content_type_of(file.as_string(false));
   std::vector<system_editor_t> editors =
       type == system_editor_default ? default_editor(content_type) : all_editors(content_type);
   if (editors.empty()) {

@@ -9,7 +9,9 @@
 
 #include <atomic>
 #include <cctype>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace quern2 {
 namespace {
@@ -28,17 +30,29 @@ std::string escape(const std::string& text) {
   return out;
 }
 
-// mkdir -p; true when the folder exists afterwards.
+// mkdir -p; true when the folder exists afterwards, else false with errno telling why.
 bool make_folders(const std::string& folder) {
-  if (folder.empty() || korvat2::path_t::is_directory(folder)) {
-    return !folder.empty();
+  if (folder.empty()) {
+    errno = ENOENT;
+    return false;
+  }
+  if (korvat2::path_t::is_directory(folder)) {
+    return true;
   }
   const std::string parent = korvat2::path_t(folder).get_branch();
   if (!parent.empty() && !make_folders(parent)) {
     return false;
   }
+  if (::mkdir(folder.c_str(), 0777) == 0) {
+    return true;
+  }
   // EEXIST may be another maker's folder, or a plain file in the way.
-  return ::mkdir(folder.c_str(), 0777) == 0 || korvat2::path_t::is_directory(folder);
+  const int error = errno;
+  if (korvat2::path_t::is_directory(folder)) {
+    return true;
+  }
+  errno = error == EEXIST ? ENOTDIR : error;
+  return false;
 }
 
 class file_storage_t final : public IGlobalStorage {
@@ -77,7 +91,10 @@ class file_storage_t final : public IGlobalStorage {
   }
 
   korvat2::error_code_t writeBag(const std::string& key, const korvat2::variant_bag_t& bag) override {
-    if (!make_folders(m_folder.as_string(false))) {
+    const std::string folder = m_folder.as_string(false);
+    if (!make_folders(folder)) {
+      LOG4CPLUS_ERROR(ylvane_1::log::libraryLogger(), "cannot write " << file_of(key) << ": folder " << folder
+                                                                      << ": " << std::strerror(errno));
       return korvat2::error::FileWrite;
     }
     return korvat2::save_variant_bag(bag, file_of(key).c_str());

@@ -12,7 +12,8 @@ error_code_t load_variant_bag(variant_bag_t& bag, const char* path, const char* 
 
 /// Writes `bag` to a bag file. The file is replaced atomically: a temporary file in the
 /// same folder is written and flushed to disk, then renamed over the old one, and the
-/// folder is flushed; after a crash there is the old file or the new one.
+/// folder is flushed; after a crash there is the old file or the new one. A failed write
+/// keeps the old file whole and is logged at ERROR with the path and the system's reason.
 error_code_t save_variant_bag(const variant_bag_t& bag, const char* path);
 
 namespace _internal {

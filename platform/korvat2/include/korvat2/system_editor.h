@@ -21,11 +21,11 @@ enum system_editor_type_t : int {
   system_editor_all = 1,      ///< every one that the desktop offers for the type
 };
 
-/// The desktop's editors for the type of `file`, which must exist; its type is guessed from
-/// its name and its first bytes. `error::Success` when `out` holds editors, `error::False`
-/// when the desktop offers none (then `out` is empty); `error::FileNotFound` for a missing
-/// file, and `error::Failed` when there is no default of `type` 0. The desktop's lists are
-/// read once per process. GUI thread.
+/// The desktop's editors for the type of `file`; its type is guessed from its name and its
+/// first bytes, or from its name alone where there is no such file. `error::Success` when
+/// `out` holds editors, `error::False` when the desktop offers none (then `out` is empty);
+/// `error::FileNotFound` for an empty path, and `error::Failed` when there is no default of
+/// `type` 0. The desktop's lists are read once per process. GUI thread.
 error_code_t get_system_editors(const path_t& file, generic_iterator_t<system_editor_t>& out,
                                 system_editor_type_t type);
 

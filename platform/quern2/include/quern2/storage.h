@@ -21,7 +21,8 @@ class IPropertyStorage {
   /// The bag at `key`, or `default_bag` when there is none or it can't be read.
   virtual korvat2::variant_bag_t readBag(const std::string& key,
                                          const korvat2::variant_bag_t& default_bag) const = 0;
-  /// Stores `bag` at `key`, replacing what was there whole or not at all.
+  /// Stores `bag` at `key`, replacing what was there whole or not at all. A failure is
+  /// logged at ERROR with the file's path and the system's reason.
   virtual korvat2::error_code_t writeBag(const std::string& key, const korvat2::variant_bag_t& bag) = 0;
   /// Whether a bag is stored at `key`.
   virtual bool hasBag(const std::string& key) const = 0;

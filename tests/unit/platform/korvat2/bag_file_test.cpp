@@ -2,6 +2,7 @@
 #include <korvat2/path.h>
 
 #include "fixtures.h"
+#include "log_capture.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <climits>
+#include <cstring>
 #include <random>
 #include <set>
 #include <string>
@@ -565,6 +568,34 @@ TEST(bag_file_test, save_over_a_folder_fails_and_leaves_no_temporary_file) {
   EXPECT_TRUE(korvat2::path_t::is_directory(dir.file("taken")));
 }
 
+const int error_level = 40000;
+
+TEST(bag_file_test, a_failed_write_is_logged_with_the_path_and_the_reason) {
+  temp_dir_t dir;
+  test_support::write_bytes(dir.file("plain"), "x");
+  const std::string path = dir.file("plain/bag.xml");
+  const test_support::log_capture_t capture;
+  EXPECT_TRUE(save_variant_bag(small_bag(1), path.c_str()).failed());
+  EXPECT_EQ(capture.count(error_level, "cannot write " + path + ": " + std::strerror(ENOTDIR)), 1u);
+  EXPECT_EQ(read_bytes(dir.file("plain")), "x");
+}
+
+// The system cuts the write short, as a full disk would, whoever runs the test.
+TEST(bag_file_test, a_write_cut_short_keeps_the_old_file_and_is_logged) {
+  temp_dir_t dir;
+  const std::string path = dir.file("bag.xml");
+  save_ok(small_bag(1), path);
+  const std::string old_bytes = read_bytes(path);
+  const test_support::log_capture_t capture;
+  {
+    const test_support::scoped_file_size_limit_t limit(16);
+    EXPECT_TRUE(save_variant_bag(sample_bag(), path.c_str()).failed());
+  }
+  EXPECT_EQ(read_bytes(path), old_bytes);
+  EXPECT_EQ(dir.names(), names_t{"bag.xml"});
+  EXPECT_EQ(capture.count(error_level, "cannot write " + path + ": " + std::strerror(EFBIG)), 1u);
+}
+
 TEST(bag_file_test, save_passes_its_steps_in_order) {
   temp_dir_t dir;
   g_steps_seen.clear();
@@ -595,10 +626,12 @@ TEST_P(bag_file_failed_step_test, failure_before_the_rename_keeps_the_old_file) 
   save_ok(small_bag(1), path);
   const std::string old_bytes = read_bytes(path);
   g_chosen_step = GetParam();
+  const test_support::log_capture_t capture;
   {
     scoped_save_hook_t hook(&fail_at_chosen_step);
     EXPECT_TRUE(save_variant_bag(sample_bag(), path.c_str()).failed());
   }
+  EXPECT_EQ(capture.count(error_level, "cannot write " + path + ": " + std::strerror(EIO)), 1u);
   EXPECT_EQ(read_bytes(path), old_bytes);
   EXPECT_EQ(dir.names(), names_t{"bag.xml"});
   save_ok(sample_bag(), path);  // the next save goes through

@@ -34,9 +34,9 @@ TEST(command_line_from_exec, drops_field_codes_and_keeps_fixed_arguments) {
   EXPECT_EQ(korvat2::command_line_from_exec("x", "x \"unterminated"), "");
 }
 
-TEST(get_system_editors, a_missing_file_is_not_found) {
+TEST(get_system_editors, no_file_name_is_not_found) {
   korvat2::generic_iterator_t<system_editor_t> out;
-  EXPECT_EQ(korvat2::get_system_editors("/no/such/file.c", out, korvat2::system_editor_all),
+  EXPECT_EQ(korvat2::get_system_editors(korvat2::path_t(), out, korvat2::system_editor_all),
             korvat2::error_code_t(korvat2::error::FileNotFound));
   EXPECT_TRUE(out.at_end());
 }
@@ -62,6 +62,15 @@ TEST(get_system_editors_child, DISABLED_gives_the_default_of_c_source) {
   ASSERT_EQ(editors.size(), 1u);
   EXPECT_EQ(editors[0].name, "beta-edit.desktop");
   EXPECT_EQ(editors[0].executable, "beta-edit");
+}
+
+TEST(get_system_editors_child, DISABLED_a_missing_file_is_typed_by_its_name_alone) {
+  korvat2::generic_iterator_t<system_editor_t> out;
+  ASSERT_EQ(korvat2::get_system_editors("/no/such/folder/a.c", out, korvat2::system_editor_all).value(), 0u);
+  EXPECT_EQ(drain(out).size(), 2u);
+  ASSERT_EQ(korvat2::get_system_editors("/no/such/folder/a.c", out, korvat2::system_editor_default).value(),
+            0u);
+  EXPECT_EQ(drain(out).at(0).name, "beta-edit.desktop");
 }
 
 // Without a chosen default the desktop falls back to the type's first editor.
@@ -93,6 +102,7 @@ TEST_P(get_system_editors_on_a_private_desktop, answers_the_same_everywhere) {
 
 INSTANTIATE_TEST_SUITE_P(scenarios, get_system_editors_on_a_private_desktop,
                          ::testing::Values("lists_the_editors_of_c_source", "gives_the_default_of_c_source",
+                                           "a_missing_file_is_typed_by_its_name_alone",
                                            "a_type_without_chosen_default_falls_back_to_its_editor",
                                            "an_unknown_type_has_no_editors_and_no_default"));
 

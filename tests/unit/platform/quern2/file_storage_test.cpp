@@ -7,6 +7,8 @@
 
 #include <log4cplus/loglevel.h>
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -256,8 +258,13 @@ TEST_F(file_storage_test, two_storages_of_one_folder_share_their_bags) {
 
 TEST_F(file_storage_test, writing_where_no_folder_can_be_made_fails) {
   write_bytes(m_root / "plain_file", "x");
-  const auto below_a_file = makeFileStorage(korvat2::path_t((m_root / "plain_file" / "sub").string()));
+  const std::string below = (m_root / "plain_file" / "sub").string();
+  const auto below_a_file = makeFileStorage(korvat2::path_t(below));
+  const test_support::log_capture_t capture;
   EXPECT_TRUE(below_a_file->writeBag("k", bag_of("v", 1)).failed());
+  EXPECT_EQ(capture.count(log4cplus::ERROR_LOG_LEVEL, "cannot write " + below + "/k.bag: folder " + below +
+                                                          ": " + std::strerror(ENOTDIR)),
+            1u);
   const auto at_a_file = makeFileStorage(korvat2::path_t((m_root / "plain_file").string()));
   EXPECT_TRUE(at_a_file->writeBag("k", bag_of("v", 1)).failed());
   EXPECT_EQ(read_bytes(m_root / "plain_file"), "x");
