@@ -74,7 +74,8 @@ void experimental_options_panel_t::load_feature_list() {
   if (!m_feature_list_config) {
     return;
   }
-  m_feature_list_config->load();  // a missing list is an empty one
+  // A missing list shows as an empty one, but its features stay unknown for saving.
+  m_list_read = m_feature_list_config->load() || m_list_read;
   const int count = m_feature_list_config->get_count();
   for (int i = 0; i < count; ++i) {
     add_feature(m_feature_list_config->get_feature(i));
@@ -161,7 +162,8 @@ void experimental_options_panel_t::on_update_ui_settings() {
 
 void experimental_options_panel_t::save_settings() {
   m_restart_requested = prompt_restart_now();  // asked on every OK, changed or not
-  if (!m_active_features_config) {
+  // Writing without a list that was read would drop every feature that is on.
+  if (!m_active_features_config || !m_list_read) {
     return;
   }
   m_active_features_config->clear();

@@ -13,9 +13,14 @@ namespace tamsel3 {
 
 /// The page on which the user turns experimental features on and off: one check box per
 /// feature of the list, and a banner whose colours tell whether any feature is on. OK asks
-/// whether to restart now and writes the choice in any case; the host restarts when
-/// `is_restart_requested()`. Either configuration may be null: the page then shows no
-/// features or saves nothing. Layout "panel.experimental". GUI thread.
+/// whether to restart now; the host restarts when `is_restart_requested()`. Either
+/// configuration may be null: the page then shows no features or saves nothing.
+/// Layout "panel.experimental". GUI thread.
+///
+/// OK writes the choice only after the list was read: without a list object, or with a list
+/// file that is missing, unreadable or corrupt, the choice file keeps every byte, so that a
+/// broken list never turns off what the user had turned on. A list that was read and holds
+/// no features writes an empty choice.
 class experimental_options_panel_t : public pref_base_t {
  public:
   /// One feature on show; `enabled` is left out of equality.
@@ -66,6 +71,9 @@ class experimental_options_panel_t : public pref_base_t {
 
  private:
   void wrap_description();
+
+  // Whether a load of the list succeeded: only then does the page know what to write.
+  bool m_list_read = false;
 
   wxDECLARE_EVENT_TABLE();
 };

@@ -16,6 +16,8 @@
 #include <wx/stattext.h>
 #include <boost/make_shared.hpp>
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <fstream>
 #include <string>
@@ -86,6 +88,19 @@ class experimental_options_panel_test : public ::testing::Test {
     ASSERT_TRUE(korvat2::save_variant_bag(features_bag(features), choice_file().c_str()).succeeded());
   }
   std::string choice_file() const { return m_dir.file("active_evaluation_features.cfg"); }
+  std::string list_file() const { return m_dir.file("evaluation_features.cfg"); }
+
+  // Opens the panel over a choice that turns TAM_DARK on, presses OK and checks that the
+  // choice file kept every byte.
+  void expect_ok_keeps_the_choice(bool with_list = true) {
+    write_choice({"TAM_DARK"});
+    const std::string before = test_support::read_bytes(choice_file());
+    open_with(with_list, true);
+    press_ok(true);
+    EXPECT_EQ(m_prompts, 1) << "OK still asks";
+    EXPECT_TRUE(m_panel->is_restart_requested());
+    EXPECT_EQ(test_support::read_bytes(choice_file()), before);
+  }
 
   // The names that the choice file turns on, as a fresh reader sees them.
   bool turned_on(const std::string& name) const {
@@ -94,12 +109,19 @@ class experimental_options_panel_test : public ::testing::Test {
     return active.is_turned_on(name);
   }
 
-  void open(bool with_configs = true) {
+  void open(bool with_configs = true) { open_with(with_configs, with_configs); }
+  void open_with(bool with_list, bool with_choice) {
     const korvat2::path_t dir(m_dir.path());
     m_frame = new wxFrame(nullptr, wxID_ANY, "experimental", wxDefaultPosition, wxSize(560, 420));
-    m_panel = with_configs ? new panel_t(boost::make_shared<feature_list_config_impl_t>(dir),
-                                         boost::make_shared<active_features_config_impl_t>(dir))
-                           : new panel_t(nullptr, nullptr);
+    boost::shared_ptr<feature_list_config_impl_t> list;
+    boost::shared_ptr<active_features_config_impl_t> active;
+    if (with_list) {
+      list = boost::make_shared<feature_list_config_impl_t>(dir);
+    }
+    if (with_choice) {
+      active = boost::make_shared<active_features_config_impl_t>(dir);
+    }
+    m_panel = new panel_t(list, active);
     m_panel->create(m_frame);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(m_panel, 1, wxEXPAND);
@@ -312,6 +334,35 @@ TEST_F(experimental_options_panel_test, without_configs_the_panel_works_and_save
   EXPECT_EQ(m_prompts, 1);
   EXPECT_TRUE(m_panel->is_restart_requested());
   EXPECT_TRUE(m_dir.names().empty());
+}
+
+TEST_F(experimental_options_panel_test, without_a_list_object_ok_keeps_the_choice_file) {
+  expect_ok_keeps_the_choice(false);
+}
+
+TEST_F(experimental_options_panel_test, a_missing_list_file_keeps_the_choice_file) {
+  expect_ok_keeps_the_choice();
+}
+
+// A folder in the file's place can't be read, for root either.
+TEST_F(experimental_options_panel_test, an_unreadable_list_file_keeps_the_choice_file) {
+  ASSERT_EQ(::mkdir(list_file().c_str(), 0700), 0);
+  expect_ok_keeps_the_choice();
+}
+
+TEST_F(experimental_options_panel_test, a_corrupt_list_file_keeps_the_choice_file) {
+  m_dir.write("evaluation_features.cfg", "<?xml version=\"1.0\"?>\n<bag><bag name=\"features\"><bag na");
+  expect_ok_keeps_the_choice();
+}
+
+TEST_F(experimental_options_panel_test, a_list_read_without_features_still_writes_the_choice) {
+  write_list({});
+  write_choice({"TAM_DARK"});
+  open();
+  press_ok(false);
+  EXPECT_FALSE(turned_on("TAM_DARK"));
+  active_features_config_impl_t active{korvat2::path_t(m_dir.path())};
+  EXPECT_TRUE(active.load()) << "an empty choice was written";
 }
 
 TEST_F(experimental_options_panel_test, a_second_load_adds_no_boxes) {
