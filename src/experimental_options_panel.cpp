@@ -25,8 +25,10 @@ wxWindow* find_by_name(wxWindow* root, const char* name) {
   return root->FindWindow(wxXmlResource::GetXRCID(name));
 }
 
+// The banners are deep in every theme: their texts start from a colour that is light in
+// every theme, where the window background would be dark in a dark one.
 const wxColour& status_text_colour(bool on) {
-  static const wxColour base = plaxi1::ui_settings_t::get()->get_color(plaxi1::color_window);
+  static const wxColour base = plaxi1::ui_settings_t::get()->get_color(plaxi1::color_banner_text);
   static const wxColour off_text = plaxi1::color_helpers_t::make_gradient(base, off_background, 0.5);
   static const wxColour on_text = plaxi1::color_helpers_t::make_gradient(base, on_background, 0.5);
   return on ? on_text : off_text;
@@ -142,7 +144,7 @@ void experimental_options_panel_t::on_update_ui_settings() {
   const bool on = is_experimental_on();
   if (m_experimental_descr) {
     m_experimental_descr->SetFont(settings->get_font(plaxi1::font_normal));
-    m_experimental_descr->SetForegroundColour(settings->get_color(plaxi1::color_window));
+    m_experimental_descr->SetForegroundColour(settings->get_color(plaxi1::color_banner_text));
   }
   if (m_experimental_status) {
     m_experimental_status->SetFont(settings->get_font(plaxi1::font_large));
