@@ -21,6 +21,11 @@ namespace tamsel3 {
 /// file that is missing, unreadable or corrupt, the choice file keeps every byte, so that a
 /// broken list never turns off what the user had turned on. A list that was read and holds
 /// no features writes an empty choice.
+///
+/// The banner is deep blue while no feature is on and deep red once one is, in every theme.
+/// Its description is drawn in `plaxi1::color_banner_text`, which is light in every theme,
+/// and its title half way from that colour to the banner's, so that both read on either
+/// banner in light, dark and high-contrast themes (at least 4.5:1 and 3:1).
 class experimental_options_panel_t : public pref_base_t {
  public:
   /// One feature on show; `enabled` is left out of equality.
