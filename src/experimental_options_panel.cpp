@@ -25,8 +25,10 @@ wxWindow* find_by_name(wxWindow* root, const char* name) {
   return root->FindWindow(wxXmlResource::GetXRCID(name));
 }
 
+// The banners are deep in every theme: their texts start from a colour that is light in
+// every theme, where the window background would be dark in a dark one.
 const wxColour& status_text_colour(bool on) {
-  static const wxColour base = plaxi1::ui_settings_t::get()->get_color(plaxi1::color_window);
+  static const wxColour base = plaxi1::ui_settings_t::get()->get_color(plaxi1::color_banner_text);
   static const wxColour off_text = plaxi1::color_helpers_t::make_gradient(base, off_background, 0.5);
   static const wxColour on_text = plaxi1::color_helpers_t::make_gradient(base, on_background, 0.5);
   return on ? on_text : off_text;
@@ -74,7 +76,8 @@ void experimental_options_panel_t::load_feature_list() {
   if (!m_feature_list_config) {
     return;
   }
-  m_feature_list_config->load();  // a missing list is an empty one
+  // A missing list shows as an empty one, but its features stay unknown for saving.
+  m_list_read = m_feature_list_config->load() || m_list_read;
   const int count = m_feature_list_config->get_count();
   for (int i = 0; i < count; ++i) {
     add_feature(m_feature_list_config->get_feature(i));
@@ -141,7 +144,7 @@ void experimental_options_panel_t::on_update_ui_settings() {
   const bool on = is_experimental_on();
   if (m_experimental_descr) {
     m_experimental_descr->SetFont(settings->get_font(plaxi1::font_normal));
-    m_experimental_descr->SetForegroundColour(settings->get_color(plaxi1::color_window));
+    m_experimental_descr->SetForegroundColour(settings->get_color(plaxi1::color_banner_text));
   }
   if (m_experimental_status) {
     m_experimental_status->SetFont(settings->get_font(plaxi1::font_large));
@@ -161,7 +164,8 @@ void experimental_options_panel_t::on_update_ui_settings() {
 
 void experimental_options_panel_t::save_settings() {
   m_restart_requested = prompt_restart_now();  // asked on every OK, changed or not
-  if (!m_active_features_config) {
+  // Writing without a list that was read would drop every feature that is on.
+  if (!m_active_features_config || !m_list_read) {
     return;
   }
   m_active_features_config->clear();

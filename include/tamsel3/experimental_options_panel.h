@@ -13,9 +13,19 @@ namespace tamsel3 {
 
 /// The page on which the user turns experimental features on and off: one check box per
 /// feature of the list, and a banner whose colours tell whether any feature is on. OK asks
-/// whether to restart now and writes the choice in any case; the host restarts when
-/// `is_restart_requested()`. Either configuration may be null: the page then shows no
-/// features or saves nothing. Layout "panel.experimental". GUI thread.
+/// whether to restart now; the host restarts when `is_restart_requested()`. Either
+/// configuration may be null: the page then shows no features or saves nothing.
+/// Layout "panel.experimental". GUI thread.
+///
+/// OK writes the choice only after the list was read: without a list object, or with a list
+/// file that is missing, unreadable or corrupt, the choice file keeps every byte, so that a
+/// broken list never turns off what the user had turned on. A list that was read and holds
+/// no features writes an empty choice.
+///
+/// The banner is deep blue while no feature is on and deep red once one is, in every theme.
+/// Its description is drawn in `plaxi1::color_banner_text`, which is light in every theme,
+/// and its title half way from that colour to the banner's, so that both read on either
+/// banner in light, dark and high-contrast themes (at least 4.5:1 and 3:1).
 class experimental_options_panel_t : public pref_base_t {
  public:
   /// One feature on show; `enabled` is left out of equality.
@@ -66,6 +76,9 @@ class experimental_options_panel_t : public pref_base_t {
 
  private:
   void wrap_description();
+
+  // Whether a load of the list succeeded: only then does the page know what to write.
+  bool m_list_read = false;
 
   wxDECLARE_EVENT_TABLE();
 };

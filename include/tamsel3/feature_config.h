@@ -68,7 +68,8 @@ class active_features_config_impl_t : public active_features_config_t {
   void clear() override;
   /// Appends without clearing and without testing for doubles; empty names are skipped.
   bool load() override;
-  /// Replaces the file atomically; true whatever the write reports.
+  /// Replaces the file atomically; true whatever the write reports. A failed write leaves
+  /// the old file whole and is logged at ERROR level with the path and the system's reason.
   bool save() override;
   void turn_on(const std::string& env_variable) override;
   bool is_turned_on(const std::string& env_variable) const override;

@@ -1,5 +1,6 @@
 #include "fixtures.h"
 #include "gui_test.h"
+#include "own_process.h"
 
 #include <korvat2/bag_file.h>
 #include <plaxi1/style.h>
@@ -16,7 +17,11 @@
 #include <wx/stattext.h>
 #include <boost/make_shared.hpp>
 
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -86,6 +91,19 @@ class experimental_options_panel_test : public ::testing::Test {
     ASSERT_TRUE(korvat2::save_variant_bag(features_bag(features), choice_file().c_str()).succeeded());
   }
   std::string choice_file() const { return m_dir.file("active_evaluation_features.cfg"); }
+  std::string list_file() const { return m_dir.file("evaluation_features.cfg"); }
+
+  // Opens the panel over a choice that turns TAM_DARK on, presses OK and checks that the
+  // choice file kept every byte.
+  void expect_ok_keeps_the_choice(bool with_list = true) {
+    write_choice({"TAM_DARK"});
+    const std::string before = test_support::read_bytes(choice_file());
+    open_with(with_list, true);
+    press_ok(true);
+    EXPECT_EQ(m_prompts, 1) << "OK still asks";
+    EXPECT_TRUE(m_panel->is_restart_requested());
+    EXPECT_EQ(test_support::read_bytes(choice_file()), before);
+  }
 
   // The names that the choice file turns on, as a fresh reader sees them.
   bool turned_on(const std::string& name) const {
@@ -94,12 +112,19 @@ class experimental_options_panel_test : public ::testing::Test {
     return active.is_turned_on(name);
   }
 
-  void open(bool with_configs = true) {
+  void open(bool with_configs = true) { open_with(with_configs, with_configs); }
+  void open_with(bool with_list, bool with_choice) {
     const korvat2::path_t dir(m_dir.path());
     m_frame = new wxFrame(nullptr, wxID_ANY, "experimental", wxDefaultPosition, wxSize(560, 420));
-    m_panel = with_configs ? new panel_t(boost::make_shared<feature_list_config_impl_t>(dir),
-                                         boost::make_shared<active_features_config_impl_t>(dir))
-                           : new panel_t(nullptr, nullptr);
+    boost::shared_ptr<feature_list_config_impl_t> list;
+    boost::shared_ptr<active_features_config_impl_t> active;
+    if (with_list) {
+      list = boost::make_shared<feature_list_config_impl_t>(dir);
+    }
+    if (with_choice) {
+      active = boost::make_shared<active_features_config_impl_t>(dir);
+    }
+    m_panel = new panel_t(list, active);
     m_panel->create(m_frame);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(m_panel, 1, wxEXPAND);
@@ -170,8 +195,8 @@ class experimental_options_panel_test : public ::testing::Test {
 };
 
 wxColour half_way(const wxColour& to) {
-  return plaxi1::color_helpers_t::make_gradient(plaxi1::ui_settings_t::get()->get_color(plaxi1::color_window),
-                                                to, 0.5);
+  return plaxi1::color_helpers_t::make_gradient(
+      plaxi1::ui_settings_t::get()->get_color(plaxi1::color_banner_text), to, 0.5);
 }
 
 TEST_F(experimental_options_panel_test, the_list_gives_one_box_per_feature_with_its_tooltip) {
@@ -195,7 +220,7 @@ TEST_F(experimental_options_panel_test, empty_list_shows_off_colours_and_ok_stil
   EXPECT_TRUE(shows_off());
   EXPECT_EQ(m_panel->m_experimental_status->GetForegroundColour(), half_way(off_background));
   EXPECT_EQ(m_panel->m_experimental_descr->GetForegroundColour(),
-            plaxi1::ui_settings_t::get()->get_color(plaxi1::color_window));
+            plaxi1::ui_settings_t::get()->get_color(plaxi1::color_banner_text));
   EXPECT_EQ(m_panel->m_feature_list_wnd->GetBackgroundColour(),
             plaxi1::ui_settings_t::get()->get_color(plaxi1::color_list));
   press_ok(true);
@@ -313,6 +338,88 @@ TEST_F(experimental_options_panel_test, without_configs_the_panel_works_and_save
   EXPECT_TRUE(m_panel->is_restart_requested());
   EXPECT_TRUE(m_dir.names().empty());
 }
+
+TEST_F(experimental_options_panel_test, without_a_list_object_ok_keeps_the_choice_file) {
+  expect_ok_keeps_the_choice(false);
+}
+
+TEST_F(experimental_options_panel_test, a_missing_list_file_keeps_the_choice_file) {
+  expect_ok_keeps_the_choice();
+}
+
+// A folder in the file's place can't be read, for root either.
+TEST_F(experimental_options_panel_test, an_unreadable_list_file_keeps_the_choice_file) {
+  ASSERT_EQ(::mkdir(list_file().c_str(), 0700), 0);
+  expect_ok_keeps_the_choice();
+}
+
+TEST_F(experimental_options_panel_test, a_corrupt_list_file_keeps_the_choice_file) {
+  m_dir.write("evaluation_features.cfg", "<?xml version=\"1.0\"?>\n<bag><bag name=\"features\"><bag na");
+  expect_ok_keeps_the_choice();
+}
+
+TEST_F(experimental_options_panel_test, a_list_read_without_features_still_writes_the_choice) {
+  write_list({});
+  write_choice({"TAM_DARK"});
+  open();
+  press_ok(false);
+  EXPECT_FALSE(turned_on("TAM_DARK"));
+  active_features_config_impl_t active{korvat2::path_t(m_dir.path())};
+  EXPECT_TRUE(active.load()) << "an empty choice was written";
+}
+
+// Relative luminance and contrast ratio by the WCAG 2 formulas.
+double relative_luminance(const wxColour& colour) {
+  auto channel = [](unsigned char value) {
+    const double c = value / 255.0;
+    return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * channel(colour.Red()) + 0.7152 * channel(colour.Green()) + 0.0722 * channel(colour.Blue());
+}
+double contrast(const wxColour& a, const wxColour& b) {
+  const double la = relative_luminance(a);
+  const double lb = relative_luminance(b);
+  return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+// Run by the theme tests below in a process started with GTK_THEME set, as GTK reads it once.
+// The title is large text (3:1), the description normal text (4.5:1), in both states.
+TEST_F(experimental_options_panel_test, DISABLED_banner_reads_well_in_this_theme) {
+  const char* theme = std::getenv("GTK_THEME");
+  const wxColour window = plaxi1::ui_settings_t::get()->get_color(plaxi1::color_window);
+  if (theme && std::string(theme).find(":dark") != std::string::npos) {
+    ASSERT_LT(relative_luminance(window), 0.2) << "the dark theme wasn't applied";
+  } else {
+    ASSERT_GT(relative_luminance(window), 0.8) << "a light theme wasn't applied";
+  }
+  write_list({{"TAM_FAST", "Faster search", ""}});
+  open();
+  for (bool on : {false, true}) {
+    if (on) {
+      click_box(boxes().at(0));
+    }
+    ASSERT_EQ(m_panel->is_experimental_on(), on);
+    const wxColour banner = m_panel->m_mesage_panel->GetBackgroundColour();
+    const wxColour title = m_panel->m_experimental_status->GetForegroundColour();
+    const wxColour text = m_panel->m_experimental_descr->GetForegroundColour();
+    EXPECT_GE(contrast(title, banner), 3.0) << "title " << title.GetAsString(wxC2S_HTML_SYNTAX) << " on "
+                                            << banner.GetAsString(wxC2S_HTML_SYNTAX);
+    EXPECT_GE(contrast(text, banner), 4.5)
+        << "text " << text.GetAsString(wxC2S_HTML_SYNTAX) << " on " << banner.GetAsString(wxC2S_HTML_SYNTAX);
+  }
+}
+
+class experimental_options_panel_theme_test : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(experimental_options_panel_theme_test, the_banner_reads_well) {
+  EXPECT_EQ(test_support::run_test_in_own_process(
+                "experimental_options_panel_test.DISABLED_banner_reads_well_in_this_theme",
+                {{"GTK_THEME", std::string(GetParam())}}),
+            0);
+}
+
+INSTANTIATE_TEST_SUITE_P(themes, experimental_options_panel_theme_test,
+                         ::testing::Values("Adwaita", "Adwaita:dark", "HighContrast"));
 
 TEST_F(experimental_options_panel_test, a_second_load_adds_no_boxes) {
   write_list({{"TAM_FAST", "Faster search", ""}});

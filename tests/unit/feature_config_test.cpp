@@ -1,4 +1,5 @@
 #include "fixtures.h"
+#include "log_capture.h"
 
 #include <korvat2/bag_file.h>
 #include <quern2/product_locations.h>
@@ -7,6 +8,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cerrno>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -314,18 +317,65 @@ bool fail_at_sync(korvat2::_internal::save_step_t step) {
   return step != korvat2::_internal::save_temp_synced;
 }
 
-TEST_F(feature_config_test, save_failing_part_way_leaves_the_old_file_whole) {
+// The ERROR lines of a capture that name `path`.
+std::vector<std::string> errors_about(const test_support::log_capture_t& log, const std::string& path) {
+  std::vector<std::string> found;
+  for (const test_support::log_line_t& line : log.lines()) {
+    if (line.level == 40000 && line.text.find(path) != std::string::npos) {
+      found.push_back(line.text);
+    }
+  }
+  return found;
+}
+
+TEST_F(feature_config_test, save_failing_part_way_leaves_the_old_file_whole_and_says_so) {
   write_bag(choice_file(), features_bag({{"TAM_OLD", "", ""}}));
   const std::string before = read_bytes(choice_file());
   for (auto hook : {&fail_at_write, &fail_at_sync}) {
     active_features_config_impl_t active(dir());
     active.turn_on("TAM_NEW");
+    test_support::log_capture_t log;
     const auto previous = korvat2::_internal::set_save_step_hook(hook);
     EXPECT_TRUE(active.save()) << "the result doesn't depend on the write";
     korvat2::_internal::set_save_step_hook(previous);
     EXPECT_EQ(read_bytes(choice_file()), before);
     EXPECT_EQ(m_dir.names(), (std::set<std::string>{choice_name})) << "a temporary file was left";
+    EXPECT_EQ(errors_about(log, choice_file()).size(), 1u);
   }
+}
+
+// A file where the folder should be stops the write for root as well.
+TEST_F(feature_config_test, save_into_a_folder_that_is_a_file_logs_the_path_and_reason) {
+  const std::string blocker = m_dir.write("blocked", "not a folder");
+  active_features_config_impl_t active{korvat2::path_t(blocker)};
+  active.turn_on("TAM_FAST");
+  test_support::log_capture_t log;
+  EXPECT_TRUE(active.save()) << "the result doesn't depend on the write";
+  EXPECT_EQ(read_bytes(blocker), "not a folder");
+  const std::vector<std::string> errors = errors_about(log, active.get_config_filename());
+  ASSERT_EQ(errors.size(), 1u);
+  EXPECT_NE(errors[0].find(std::strerror(ENOTDIR)), std::string::npos) << errors[0];
+}
+
+TEST_F(feature_config_test, save_over_a_folder_of_that_name_logs_the_path_and_reason) {
+  ASSERT_EQ(::mkdir(choice_file().c_str(), 0700), 0);
+  active_features_config_impl_t active(dir());
+  active.turn_on("TAM_FAST");
+  test_support::log_capture_t log;
+  EXPECT_TRUE(active.save());
+  EXPECT_TRUE(std::filesystem::is_directory(choice_file())) << "the folder in the way was replaced";
+  EXPECT_EQ(m_dir.names(), (std::set<std::string>{choice_name})) << "a temporary file was left";
+  const std::vector<std::string> errors = errors_about(log, choice_file());
+  ASSERT_EQ(errors.size(), 1u);
+  EXPECT_NE(errors[0].find(std::strerror(EISDIR)), std::string::npos) << errors[0];
+}
+
+TEST_F(feature_config_test, a_good_save_logs_no_error) {
+  active_features_config_impl_t active(dir());
+  active.turn_on("TAM_FAST");
+  test_support::log_capture_t log;
+  EXPECT_TRUE(active.save());
+  EXPECT_TRUE(errors_about(log, choice_file()).empty());
 }
 
 // --- where the files are -----------------------------------------------------------------

@@ -76,6 +76,26 @@ unsigned char blend(unsigned char from, unsigned char to, double t) {
   return static_cast<unsigned char>(std::lround(from + (to - from) * t));
 }
 
+// sRGB channel values to light intensity and back.
+double to_light(unsigned char value) {
+  const double c = value / 255.0;
+  return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+}
+unsigned char from_light(double light) {
+  const double c = light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1.0 / 2.4) - 0.055;
+  return static_cast<unsigned char>(std::lround(std::clamp(c, 0.0, 1.0) * 255.0));
+}
+
+// Mixing the light rather than the sRGB numbers keeps a blend as bright as the eye expects:
+// half way from white to a deep red is a clear pink, not a muddy one, and stays readable on
+// that red.
+unsigned char blend_light(unsigned char from, unsigned char to, double t) {
+  if (from == to) {
+    return from;
+  }
+  return from_light(to_light(from) + (to_light(to) - to_light(from)) * t);
+}
+
 }  // namespace
 
 style_t style_t::create_dialog_style() { return style_t{color_dialog, color_dialog_text}; }
@@ -88,8 +108,8 @@ wxColour color_helpers_t::make_gradient(const wxColour& from, const wxColour& to
   }
   // Written so that NaN gives `from`.
   t = t > 0.0 ? std::min(t, 1.0) : 0.0;
-  return wxColour(blend(from.Red(), to.Red(), t), blend(from.Green(), to.Green(), t),
-                  blend(from.Blue(), to.Blue(), t), blend(from.Alpha(), to.Alpha(), t));
+  return wxColour(blend_light(from.Red(), to.Red(), t), blend_light(from.Green(), to.Green(), t),
+                  blend_light(from.Blue(), to.Blue(), t), blend(from.Alpha(), to.Alpha(), t));
 }
 
 style_updater_t::~style_updater_t() {

@@ -64,6 +64,14 @@ bool is_dark(const wxColour& colour) { return colour.IsOk() && colour.GetLuminan
 
 int dip(int pixels) { return wxWindow::FromDIP(pixels, nullptr); }
 
+// The banners are deep colours whatever the theme, so their text is the lighter of the
+// theme's window and text colours (white in a light theme, the light text of a dark one),
+// and plain white where neither is near white.
+wxColour banner_text(const wxColour& window, const wxColour& text) {
+  const wxColour& lighter = is_dark(text) ? window : text;
+  return lighter.IsOk() && lighter.GetLuminance() >= 0.85 ? lighter : *wxWHITE;
+}
+
 }  // namespace
 
 /// Takes the theme watcher out of the application's filters when wx shuts down, so that no
@@ -124,6 +132,7 @@ struct ui_settings_t::data_t {
     // own themes use, each readable on its kind of background.
     colors[color_error] = dark ? wxColour(0xff, 0x7b, 0x63) : wxColour(0xc0, 0x1c, 0x28);
     colors[color_warning] = dark ? wxColour(0xf8, 0xe4, 0x5c) : wxColour(0x9c, 0x6e, 0x03);
+    colors[color_banner_text] = banner_text(window, colors[color_text]);
 
     // Side panel buttons are shades between the dialog face and the selection, so that
     // they follow any theme.

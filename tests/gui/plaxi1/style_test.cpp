@@ -44,15 +44,18 @@ TEST(style_test, inplace_style_is_window_background_and_text) {
   EXPECT_EQ(style.m_text_color, plaxi1::color_text);
 }
 
-TEST(style_test, gradient_half_way_is_the_rounded_mean_per_channel) {
+// Half way in light: sRGB 188 carries half the light of 255, where 128 carries a fifth.
+TEST(style_test, gradient_mixes_the_light_of_each_channel) {
+  EXPECT_EQ(color_helpers_t::make_gradient(wxColour(255, 255, 255), wxColour(0, 0, 0), 0.5),
+            wxColour(188, 188, 188));
   EXPECT_EQ(color_helpers_t::make_gradient(wxColour(0, 0, 0), wxColour(200, 100, 50), 0.5),
-            wxColour(100, 50, 25));
+            wxColour(146, 71, 34));
   EXPECT_EQ(color_helpers_t::make_gradient(wxColour(200, 100, 50), wxColour(0, 0, 0), 0.5),
-            wxColour(100, 50, 25));
-  // 0.5 steps round away from zero.
-  EXPECT_EQ(color_helpers_t::make_gradient(wxColour(0, 0, 0), wxColour(1, 3, 255), 0.5), wxColour(1, 2, 128));
+            wxColour(146, 71, 34));
+  EXPECT_EQ(color_helpers_t::make_gradient(wxColour(0, 0, 0), wxColour(1, 3, 255), 0.5), wxColour(1, 2, 188));
   EXPECT_EQ(color_helpers_t::make_gradient(wxColour(10, 20, 30), wxColour(110, 220, 130), 0.25),
-            wxColour(35, 70, 55));
+            wxColour(57, 119, 72));
+  EXPECT_EQ(color_helpers_t::make_gradient(wxColour(7, 7, 7), wxColour(7, 9, 7), 0.5).Red(), 7);
 }
 
 TEST(style_test, gradient_ends_and_clamping) {

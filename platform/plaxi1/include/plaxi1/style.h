@@ -20,7 +20,9 @@ struct style_t {
 
 /// Blends of colours.
 struct color_helpers_t {
-  /// The colour `t` of the way from `from` to `to` (0 gives `from`, 1 gives `to`), alpha too.
+  /// The colour `t` of the way from `from` to `to` (0 gives `from`, 1 gives `to`). The
+  /// colour channels are mixed as light (linear sRGB), so that the luminance moves evenly;
+  /// alpha is mixed as it stands.
   static wxColour make_gradient(const wxColour& from, const wxColour& to, double t);
 };
 

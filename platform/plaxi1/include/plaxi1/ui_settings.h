@@ -38,6 +38,7 @@ enum default_colors_t {
   color_button_hover = 17,     ///< side panel buttons: under the mouse
   color_button_border = 18,    ///< side panel buttons: frame
   color_button_selected = 19,  ///< side panel buttons: the selected tab
+  color_banner_text = 20,      ///< text on the library's deep-coloured banners: light in every theme
   color_count
 };
 
