@@ -4,12 +4,9 @@
 #include <tamsel3/text_helpers.h>
 
 #include <korvat2/bag_file.h>
-#include <log4cplus/loggingmacros.h>
 #include <quern2/product_locations.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -45,22 +42,13 @@ bool for_each_feature(const std::string& file, Read read) {
   return true;
 }
 
-// Writes the bag and reports a failure with the path and the system's reason; the atomic
-// save has then left the old file as it was.
-void save_or_report(const korvat2::variant_bag_t& bag, const std::string& file) {
+// The bag file's save reports a failure itself, with the path and the system's reason, and
+// leaves the old file as it was.
+void save_choice(const korvat2::variant_bag_t& bag, const std::string& file) {
   // A first choice may come before anyone made the features folder.
   std::error_code ignored;
   std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
-  errno = 0;
-  const korvat2::error_code_t result = korvat2::save_variant_bag(bag, file.c_str());
-  if (result.succeeded()) {
-    return;
-  }
-  const int reason = errno;
-  LOG4CPLUS_ERROR(g_ylvaneLogger, "can't write "
-                                      << file << ": "
-                                      << (reason != 0 ? std::strerror(reason)
-                                                      : result.as_string(korvat2::error_code_t::name_only)));
+  korvat2::save_variant_bag(bag, file.c_str());
 }
 
 }  // namespace
@@ -110,7 +98,7 @@ bool active_features_config_impl_t::save() {
   }
   korvat2::variant_bag_t bag;
   bag.add_variant_bag("features", features);
-  save_or_report(bag, get_config_filename());
+  save_choice(bag, get_config_filename());
   return true;
 }
 
