@@ -1,5 +1,3 @@
-#include "logger.h"
-
 #include <tamsel3/feature_config.h>
 #include <tamsel3/text_helpers.h>
 
