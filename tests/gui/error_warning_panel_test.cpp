@@ -216,7 +216,7 @@ TEST(error_warning_panel_test, create_multi_line_and_content_for_label_are_the_p
   host_t host(texts("Main"));
   EXPECT_EQ(host.panel->create_multi_line(42, ten_words),
             (lines_t{"The analysis could not write results into", "the chosen folder"}));
-  EXPECT_EQ(host.panel->create_multi_line(5, "abcdefgh"), (lines_t{"", "", "", "defgh"}));
+  EXPECT_EQ(host.panel->create_multi_line(5, "abcdefgh"), (lines_t{"abcde", "fgh"}));
   EXPECT_EQ(host.panel->content_for_label({"a", "b"}), "a\nb");
   EXPECT_EQ(host.panel->content_for_label({}), "");
 }
