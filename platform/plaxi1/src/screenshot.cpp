@@ -1,6 +1,8 @@
 #include <plaxi1/screenshot.h>
 
 #include <wx/app.h>
+#include <wx/bitmap.h>
+#include <wx/dcmemory.h>
 #include <wx/display.h>
 #include <wx/eventfilter.h>
 #include <wx/evtloop.h>
@@ -10,6 +12,7 @@
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <dlfcn.h>
 
 #include <algorithm>
 #include <chrono>
@@ -90,8 +93,9 @@ struct channel_t {
   }
 };
 
-// Reads `rect` of the root window, which shows every mapped window as drawn. It goes
-// through the toolkit's own X connection, after the drawing it sent, so it sees that.
+// Reads `rect` (device pixels) of the root window, which shows every mapped window as
+// drawn. It goes through the toolkit's own X connection, after the drawing it sent, so it
+// sees that.
 bool grab_screen(const wxRect& rect, wxImage& image) {
   if (wxGetDisplayInfo().type != wxDisplayX11 || rect.IsEmpty()) {
     return false;
@@ -119,6 +123,61 @@ bool grab_screen(const wxRect& rect, wxImage& image) {
   }
   XDestroyImage(pixels);
   return true;
+}
+
+// `rect` in the screen's device pixels: under a scale factor, logical coordinates are
+// that many device pixels each.
+wxRect device_rect(const wxRect& rect, double scale) {
+  const auto device = [scale](int logical) { return static_cast<int>(logical * scale + 0.5); };
+  return {device(rect.x), device(rect.y), device(rect.width), device(rect.height)};
+}
+
+// The GTK functions that lay out and draw a widget tree, taken from the GTK that wxGTK loaded: the
+// library builds without GTK's headers, and another port of wx simply has none.
+struct gtk_drawing_t {
+  using draw_t = void (*)(WXWidget, cairo_t*);
+  using extent_t = int (*)(WXWidget);
+
+  using widget_t = void (*)(WXWidget);
+  using toplevel_t = WXWidget (*)(WXWidget);
+
+  draw_t draw = reinterpret_cast<draw_t>(dlsym(RTLD_DEFAULT, "gtk_widget_draw"));
+  toplevel_t toplevel = reinterpret_cast<toplevel_t>(dlsym(RTLD_DEFAULT, "gtk_widget_get_toplevel"));
+  widget_t check_resize = reinterpret_cast<widget_t>(dlsym(RTLD_DEFAULT, "gtk_container_check_resize"));
+  extent_t width = reinterpret_cast<extent_t>(dlsym(RTLD_DEFAULT, "gtk_widget_get_allocated_width"));
+  extent_t height = reinterpret_cast<extent_t>(dlsym(RTLD_DEFAULT, "gtk_widget_get_allocated_height"));
+
+  bool ok() const { return draw && toplevel && check_resize && width && height; }
+};
+
+// Lets GTK draw `window`'s widget tree, its own controls and wx's painted ones alike, into
+// a bitmap of device pixels: the window's size times its scale factor. It needs neither
+// the screen nor the window to be uncovered.
+bool draw_through_gtk(wxWindow* window, wxImage& image) {
+  static const gtk_drawing_t gtk;
+  WXWidget widget = window->GetHandle();
+  if (!gtk.ok() || !widget || !window->IsShownOnScreen()) {
+    return false;
+  }
+  // A resize that GTK queued and hasn't laid out yet would make it refuse to draw: lay it
+  // out now, as its next frame would.
+  gtk.check_resize(gtk.toplevel(widget));
+  const wxSize size(gtk.width(widget), gtk.height(widget));
+  wxBitmap bitmap;
+  if (size.x <= 0 || size.y <= 0 || !bitmap.CreateWithDIPSize(size, window->GetContentScaleFactor(), 24)) {
+    return false;
+  }
+  {
+    // The memory DC's cairo context already scales logical units to the bitmap's pixels.
+    wxMemoryDC dc(bitmap);
+    auto* context = static_cast<cairo_t*>(dc.GetHandle());
+    if (!context) {
+      return false;
+    }
+    gtk.draw(widget, context);
+  }
+  image = bitmap.ConvertToImage();
+  return image.IsOk();
 }
 
 }  // namespace
@@ -193,7 +252,8 @@ bool save_screenshot(wxWindow* window, const std::string& png_path) {
     return false;
   }
   wxImage image;
-  if (!grab_screen(window->GetScreenRect(), image)) {
+  if (!draw_through_gtk(window, image) &&
+      !grab_screen(device_rect(window->GetScreenRect(), window->GetContentScaleFactor()), image)) {
     return false;
   }
   if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) {
