@@ -7,6 +7,7 @@
 #include <wx/eventfilter.h>
 #include <wx/evtloop.h>
 #include <wx/image.h>
+#include <wx/popupwin.h>
 #include <wx/toplevel.h>
 #include <wx/utils.h>
 
@@ -132,29 +133,54 @@ wxRect device_rect(const wxRect& rect, double scale) {
   return {device(rect.x), device(rect.y), device(rect.width), device(rect.height)};
 }
 
-// The GTK functions that lay out and draw a widget tree, taken from the GTK that wxGTK loaded: the
-// library builds without GTK's headers, and another port of wx simply has none.
+template <typename function_t>
+function_t toolkit_function(const char* name) {
+  return reinterpret_cast<function_t>(dlsym(RTLD_DEFAULT, name));
+}
+
+// The GTK functions that lay out, place and draw a widget tree, taken from the GTK that
+// wxGTK loaded: the library builds without GTK's headers, and another port of wx has none.
 struct gtk_drawing_t {
-  using draw_t = void (*)(WXWidget, cairo_t*);
-  using extent_t = int (*)(WXWidget);
+  using draw_fn = void (*)(WXWidget, cairo_t*);
+  using widget_fn = void (*)(WXWidget);
+  using toplevel_fn = WXWidget (*)(WXWidget);
+  using extent_fn = int (*)(WXWidget);
+  using gdk_window_fn = void* (*)(WXWidget);
+  using origin_fn = int (*)(void*, int*, int*);
 
-  using widget_t = void (*)(WXWidget);
-  using toplevel_t = WXWidget (*)(WXWidget);
+  draw_fn draw = toolkit_function<draw_fn>("gtk_widget_draw");
+  toplevel_fn toplevel = toolkit_function<toplevel_fn>("gtk_widget_get_toplevel");
+  widget_fn check_resize = toolkit_function<widget_fn>("gtk_container_check_resize");
+  extent_fn width = toolkit_function<extent_fn>("gtk_widget_get_allocated_width");
+  extent_fn height = toolkit_function<extent_fn>("gtk_widget_get_allocated_height");
+  gdk_window_fn gdk_window = toolkit_function<gdk_window_fn>("gtk_widget_get_window");
+  origin_fn origin = toolkit_function<origin_fn>("gdk_window_get_origin");
 
-  draw_t draw = reinterpret_cast<draw_t>(dlsym(RTLD_DEFAULT, "gtk_widget_draw"));
-  toplevel_t toplevel = reinterpret_cast<toplevel_t>(dlsym(RTLD_DEFAULT, "gtk_widget_get_toplevel"));
-  widget_t check_resize = reinterpret_cast<widget_t>(dlsym(RTLD_DEFAULT, "gtk_container_check_resize"));
-  extent_t width = reinterpret_cast<extent_t>(dlsym(RTLD_DEFAULT, "gtk_widget_get_allocated_width"));
-  extent_t height = reinterpret_cast<extent_t>(dlsym(RTLD_DEFAULT, "gtk_widget_get_allocated_height"));
+  bool ok() const { return draw && toplevel && check_resize && width && height && gdk_window && origin; }
 
-  bool ok() const { return draw && toplevel && check_resize && width && height; }
+  static const gtk_drawing_t& get() {
+    static const gtk_drawing_t gtk;
+    return gtk;
+  }
 };
+
+// Where GTK draws `window` on the screen, in logical pixels. A top-level window's own
+// position would include the window manager's frame, which GTK doesn't draw.
+wxPoint drawn_origin(wxWindow* window) {
+  const gtk_drawing_t& gtk = gtk_drawing_t::get();
+  void* gdk_window = window->IsTopLevel() ? gtk.gdk_window(window->GetHandle()) : nullptr;
+  wxPoint origin;
+  if (gdk_window && gtk.origin(gdk_window, &origin.x, &origin.y)) {
+    return origin;
+  }
+  return window->GetScreenPosition();
+}
 
 // Lets GTK draw `window`'s widget tree, its own controls and wx's painted ones alike, into
 // a bitmap of device pixels: the window's size times its scale factor. It needs neither
 // the screen nor the window to be uncovered.
 bool draw_through_gtk(wxWindow* window, wxImage& image) {
-  static const gtk_drawing_t gtk;
+  const gtk_drawing_t& gtk = gtk_drawing_t::get();
   WXWidget widget = window->GetHandle();
   if (!gtk.ok() || !widget || !window->IsShownOnScreen()) {
     return false;
@@ -178,6 +204,19 @@ bool draw_through_gtk(wxWindow* window, wxImage& image) {
   }
   image = bitmap.ConvertToImage();
   return image.IsOk();
+}
+
+// Popups of `parent`'s controls, tooltips among them, are windows of their own that GTK
+// doesn't draw with the widget tree: draws each that shows over `image` where it lies.
+void draw_popups(wxWindow* parent, const wxPoint& origin, double scale, wxImage& image) {
+  for (wxWindow* child : parent->GetChildren()) {
+    wxImage popup;
+    if (wxDynamicCast(child, wxPopupWindow) && draw_through_gtk(child, popup)) {
+      const wxRect at = device_rect(wxRect(child->GetScreenPosition() - origin, wxSize()), scale);
+      image.Paste(popup, at.x, at.y);
+    }
+    draw_popups(child, origin, scale, image);
+  }
 }
 
 }  // namespace
@@ -252,8 +291,10 @@ bool save_screenshot(wxWindow* window, const std::string& png_path) {
     return false;
   }
   wxImage image;
-  if (!draw_through_gtk(window, image) &&
-      !grab_screen(device_rect(window->GetScreenRect(), window->GetContentScaleFactor()), image)) {
+  const double scale = window->GetContentScaleFactor();
+  if (draw_through_gtk(window, image)) {
+    draw_popups(window, drawn_origin(window), scale, image);
+  } else if (!grab_screen(device_rect(window->GetScreenRect(), scale), image)) {
     return false;
   }
   if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) {

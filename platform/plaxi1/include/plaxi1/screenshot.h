@@ -24,11 +24,12 @@ bool wait_until_painted(wxWindow* window, int bound_ms);
 /// Writes a PNG of `window`, after letting it finish painting, at device pixels: its size
 /// times its scale factor (GDK_SCALE), so the picture is as sharp as the screen shows it.
 /// GTK draws the window's widget tree into the picture, which therefore needs neither the
-/// X11 screen nor an uncovered window. Popups (tooltips, menus) are not part of that tree
-/// and aren't in the picture. Only where GTK can't draw the window (another port of wx,
-/// or no GTK widget behind it) is the picture read from the X11 screen instead, at device
-/// pixels too; the window must then lie wholly on it. False when the window isn't shown,
-/// no picture could be made or the file can't be written.
+/// X11 screen nor an uncovered window. The wx popup windows of its controls (the custom
+/// tooltips among them) are drawn over it where they show; GTK's own popups (menus, the
+/// list of a combo box, native tooltips) are not. Only where GTK can't draw the window
+/// (another port of wx, or no GTK widget behind it) is the picture read from the X11
+/// screen instead, at device pixels too; the window must then lie wholly on it. False
+/// when the window isn't shown, no picture could be made or the file can't be written.
 bool save_screenshot(wxWindow* window, const std::string& png_path);
 
 }  // namespace plaxi1
