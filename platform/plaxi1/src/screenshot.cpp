@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <memory>
 
 namespace plaxi1 {
@@ -129,7 +130,7 @@ bool grab_screen(const wxRect& rect, wxImage& image) {
 // `rect` in the screen's device pixels: under a scale factor, logical coordinates are
 // that many device pixels each.
 wxRect device_rect(const wxRect& rect, double scale) {
-  const auto device = [scale](int logical) { return static_cast<int>(logical * scale + 0.5); };
+  const auto device = [scale](int logical) { return static_cast<int>(std::lround(logical * scale)); };
   return {device(rect.x), device(rect.y), device(rect.width), device(rect.height)};
 }
 
@@ -141,20 +142,20 @@ function_t toolkit_function(const char* name) {
 // The GTK functions that lay out, place and draw a widget tree, taken from the GTK that
 // wxGTK loaded: the library builds without GTK's headers, and another port of wx has none.
 struct gtk_drawing_t {
-  using draw_fn = void (*)(WXWidget, cairo_t*);
-  using widget_fn = void (*)(WXWidget);
-  using toplevel_fn = WXWidget (*)(WXWidget);
-  using extent_fn = int (*)(WXWidget);
-  using gdk_window_fn = void* (*)(WXWidget);
-  using origin_fn = int (*)(void*, int*, int*);
+  using draw_fn_t = void (*)(WXWidget, cairo_t*);
+  using widget_fn_t = void (*)(WXWidget);
+  using toplevel_fn_t = WXWidget (*)(WXWidget);
+  using extent_fn_t = int (*)(WXWidget);
+  using gdk_window_fn_t = void* (*)(WXWidget);
+  using origin_fn_t = int (*)(void*, int*, int*);
 
-  draw_fn draw = toolkit_function<draw_fn>("gtk_widget_draw");
-  toplevel_fn toplevel = toolkit_function<toplevel_fn>("gtk_widget_get_toplevel");
-  widget_fn check_resize = toolkit_function<widget_fn>("gtk_container_check_resize");
-  extent_fn width = toolkit_function<extent_fn>("gtk_widget_get_allocated_width");
-  extent_fn height = toolkit_function<extent_fn>("gtk_widget_get_allocated_height");
-  gdk_window_fn gdk_window = toolkit_function<gdk_window_fn>("gtk_widget_get_window");
-  origin_fn origin = toolkit_function<origin_fn>("gdk_window_get_origin");
+  draw_fn_t draw = toolkit_function<draw_fn_t>("gtk_widget_draw");
+  toplevel_fn_t toplevel = toolkit_function<toplevel_fn_t>("gtk_widget_get_toplevel");
+  widget_fn_t check_resize = toolkit_function<widget_fn_t>("gtk_container_check_resize");
+  extent_fn_t width = toolkit_function<extent_fn_t>("gtk_widget_get_allocated_width");
+  extent_fn_t height = toolkit_function<extent_fn_t>("gtk_widget_get_allocated_height");
+  gdk_window_fn_t gdk_window = toolkit_function<gdk_window_fn_t>("gtk_widget_get_window");
+  origin_fn_t origin = toolkit_function<origin_fn_t>("gdk_window_get_origin");
 
   bool ok() const { return draw && toplevel && check_resize && width && height && gdk_window && origin; }
 
