@@ -18,7 +18,6 @@
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
 #include <wx/xrc/xmlres.h>
-#include <boost/tokenizer.hpp>
 
 #if TAMSEL3_HAVE_ATK
 #include <gtk/gtk.h>
@@ -26,47 +25,124 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <utility>
 
 namespace tamsel3 {
 
+namespace {
+
+using ZANDOR_2_16::strings::decode_utf8;
+
+// Ideographs, kana, hangul and full-width forms: scripts written without blanks, where a
+// line may end before or after any character.
+bool is_wide(char32_t code_point) {
+  static const std::pair<char32_t, char32_t> ranges[] = {
+      {0x1100, 0x115F}, {0x2E80, 0x303E}, {0x3041, 0x33FF}, {0x3400, 0x4DBF},
+      {0x4E00, 0x9FFF}, {0xA000, 0xA4CF}, {0xAC00, 0xD7A3}, {0xF900, 0xFAFF},
+      {0xFE30, 0xFE4F}, {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}, {0x20000, 0x3FFFD},
+  };
+  return std::any_of(std::begin(ranges), std::end(ranges), [code_point](const auto& range) {
+    return code_point >= range.first && code_point <= range.second;
+  });
+}
+
+// Where a line ends (`end`, a byte offset) and where the next one begins (`next`).
+struct line_break_t {
+  std::size_t end;
+  std::size_t next;
+};
+
+std::size_t trim_blanks_back(const std::string& text, std::size_t begin, std::size_t end) {
+  while (end > begin && text[end - 1] == ' ') {
+    --end;
+  }
+  return end;
+}
+
+// The break of the line that begins at `begin` in `paragraph`, a text without LFs: the last
+// break opportunity that keeps the line within `max_chars` characters. Opportunities are a
+// blank (dropped) and either side of a wide character. Without one, the line is cut after
+// `max_chars` characters, on a character's boundary. `end` is the paragraph's size when
+// the rest fits.
+line_break_t find_break(const std::string& paragraph, std::size_t begin, unsigned max_chars) {
+  line_break_t candidate{begin, begin};
+  bool previous_wide = false;
+  unsigned count = 0;
+  for (std::size_t pos = begin; pos < paragraph.size();) {
+    std::size_t after = pos;
+    const char32_t code_point = decode_utf8(paragraph, after);
+    const bool wide = is_wide(code_point);
+    const bool breakable = count > 0 && (code_point == U' ' || wide || previous_wide);
+    if (breakable) {
+      candidate = {pos, code_point == U' ' ? pos + 1 : pos};
+    }
+    if (count == max_chars) {
+      if (breakable || trim_blanks_back(paragraph, begin, candidate.end) > begin) {
+        return candidate;
+      }
+      return {pos, pos};
+    }
+    ++count;
+    previous_wide = wide;
+    pos = after;
+  }
+  return {paragraph.size(), paragraph.size()};
+}
+
+// Appends the lines of `paragraph`, a text without LFs, to `lines`: at least one line, an
+// empty one for an empty paragraph. Blanks at a break are dropped, all others are kept.
+void break_paragraph(unsigned max_chars, const std::string& paragraph, std::vector<std::string>& lines) {
+  const std::size_t first_line = lines.size();
+  std::size_t begin = 0;
+  while (begin < paragraph.size()) {
+    const line_break_t found = find_break(paragraph, begin, max_chars);
+    if (found.end == paragraph.size()) {
+      lines.push_back(paragraph.substr(begin));
+      break;
+    }
+    const std::size_t end = trim_blanks_back(paragraph, begin, found.end);
+    if (end > begin) {
+      lines.push_back(paragraph.substr(begin, end - begin));
+    }
+    begin = found.next;
+    while (begin < paragraph.size() && paragraph[begin] == ' ') {
+      ++begin;
+    }
+  }
+  if (lines.size() == first_line) {
+    lines.emplace_back();
+  }
+}
+
+}  // namespace
+
 unsigned get_longest_word_length(const std::string& text) {
-  static const boost::char_separator<char> separator(" \n\t");
-  const boost::tokenizer<boost::char_separator<char>> words(text, separator);
   std::size_t longest = 0;
-  for (const std::string& word : words) {
-    longest = std::max(longest, ZANDOR_2_16::strings::ustring8(word).length());
+  std::size_t word = 0;
+  for (std::size_t pos = 0; pos < text.size();) {
+    const char32_t code_point = decode_utf8(text, pos);
+    if (code_point == U' ' || code_point == U'\n' || code_point == U'\t') {
+      word = 0;
+    } else if (is_wide(code_point)) {
+      word = 0;  // a line may end on either side of it
+      longest = std::max<std::size_t>(longest, 1);
+    } else {
+      longest = std::max(longest, ++word);
+    }
   }
   return static_cast<unsigned>(longest);
 }
 
 std::vector<std::string> break_into_lines(unsigned max_chars, const std::string& text) {
+  // A line holds at least one character, or breaking would never end.
+  max_chars = std::max(max_chars, 1u);
   std::vector<std::string> lines;
-  std::size_t start = 0;
-  std::size_t last_space = start;
-  // Signed: after a break the count may start one below zero.
-  std::ptrdiff_t count = 0;
-  const auto limit = static_cast<std::ptrdiff_t>(max_chars);
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\n') {
-      lines.push_back(text.substr(start, i - start));
-      start = i + 1;
-      last_space = start;
-      count = 0;
-      continue;
-    }
-    if (text[i] == ' ') {
-      last_space = i;
-    }
-    ++count;
-    if (count >= limit) {
-      lines.push_back(text.substr(start, last_space - start));
-      start = last_space + 1;
-      count = static_cast<std::ptrdiff_t>(i) - static_cast<std::ptrdiff_t>(start);
-      last_space = start;
-    }
-  }
-  if (start < text.size()) {
-    lines.push_back(text.substr(start));
+  std::size_t begin = 0;
+  while (begin < text.size()) {
+    const std::size_t line_feed = std::min(text.find('\n', begin), text.size());
+    break_paragraph(max_chars, text.substr(begin, line_feed - begin), lines);
+    begin = line_feed + 1;
   }
   return lines;
 }

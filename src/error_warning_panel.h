@@ -8,13 +8,14 @@ class wxWindow;
 
 namespace tamsel3 {
 
-/// Length in characters of the longest word of `text`, words being separated by blanks,
-/// LFs and tabs; 0 for a text of separators alone.
+/// Length in characters (code points) of the longest word of `text`, words being separated
+/// by blanks, LFs and tabs; 0 for a text of separators alone. An ideograph, kana, hangul or
+/// full-width character is a word of its own, as a line may end on either side of it: a
+/// sentence without blanks is no long word.
 unsigned get_longest_word_length(const std::string& text);
 
-/// `text` broken into lines of at most `max_chars` bytes at the last blank before the
-/// limit, the blank dropped; an LF ends a line and restarts the count. A line without a
-/// blank gives an empty piece and loses its first character.
+/// `text` broken into lines of at most `max_chars` characters (code points, at least 1);
+/// see error_warning_panel_t::create_multi_line.
 std::vector<std::string> break_into_lines(unsigned max_chars, const std::string& text);
 
 /// The lines joined with one LF between them, none after the last.

@@ -1,5 +1,6 @@
 // The gallery: every window of the library, fed with realistic data. With
-// "--screenshots DIR" it writes a PNG of each window and exits.
+// "--screenshots DIR" it writes a PNG of each window, and window_sizes.txt with each
+// window's logical size ("id width height" a line), and exits.
 #include "entries.h"
 
 #include <plaxi1/screenshot.h>
@@ -15,6 +16,7 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
+#include <fstream>
 #include <iostream>
 #include <memory>
 #include <vector>
@@ -107,12 +109,17 @@ class screenshot_run_t {
     const std::string path = m_folder + "/" + id + ".png";
     const bool saved = plaxi1::save_screenshot(window, path);
     std::cout << (saved ? "wrote " : "FAILED ") << path << std::endl;
+    if (saved) {
+      // The window's size in logical pixels, so that a check can compare the picture's.
+      m_sizes << id << ' ' << window->GetSize().x << ' ' << window->GetSize().y << '\n';
+    }
     return saved;
   }
 
   wxFrame* m_frame;
   const std::vector<entry_t>& m_entries;
   std::string m_folder;
+  std::ofstream m_sizes{m_folder + "/window_sizes.txt"};
 };
 
 }  // namespace

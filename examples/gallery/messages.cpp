@@ -1,5 +1,6 @@
 // Message windows of every button and icon type, a suppressible warning, a long text, a
-// field with a length limit and the toolkit's standard dialogs behind the library's calls.
+// German text, a field with a length limit and the toolkit's standard dialogs behind the
+// library's calls.
 #include "entries.h"
 
 #include <tamsel3/common_dialogs.h>
@@ -141,6 +142,20 @@ entry_t long_text_entry() {
           "inherited file descriptors, then run the analysis again."));
 }
 
+// A host whose texts are German, with a path in the user's home folder: umlauts in the
+// words and in the path, and a path longer than a line.
+entry_t german_text_entry() {
+  return message_entry(
+      "message_error_german", "Error in German",
+      "A message that isn't English: umlauts in the text and in a long path, which stays whole on "
+      "a line of its own.",
+      message(message_window_t::icon_error, message_window_t::buttons_close,
+              "Die Ergebnisdatei konnte nicht geöffnet werden",
+              "Die Datei /home/jürgen/Projekte/Bildverarbeitung/Ergebnisse/r003hs/Übersicht.trace ist "
+              "beschädigt oder wurde von einer neueren Version geschrieben. Führen Sie die Analyse "
+              "erneut aus, um ein neues Ergebnis zu erzeugen."));
+}
+
 // A page with a field limited to 24 characters, shown in a dialog of the host.
 class limited_field_page_t : public tamsel3::pref_base_t {
  public:
@@ -223,6 +238,7 @@ std::vector<entry_t> limit_and_wrapper_entries() {
 std::vector<entry_t> message_entries() {
   std::vector<entry_t> entries = button_and_icon_entries();
   entries.push_back(long_text_entry());
+  entries.push_back(german_text_entry());
   for (entry_t& entry : limit_and_wrapper_entries()) {
     entries.push_back(std::move(entry));
   }

@@ -64,8 +64,14 @@ class error_warning_panel_t : public pref_base_t {
   void fill_static_text(wxStaticText* text, bool is_main, const std::string& message, wxFont font);
   /// How many average characters the text's width holds in its font.
   unsigned max_string_len_in_label(bool is_main);
-  /// `text` broken into lines of at most `max_chars` bytes at blanks, which are dropped;
-  /// LFs keep their breaks. A line without a blank loses its first character.
+  /// `text` (UTF-8) broken into lines of at most `max_chars` characters (code points; 0
+  /// counts as 1). An LF ends a line and restarts the count; an empty text gives no line.
+  /// A line ends at its last blank within the limit, and the blanks there are dropped; a
+  /// line may also end on either side of an ideograph, kana or hangul, which are written
+  /// without blanks. Where neither comes within the limit, the line is cut after
+  /// `max_chars` characters. A host can rely on this: no line is cut inside a UTF-8
+  /// sequence, no line is emitted empty in place of text, and every character but the
+  /// blanks at a break is kept, in order. A word no longer than `max_chars` stays whole.
   std::vector<std::string> create_multi_line(unsigned max_chars, const std::string& text) const;
   /// The lines joined with LFs between them.
   std::string content_for_label(const std::vector<std::string>& lines) const;

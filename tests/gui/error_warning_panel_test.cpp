@@ -21,7 +21,9 @@
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
+#include <wx/xrc/xmlres.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -216,7 +218,7 @@ TEST(error_warning_panel_test, create_multi_line_and_content_for_label_are_the_p
   host_t host(texts("Main"));
   EXPECT_EQ(host.panel->create_multi_line(42, ten_words),
             (lines_t{"The analysis could not write results into", "the chosen folder"}));
-  EXPECT_EQ(host.panel->create_multi_line(5, "abcdefgh"), (lines_t{"", "", "", "defgh"}));
+  EXPECT_EQ(host.panel->create_multi_line(5, "abcdefgh"), (lines_t{"abcde", "fgh"}));
   EXPECT_EQ(host.panel->content_for_label({"a", "b"}), "a\nb");
   EXPECT_EQ(host.panel->content_for_label({}), "");
 }
@@ -291,6 +293,34 @@ TEST(error_warning_panel_test, dialog_is_titled_named_and_holds_the_panel) {
     const wxRect screen(wxPoint(0, 0), wxGetDisplaySize());
     const wxRect rect = dialog->GetScreenRect();
     EXPECT_LE(std::abs(rect.GetLeft() - (screen.GetWidth() - rect.GetWidth()) / 2), 2);
+    shown.EndModal(wxID_CANCEL);
+  });
+}
+
+// Every character of the message, in order, whatever the blanks and breaks between them.
+std::string without_separators(std::string text) {
+  text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\n'; }),
+             text.end());
+  return text;
+}
+
+TEST(error_warning_panel_test, dialog_shows_the_whole_of_a_message_that_is_not_ascii) {
+  const std::string main_text = "Cannot open /home/jürgen/üüü/src/main.cpp";
+  const std::string supplemental_text = "Не удалось открыть файл результатов: диск переполнен";
+  run_message(texts(main_text, supplemental_text), [&](wxDialog& shown) {
+    tamsel3::error_warning_panel_t* panel = dynamic_cast<tamsel3::error_warning_dialog_t&>(shown).get_panel();
+    auto* main_label = XRCCTRL(*panel, "m_main_instructions", wxStaticText);
+    auto* supplemental_label = XRCCTRL(*panel, "m_supplemental_instructions", wxStaticText);
+    ASSERT_TRUE(main_label && supplemental_label);
+    EXPECT_EQ(without_separators(main_label->GetLabelText().utf8_string()), without_separators(main_text));
+    EXPECT_EQ(without_separators(supplemental_label->GetLabelText().utf8_string()),
+              without_separators(supplemental_text));
+
+    panel->set_max_main_msg_width(29 * char_width(panel, main_label->GetFont()));
+    EXPECT_EQ(lines_of(main_label), (lines_t{"Cannot open", "/home/jürgen/üüü/src/main.cpp"}));
+    panel->set_max_supp_msg_width(20 * char_width(panel, supplemental_label->GetFont()));
+    EXPECT_EQ(lines_of(supplemental_label),
+              (lines_t{"Не удалось открыть", "файл результатов:", "диск переполнен"}));
     shown.EndModal(wxID_CANCEL);
   });
 }

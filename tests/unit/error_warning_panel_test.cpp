@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,12 @@ TEST(longest_word_test, separators_alone_give_zero) {
 
 TEST(longest_word_test, counts_characters_not_bytes) {
   EXPECT_EQ(tamsel3::get_longest_word_length("\xC3\xA4\xC3\xA4\xC3\xA4 ab"), 3u);  // äää ab
+}
+
+TEST(longest_word_test, a_character_of_a_script_without_blanks_is_a_word_of_its_own) {
+  EXPECT_EQ(tamsel3::get_longest_word_length("結果ファイルを開けません"), 1u);
+  EXPECT_EQ(tamsel3::get_longest_word_length("ファイル/home/taro/main.cppを開けません"), 19u);
+  EXPECT_EQ(tamsel3::get_longest_word_length("🎉🎉🎉 ok"), 3u);
 }
 
 TEST(longest_word_test, other_punctuation_belongs_to_the_word) {
@@ -61,8 +68,15 @@ TEST(break_into_lines_test, a_final_line_feed_adds_no_line) {
   EXPECT_TRUE(tamsel3::break_into_lines(10, "").empty());
 }
 
-TEST(break_into_lines_test, without_a_blank_a_line_loses_its_first_character) {
-  EXPECT_EQ(tamsel3::break_into_lines(5, "abcdefgh"), (lines_t{"", "", "", "defgh"}));
+TEST(break_into_lines_test, a_line_without_a_blank_is_cut_at_the_limit_and_keeps_every_character) {
+  EXPECT_EQ(tamsel3::break_into_lines(5, "abcdefgh"), (lines_t{"abcde", "fgh"}));
+  EXPECT_EQ(tamsel3::break_into_lines(0, "abc"), (lines_t{"a", "b", "c"}));
+}
+
+TEST(break_into_lines_test, blanks_at_a_break_are_dropped_and_no_blank_line_comes_of_them) {
+  EXPECT_EQ(tamsel3::break_into_lines(4, "abc   def"), (lines_t{"abc", "def"}));
+  EXPECT_EQ(tamsel3::break_into_lines(3, "abc "), (lines_t{"abc"}));
+  EXPECT_EQ(tamsel3::break_into_lines(3, "    abcdef"), (lines_t{"abc", "def"}));
 }
 
 TEST(break_into_lines_test, a_huge_limit_breaks_only_at_line_feeds) {
@@ -81,6 +95,105 @@ TEST(join_lines_test, joins_with_one_line_feed_between_lines) {
 TEST(join_lines_test, breaking_and_joining_keeps_line_feeds) {
   const std::string text = "first line\nsecond line";
   EXPECT_EQ(tamsel3::join_lines(tamsel3::break_into_lines(100, text)), text);
+}
+
+// Messages in any script, broken as the panel breaks them: at the larger of the limit and
+// the longest word.
+
+std::size_t sequence_length(unsigned char lead) {
+  if (lead < 0x80) {
+    return 1;
+  }
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    return 2;
+  }
+  if (lead >= 0xE0 && lead <= 0xEF) {
+    return 3;
+  }
+  return lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
+}
+
+// Well-formed UTF-8 as far as the sequences' shape goes; each character counted.
+bool is_utf8(const std::string& text, std::size_t& characters) {
+  characters = 0;
+  for (std::size_t pos = 0; pos < text.size(); ++characters) {
+    const std::size_t length = sequence_length(static_cast<unsigned char>(text[pos]));
+    if (length == 0 || pos + length > text.size()) {
+      return false;
+    }
+    for (std::size_t next = pos + 1; next < pos + length; ++next) {
+      if ((static_cast<unsigned char>(text[next]) & 0xC0) != 0x80) {
+        return false;
+      }
+    }
+    pos += length;
+  }
+  return true;
+}
+
+std::string without_separators(std::string text) {
+  text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\n'; }),
+             text.end());
+  return text;
+}
+
+lines_t wrap_as_the_panel_does(unsigned limit, const std::string& text) {
+  const unsigned max_chars = std::max(limit, tamsel3::get_longest_word_length(text));
+  const lines_t lines = tamsel3::break_into_lines(max_chars, text);
+  for (const std::string& line : lines) {
+    std::size_t characters = 0;
+    EXPECT_TRUE(is_utf8(line, characters)) << line;
+    EXPECT_FALSE(line.empty()) << "an empty line in place of text";
+    EXPECT_LE(characters, max_chars) << line;
+  }
+  const std::string joined = tamsel3::join_lines(lines);
+  std::size_t characters = 0;
+  EXPECT_TRUE(is_utf8(joined, characters));
+  EXPECT_EQ(without_separators(joined), without_separators(text)) << "a character went missing";
+  return lines;
+}
+
+TEST(wrap_any_script_test, accented_latin_in_a_path) {
+  EXPECT_EQ(wrap_as_the_panel_does(29, "Cannot open /home/jürgen/üüü/src/main.cpp"),
+            (lines_t{"Cannot open", "/home/jürgen/üüü/src/main.cpp"}));
+  EXPECT_EQ(wrap_as_the_panel_does(20, "Die Ergebnisdatei für Lauf r004hs ließ sich nicht öffnen."),
+            (lines_t{"Die Ergebnisdatei", "für Lauf r004hs ließ", "sich nicht öffnen."}));
+}
+
+TEST(wrap_any_script_test, cyrillic) {
+  EXPECT_EQ(wrap_as_the_panel_does(20, "Не удалось открыть файл результатов: диск переполнен"),
+            (lines_t{"Не удалось открыть", "файл результатов:", "диск переполнен"}));
+}
+
+TEST(wrap_any_script_test, cjk_without_blanks_wraps_at_the_limit) {
+  EXPECT_EQ(wrap_as_the_panel_does(10, "結果ファイルを開けませんでした。ディスクがいっぱいです。"),
+            (lines_t{"結果ファイルを開けま", "せんでした。ディスク", "がいっぱいです。"}));
+  EXPECT_EQ(wrap_as_the_panel_does(4, "无法打开结果文件"), (lines_t{"无法打开", "结果文件"}));
+}
+
+TEST(wrap_any_script_test, a_path_among_japanese_stays_whole) {
+  EXPECT_EQ(wrap_as_the_panel_does(12, "ファイル /home/taro/project/src/main.cpp を開けませんでした。"),
+            (lines_t{"ファイル", "/home/taro/project/src/main.cpp", "を開けませんでした。"}));
+  EXPECT_EQ(wrap_as_the_panel_does(8, "ファイル/home/taro/main.cppを開けません"),
+            (lines_t{"ファイル", "/home/taro/main.cpp", "を開けません"}));
+}
+
+TEST(wrap_any_script_test, emoji_of_four_bytes) {
+  EXPECT_EQ(wrap_as_the_panel_does(8, "Build finished 🎉🎉🎉🎉🎉 no errors ✅👍"),
+            (lines_t{"Build", "finished", "🎉🎉🎉🎉🎉 no", "errors", "✅👍"}));
+  EXPECT_EQ(tamsel3::break_into_lines(5, "🎉🎉🎉🎉🎉🎉🎉"), (lines_t{"🎉🎉🎉🎉🎉", "🎉🎉"}));
+}
+
+TEST(wrap_any_script_test, a_first_word_that_is_the_longest_stays_whole) {
+  EXPECT_EQ(wrap_as_the_panel_does(20, "/very/long/path/to/the/result/folder/r004hs could not be opened"),
+            (lines_t{"/very/long/path/to/the/result/folder/r004hs", "could not be opened"}));
+  EXPECT_EQ(wrap_as_the_panel_does(10, "/very/long/path/to/the/result/folder/r004hs"),
+            (lines_t{"/very/long/path/to/the/result/folder/r004hs"}));
+}
+
+TEST(wrap_any_script_test, line_feeds_in_any_script_keep_their_breaks) {
+  EXPECT_EQ(wrap_as_the_panel_does(6, "Größe: 12 MB\nПуть: /tmp"),
+            (lines_t{"Größe:", "12 MB", "Путь:", "/tmp"}));
 }
 
 }  // namespace

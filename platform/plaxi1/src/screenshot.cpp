@@ -1,18 +1,23 @@
 #include <plaxi1/screenshot.h>
 
 #include <wx/app.h>
+#include <wx/bitmap.h>
+#include <wx/dcmemory.h>
 #include <wx/display.h>
 #include <wx/eventfilter.h>
 #include <wx/evtloop.h>
 #include <wx/image.h>
+#include <wx/popupwin.h>
 #include <wx/toplevel.h>
 #include <wx/utils.h>
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <dlfcn.h>
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <memory>
 
 namespace plaxi1 {
@@ -90,8 +95,9 @@ struct channel_t {
   }
 };
 
-// Reads `rect` of the root window, which shows every mapped window as drawn. It goes
-// through the toolkit's own X connection, after the drawing it sent, so it sees that.
+// Reads `rect` (device pixels) of the root window, which shows every mapped window as
+// drawn. It goes through the toolkit's own X connection, after the drawing it sent, so it
+// sees that.
 bool grab_screen(const wxRect& rect, wxImage& image) {
   if (wxGetDisplayInfo().type != wxDisplayX11 || rect.IsEmpty()) {
     return false;
@@ -119,6 +125,99 @@ bool grab_screen(const wxRect& rect, wxImage& image) {
   }
   XDestroyImage(pixels);
   return true;
+}
+
+// `rect` in the screen's device pixels: under a scale factor, logical coordinates are
+// that many device pixels each.
+wxRect device_rect(const wxRect& rect, double scale) {
+  const auto device = [scale](int logical) { return static_cast<int>(std::lround(logical * scale)); };
+  return {device(rect.x), device(rect.y), device(rect.width), device(rect.height)};
+}
+
+template <typename function_t>
+function_t toolkit_function(const char* name) {
+  return reinterpret_cast<function_t>(dlsym(RTLD_DEFAULT, name));
+}
+
+// The GTK functions that lay out, place and draw a widget tree, taken from the GTK that
+// wxGTK loaded: the library builds without GTK's headers, and another port of wx has none.
+struct gtk_drawing_t {
+  using draw_fn_t = void (*)(WXWidget, cairo_t*);
+  using widget_fn_t = void (*)(WXWidget);
+  using toplevel_fn_t = WXWidget (*)(WXWidget);
+  using extent_fn_t = int (*)(WXWidget);
+  using gdk_window_fn_t = void* (*)(WXWidget);
+  using origin_fn_t = int (*)(void*, int*, int*);
+
+  draw_fn_t draw = toolkit_function<draw_fn_t>("gtk_widget_draw");
+  toplevel_fn_t toplevel = toolkit_function<toplevel_fn_t>("gtk_widget_get_toplevel");
+  widget_fn_t check_resize = toolkit_function<widget_fn_t>("gtk_container_check_resize");
+  extent_fn_t width = toolkit_function<extent_fn_t>("gtk_widget_get_allocated_width");
+  extent_fn_t height = toolkit_function<extent_fn_t>("gtk_widget_get_allocated_height");
+  gdk_window_fn_t gdk_window = toolkit_function<gdk_window_fn_t>("gtk_widget_get_window");
+  origin_fn_t origin = toolkit_function<origin_fn_t>("gdk_window_get_origin");
+
+  bool ok() const { return draw && toplevel && check_resize && width && height && gdk_window && origin; }
+
+  static const gtk_drawing_t& get() {
+    static const gtk_drawing_t gtk;
+    return gtk;
+  }
+};
+
+// Where GTK draws `window` on the screen, in logical pixels. A top-level window's own
+// position would include the window manager's frame, which GTK doesn't draw.
+wxPoint drawn_origin(wxWindow* window) {
+  const gtk_drawing_t& gtk = gtk_drawing_t::get();
+  void* gdk_window = window->IsTopLevel() ? gtk.gdk_window(window->GetHandle()) : nullptr;
+  wxPoint origin;
+  if (gdk_window && gtk.origin(gdk_window, &origin.x, &origin.y)) {
+    return origin;
+  }
+  return window->GetScreenPosition();
+}
+
+// Lets GTK draw `window`'s widget tree, its own controls and wx's painted ones alike, into
+// a bitmap of device pixels: the window's size times its scale factor. It needs neither
+// the screen nor the window to be uncovered.
+bool draw_through_gtk(wxWindow* window, wxImage& image) {
+  const gtk_drawing_t& gtk = gtk_drawing_t::get();
+  WXWidget widget = window->GetHandle();
+  if (!gtk.ok() || !widget || !window->IsShownOnScreen()) {
+    return false;
+  }
+  // A resize that GTK queued and hasn't laid out yet would make it refuse to draw: lay it
+  // out now, as its next frame would.
+  gtk.check_resize(gtk.toplevel(widget));
+  const wxSize size(gtk.width(widget), gtk.height(widget));
+  wxBitmap bitmap;
+  if (size.x <= 0 || size.y <= 0 || !bitmap.CreateWithDIPSize(size, window->GetContentScaleFactor(), 24)) {
+    return false;
+  }
+  {
+    // The memory DC's cairo context already scales logical units to the bitmap's pixels.
+    wxMemoryDC dc(bitmap);
+    auto* context = static_cast<cairo_t*>(dc.GetHandle());
+    if (!context) {
+      return false;
+    }
+    gtk.draw(widget, context);
+  }
+  image = bitmap.ConvertToImage();
+  return image.IsOk();
+}
+
+// Popups of `parent`'s controls, tooltips among them, are windows of their own that GTK
+// doesn't draw with the widget tree: draws each that shows over `image` where it lies.
+void draw_popups(wxWindow* parent, const wxPoint& origin, double scale, wxImage& image) {
+  for (wxWindow* child : parent->GetChildren()) {
+    wxImage popup;
+    if (wxDynamicCast(child, wxPopupWindow) && draw_through_gtk(child, popup)) {
+      const wxRect at = device_rect(wxRect(child->GetScreenPosition() - origin, wxSize()), scale);
+      image.Paste(popup, at.x, at.y);
+    }
+    draw_popups(child, origin, scale, image);
+  }
 }
 
 }  // namespace
@@ -193,7 +292,10 @@ bool save_screenshot(wxWindow* window, const std::string& png_path) {
     return false;
   }
   wxImage image;
-  if (!grab_screen(window->GetScreenRect(), image)) {
+  const double scale = window->GetContentScaleFactor();
+  if (draw_through_gtk(window, image)) {
+    draw_popups(window, drawn_origin(window), scale, image);
+  } else if (!grab_screen(device_rect(window->GetScreenRect(), scale), image)) {
     return false;
   }
   if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) {

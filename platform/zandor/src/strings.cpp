@@ -9,8 +9,8 @@ namespace {
 
 constexpr char32_t replacement_char = 0xFFFD;
 
-// Decodes one code point at `pos` and advances it; malformed sequences give U+FFFD
-// and consume one byte, so that decoding always makes progress.
+}  // namespace
+
 char32_t decode_utf8(const std::string& s, std::size_t& pos) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(s[i]); };
   const unsigned char lead = byte(pos);
@@ -48,6 +48,8 @@ char32_t decode_utf8(const std::string& s, std::size_t& pos) {
   pos += extra + 1;
   return cp;
 }
+
+namespace {
 
 void encode_utf8(char32_t cp, std::string& out) {
   if (cp < 0x80) {

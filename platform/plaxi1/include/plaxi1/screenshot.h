@@ -1,5 +1,5 @@
 #pragma once
-// Pictures of windows as they are on the screen, for a gallery, documentation and tests,
+// Pictures of windows as they are drawn, for a gallery, documentation and tests,
 // and the event pumping that lets a window finish showing first. GUI thread; an event loop
 // must be running or active.
 #include <functional>
@@ -21,8 +21,15 @@ bool wait_until(const std::function<bool()>& condition, int bound_ms);
 /// refresh, and its place and size stay put. False when that didn't happen in time.
 bool wait_until_painted(wxWindow* window, int bound_ms);
 
-/// Writes a PNG of what `window` shows on the screen, after letting it finish painting.
-/// False when the window isn't shown (wholly on an X11 screen) or the file can't be written.
+/// Writes a PNG of `window`, after letting it finish painting, at device pixels: its size
+/// times its scale factor (GDK_SCALE), so the picture is as sharp as the screen shows it.
+/// GTK draws the window's widget tree into the picture, which therefore needs neither the
+/// X11 screen nor an uncovered window. The wx popup windows of its controls (the custom
+/// tooltips among them) are drawn over it where they show; GTK's own popups (menus, the
+/// list of a combo box, native tooltips) are not. Only where GTK can't draw the window
+/// (another port of wx, or no GTK widget behind it) is the picture read from the X11
+/// screen instead, at device pixels too; the window must then lie wholly on it. False
+/// when the window isn't shown, no picture could be made or the file can't be written.
 bool save_screenshot(wxWindow* window, const std::string& png_path);
 
 }  // namespace plaxi1

@@ -35,6 +35,12 @@ class ustring8 {
   std::string m_text;
 };
 
+/// Decodes the code point that starts at byte `pos` of `utf8` and moves `pos` past it, so
+/// that `pos` only ever stops on a character's first byte. A malformed or truncated
+/// sequence gives U+FFFD and moves one byte: decoding always makes progress.
+/// `pos` must be below the text's size.
+char32_t decode_utf8(const std::string& utf8, std::size_t& pos);
+
 /// UTF-8 to UTF-16 and back; malformed input bytes become U+FFFD.
 std::u16string to_utf16(const std::string& utf8);
 std::string to_utf8(const std::u16string& utf16);

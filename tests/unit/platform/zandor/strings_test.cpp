@@ -8,6 +8,7 @@
 
 namespace {
 
+using ZANDOR_2_16::strings::decode_utf8;
 using ZANDOR_2_16::strings::replace_all;
 using ZANDOR_2_16::strings::split_keep_empty;
 using ZANDOR_2_16::strings::split_skip_empty;
@@ -238,6 +239,30 @@ TEST(strings_test, to_utf8_turns_unpaired_surrogates_into_replacement_characters
   // A high surrogate before a good pair spoils only itself.
   EXPECT_EQ(to_utf8(std::u16string{char16_t(0xD800), char16_t(0xD83D), char16_t(0xDE00)}),
             replacement + "\xF0\x9F\x98\x80");
+}
+
+// ---- decode_utf8 ----------------------------------------------------------------------
+
+TEST(strings_test, decode_utf8_steps_from_character_to_character) {
+  const std::string text = "a\xC3\xBC\xE6\x97\xA5\xF0\x9F\x8E\x89";  // a ü 日 🎉
+  std::size_t pos = 0;
+  std::vector<char32_t> code_points;
+  std::vector<std::size_t> stops;
+  while (pos < text.size()) {
+    code_points.push_back(decode_utf8(text, pos));
+    stops.push_back(pos);
+  }
+  EXPECT_EQ(code_points, (std::vector<char32_t>{U'a', 0xFC, 0x65E5, 0x1F389}));
+  EXPECT_EQ(stops, (std::vector<std::size_t>{1, 3, 6, 10}));
+}
+
+TEST(strings_test, decode_utf8_of_a_malformed_or_truncated_sequence_moves_one_byte) {
+  const std::string text = "\xE6\x97";  // the first two bytes of 日
+  std::size_t pos = 0;
+  EXPECT_EQ(decode_utf8(text, pos), char32_t(0xFFFD));
+  EXPECT_EQ(pos, 1u);
+  EXPECT_EQ(decode_utf8(text, pos), char32_t(0xFFFD));
+  EXPECT_EQ(pos, 2u);
 }
 
 }  // namespace
