@@ -18,6 +18,9 @@ void progress_impl_t::internalProgressed(double steps) {
   // Hot path when nothing steps: arithmetic and a comparison only. Fields are unlocked,
   // since one worker at a time drives the object.
   m_current = std::min(m_current + steps, m_total);
+  if (!(m_total > 0)) {
+    return;  // not started, or no length: no position to convert
+  }
   const int position = static_cast<int>(scale * m_current / m_total + 0.5);
   const int step = position - m_position;
   if (step < 1) {

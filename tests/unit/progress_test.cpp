@@ -202,6 +202,17 @@ TEST(progress_unit_test, a_call_that_does_not_step_allocates_nothing) {
   EXPECT_EQ(allocation_count - before, 0u);
 }
 
+// Without a start there is no length to scale by: the steps post nothing, and the
+// undefined quotient is never converted (the sanitizer build checks that).
+TEST(progress_unit_test, steps_before_start_post_nothing) {
+  progress_impl_t progress;
+  const std::size_t before = allocation_count;
+  progress.internalProgressed(0.5);
+  progress.finish();
+  EXPECT_EQ(allocation_count - before, 0u);
+  EXPECT_EQ(progress.getTotalSteps(), 0.0);
+}
+
 TEST(progress_unit_test, the_counter_sees_allocations) {
   const std::size_t before = allocation_count;
   void* p = ::operator new(16);  // a call, not an expression: it can't be elided

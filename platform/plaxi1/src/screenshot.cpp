@@ -212,7 +212,8 @@ bool draw_through_gtk(wxWindow* window, wxImage& image) {
 void draw_popups(wxWindow* parent, const wxPoint& origin, double scale, wxImage& image) {
   for (wxWindow* child : parent->GetChildren()) {
     wxImage popup;
-    if (wxDynamicCast(child, wxPopupWindow) && draw_through_gtk(child, popup)) {
+    // IsKindOf, not wxDynamicCast: the macro's static_cast of a plain window is undefined.
+    if (child->IsKindOf(wxCLASSINFO(wxPopupWindow)) && draw_through_gtk(child, popup)) {
       const wxRect at = device_rect(wxRect(child->GetScreenPosition() - origin, wxSize()), scale);
       image.Paste(popup, at.x, at.y);
     }
