@@ -85,7 +85,9 @@ class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
   /// an absolute path that exists (`must_exist`) or whose first existing ancestor is
   /// reached without passing a folder that result directories keep for themselves. Colours
   /// the field and gives it a tooltip that says what is wrong; an empty field keeps the
-  /// normal colour. With `notify`, fires `m_path_checked_signal` with the outcome.
+  /// normal colour. Without the catalog the field is still cleaned and judged, and the
+  /// colour alone tells: the tooltip stays empty. With `notify`, fires
+  /// `m_path_checked_signal` with the outcome.
   template <class Control>
   bool check_file_or_folder(Control* control, bool must_exist, bool notify, bool search_path);
 
