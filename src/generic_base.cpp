@@ -24,7 +24,7 @@ const char* const path_message_keys[] = {"path.nonexisting",    "path.nonexistin
                                          "path.empty_relative", "path.enter_valid_path",
                                          "path.invalid_file",   "path.invalid_directory"};
 
-// A warning must not outlive its window: none for a window that is closing.
+// A warning over a window that is going away would outlive it, parented to nothing.
 bool is_closing(wxWindow* window) {
   return window->IsBeingDeleted() ||
          (wxTheApp && wxTheApp->IsScheduledForDestruction(wxGetTopLevelParent(window)));
@@ -105,13 +105,12 @@ void generic_base_t<T>::set_max_text_limit() {
       continue;
     }
     // Cut inside the toolkit's insertion, before any handler of the window hears of the
-    // text. A repeated call keeps the first connection.
+    // text; a repeated call keeps the first connection.
     const bool held = hold_text_at_limit(
         field, [this, field] { return limit_of(field); }, [this, field] { report_max_len(field); });
-    // Otherwise only single-line fields get the toolkit's limit and its event (GTK has
-    // none for multi-line ones, which are watched instead). The toolkit's own limit would
-    // refuse a paste that goes over whole, where the hold keeps what fits. A repeated call
-    // adds a connection, and the first to answer stops the event.
+    // The toolkit's own single-line limit would refuse a paste that goes over whole, where
+    // the hold keeps what fits: it is the fallback. Multi-line fields are still watched for
+    // the same reason. A repeated call adds a connection; the first to answer stops the event.
     if (field->GetWindowStyle() & wxTE_MULTILINE) {
       field->Bind(wxEVT_TEXT, &generic_base_t::on_text_changed, this);
     } else {
