@@ -2,11 +2,13 @@
 #include <tamsel3/message_window.h>
 #include <tamsel3/resource.h>
 #include <tamsel3/text_helpers.h>
+#include "text_limit_p.h"
 
 #include <plaxi1/ui_settings.h>
 #include <quern2/catalog_registry.h>
 #include <quern2/product_locations.h>
 
+#include <wx/app.h>
 #include <wx/textctrl.h>
 #include <wx/weakref.h>
 #include <wx/xrc/xmlres.h>
@@ -22,6 +24,12 @@ const char* const path_message_keys[] = {"path.nonexisting",    "path.nonexistin
                                          "path.empty_relative", "path.enter_valid_path",
                                          "path.invalid_file",   "path.invalid_directory"};
 
+// A warning over a window that is going away would outlive it, parented to nothing.
+bool is_closing(wxWindow* window) {
+  return window->IsBeingDeleted() ||
+         (wxTheApp && wxTheApp->IsScheduledForDestruction(wxGetTopLevelParent(window)));
+}
+
 }  // namespace
 
 template <class T>
@@ -36,6 +44,7 @@ generic_base_t<T>::~generic_base_t() {
   for (wxWindow* child : this->GetChildren()) {
     while (child->Unbind(wxEVT_TEXT_MAXLEN, &generic_base_t::on_max_len, this)) {
     }
+    release_text_limit(dynamic_cast<wxTextCtrl*>(child));  // its handler asks this window
   }
 }
 
@@ -95,14 +104,19 @@ void generic_base_t<T>::set_max_text_limit() {
     if (!field) {
       continue;
     }
-    const long limit = m_max_len_options[field].m_max_len;
-    // Only single-line fields get the toolkit's limit and its event (GTK has none for
-    // multi-line ones, which are watched instead). A repeated call adds a connection, and
-    // the first to answer stops the event.
+    // Cut inside the toolkit's insertion, before any handler of the window hears of the
+    // text; a repeated call keeps the first connection.
+    const bool held = hold_text_at_limit(
+        field, [this, field] { return limit_of(field); }, [this, field] { report_max_len(field); });
+    // The toolkit's own single-line limit would refuse a paste that goes over whole, where
+    // the hold keeps what fits: it is the fallback. Multi-line fields are still watched for
+    // the same reason. A repeated call adds a connection; the first to answer stops the event.
     if (field->GetWindowStyle() & wxTE_MULTILINE) {
       field->Bind(wxEVT_TEXT, &generic_base_t::on_text_changed, this);
     } else {
-      field->SetMaxLength(limit == -1 ? default_max_len : limit);
+      if (!held) {
+        field->SetMaxLength(limit_of(field));
+      }
       field->Bind(wxEVT_TEXT_MAXLEN, &generic_base_t::on_max_len, this);
     }
   }
@@ -115,12 +129,12 @@ void generic_base_t<T>::on_text_changed(wxCommandEvent& event) {
   if (!field) {
     return;
   }
-  long limit = m_max_len_options[field].m_max_len;
-  limit = limit == -1 ? default_max_len : limit;
+  const long limit = limit_of(field);
   if (static_cast<int>(field->GetValue().length()) <= limit) {
-    return;
+    return;  // the usual case: the insertion itself was cut
   }
-  // GTK is still inserting into the field's buffer: cut and warn once it has finished.
+  // Where the toolkit's insertion couldn't be cut, GTK is still inserting into the
+  // field's buffer: cut and warn once it has finished.
   wxWeakRef<wxTextCtrl> weak(field);
   this->CallAfter([this, weak, limit] {
     wxTextCtrl* cut = weak.get();
@@ -128,17 +142,28 @@ void generic_base_t<T>::on_text_changed(wxCommandEvent& event) {
       return;
     }
     cut->ChangeValue(cut->GetValue().Left(static_cast<size_t>(limit)));  // no new event
-    wxCommandEvent reached(wxEVT_TEXT, cut->GetId());
-    reached.SetEventObject(cut);
-    on_max_len(reached);
+    report_max_len(cut);
   });
+}
+
+template <class T>
+long generic_base_t<T>::limit_of(wxTextCtrl* field) {
+  const long limit = m_max_len_options[field].m_max_len;
+  return limit == -1 ? default_max_len : limit;
+}
+
+template <class T>
+void generic_base_t<T>::report_max_len(wxTextCtrl* field) {
+  wxCommandEvent reached(wxEVT_TEXT_MAXLEN, field->GetId());
+  reached.SetEventObject(field);
+  on_max_len(reached);
 }
 
 template <class T>
 void generic_base_t<T>::on_max_len(wxCommandEvent& event) {
   const ZANDOR_2_16::i18n::catalog_t* catalog = quern2::getMessageCatalog("tamsel");
   auto* field = get_ctrl_from_event<wxTextCtrl>(event);
-  if (!catalog || !field) {
+  if (!catalog || !field || is_closing(this)) {
     return;
   }
   max_len_options_t options = gen_max_len_options(field);

@@ -73,6 +73,15 @@ bool reaches_existing_ancestor(const korvat2::path_t& path) {
   return false;
 }
 
+// The texts that have something to say, joined by `separator`: without a catalog the texts
+// are empty, and no lone separator is left as a tooltip.
+std::string join(const std::string& first, const char* separator, const std::string& second) {
+  if (first.empty() || second.empty()) {
+    return first + second;
+  }
+  return first + separator + second;
+}
+
 std::string cleaning_tooltip(bool removed, bool valid, const std::string& list,
                              const std::string& undefined) {
   if (removed && valid) {
@@ -81,35 +90,47 @@ std::string cleaning_tooltip(bool removed, bool valid, const std::string& list,
   if (!removed && !valid) {
     return undefined;
   }
-  return list + "\n\n" + undefined;
+  return join(list, "\n\n", undefined);
+}
+
+struct path_texts_t {
+  std::string m_restricted_sym_descr;
+  std::string m_undefined_tooltip_text;
+};
+
+// Kept for the process once read: two lookups less per keystroke, at the price of a
+// language change. Empty while there is no catalog.
+const path_texts_t& path_texts() {
+  static path_texts_t kept;
+  static const path_texts_t none;
+  const ZANDOR_2_16::i18n::catalog_t* catalog = quern2::getMessageCatalog("tamsel");
+  if (!catalog) {
+    return none;
+  }
+  const ZANDOR_2_16::generic::varg_list no_args;
+  if (kept.m_restricted_sym_descr.empty()) {
+    kept.m_restricted_sym_descr = catalog->message("restricted_symbols_message").as_ustring(no_args).str();
+  }
+  if (kept.m_undefined_tooltip_text.empty()) {
+    kept.m_undefined_tooltip_text =
+        catalog->message("pref.result_saving.undefined_tooltip_text").as_ustring(no_args).str();
+  }
+  return kept;
 }
 
 }  // namespace
 
 template <class Control>
 bool validate_path(Control* control, bool check_path, const std::string& disabled_chars) {
-  const ZANDOR_2_16::i18n::catalog_t* catalog = quern2::getMessageCatalog("tamsel");
-  if (!catalog) {
-    return true;
-  }
-  // Kept for the process: two lookups less per keystroke, at the price of a language change.
-  static std::string restricted_sym_descr;
-  static std::string undefined_tooltip_text;
-  const ZANDOR_2_16::generic::varg_list no_args;
-  if (restricted_sym_descr.empty()) {
-    restricted_sym_descr = catalog->message("restricted_symbols_message").as_ustring(no_args).str();
-  }
-  if (undefined_tooltip_text.empty()) {
-    undefined_tooltip_text =
-        catalog->message("pref.result_saving.undefined_tooltip_text").as_ustring(no_args).str();
-  }
+  // A missing catalog leaves the texts empty; the field is cleaned and judged all the same.
+  const path_texts_t& texts = path_texts();
   if (!control) {
     return true;
   }
   const long caret = control->GetInsertionPoint();
   const std::string value = control->GetValue().utf8_string();
   if (value.empty()) {
-    set_color_and_tooltip(control, undefined_tooltip_text, error_colour());
+    set_color_and_tooltip(control, texts.m_undefined_tooltip_text, error_colour());
     return true;
   }
   std::string copy = value;
@@ -125,8 +146,11 @@ bool validate_path(Control* control, bool check_path, const std::string& disable
     set_color_and_tooltip(control, "", normal_colour());
     return true;
   }
-  const std::string list = get_disabled_tooltip_text(restricted_sym_descr, folder_disabled_chars, true);
-  set_color_and_tooltip(control, cleaning_tooltip(removed, valid, list, undefined_tooltip_text),
+  const std::string list =
+      texts.m_restricted_sym_descr.empty()
+          ? folder_disabled_chars
+          : get_disabled_tooltip_text(texts.m_restricted_sym_descr, folder_disabled_chars, true);
+  set_color_and_tooltip(control, cleaning_tooltip(removed, valid, list, texts.m_undefined_tooltip_text),
                         error_colour());
   if (removed) {
     control->SetInsertionPoint(caret > 0 ? caret - 1 : 0);  // back over the one character just typed
@@ -164,7 +188,7 @@ bool generic_base_t<T>::check_file_or_folder(Control* control, bool must_exist, 
     message = ok ? std::string() : m_path_messages[path_nonexisting_parent_dir];
   }
   if (!ok) {
-    message += " " + m_path_messages[path_enter_valid_path];
+    message = join(message, " ", m_path_messages[path_enter_valid_path]);
   }
   // An empty field isn't acceptable, but it doesn't shout either.
   set_color_and_tooltip(control, message, ok || path.is_empty() ? normal_colour() : error_colour());

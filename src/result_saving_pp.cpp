@@ -22,6 +22,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <locale>
+#include <utility>
 
 namespace tamsel3 {
 namespace {
@@ -118,8 +119,19 @@ bool result_saving_pp_t::filter_result_template(std::string& text) {
 }
 
 void result_saving_pp_t::on_text_edit(wxCommandEvent&) {
-  // GTK moves the caret past an insertion only after its text event: judge the text then.
-  CallAfter(&result_saving_pp_t::check_template);
+  // GTK moves the caret past an insertion only after its text event: judge the text then,
+  // or at OK if that comes first.
+  m_template_check_pending = true;
+  CallAfter(&result_saving_pp_t::run_pending_checks);
+}
+
+void result_saving_pp_t::run_pending_checks() {
+  if (std::exchange(m_template_check_pending, false)) {
+    check_template();
+  }
+  if (std::exchange(m_folder_check_pending, false)) {
+    check_file_or_folder(m_textCtrl16, false, true, false);  // its marking of the field is the point
+  }
 }
 
 void result_saving_pp_t::check_template() {
@@ -161,8 +173,8 @@ void result_saving_pp_t::mark_template(const std::string& tooltip, bool error) {
 }
 
 void result_saving_pp_t::on_folder_text_edit(wxCommandEvent&) {
-  // The marking of the field is the point, once GTK has placed its caret.
-  CallAfter([this] { check_file_or_folder(m_textCtrl16, false, true, false); });
+  m_folder_check_pending = true;
+  CallAfter(&result_saving_pp_t::run_pending_checks);
 }
 
 void result_saving_pp_t::on_button_browse(wxCommandEvent&) { process_browse_folder(this, m_textCtrl16); }
@@ -188,6 +200,7 @@ void result_saving_pp_t::process_enable_controls(bool enable) {
 void result_saving_pp_t::on_ok() { save_settings(); }
 
 void result_saving_pp_t::save_settings() {
+  run_pending_checks();  // what is stored is what the fields show once cleaned
   std::string text = value_of(m_textCtrl14);
   const std::string as_left = text;
   std::string title;

@@ -57,7 +57,11 @@ class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
   virtual void handle_ok(wxCommandEvent& event);
   /// Loads "text.unknown" and the path messages from the catalog.
   virtual void load_auxiliary_strings();
-  /// Applies the text length limits to the text fields among the direct children.
+  /// Applies the text length limits to the text fields among the direct children. A field
+  /// never holds more than its limit, not even for a moment: an insertion that would go over
+  /// keeps what fits (a paste too, in single-line fields), before any text handler hears of
+  /// it, and `on_max_len` follows once per such insertion, on a later turn of the loop.
+  /// -1 and a field without an entry stand for 10000.
   virtual void set_max_text_limit();
   virtual void handle_timer_event(wxTimerEvent& event);
 
@@ -70,9 +74,10 @@ class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
   void set_max_len_options(wxTextCtrl* control, max_len_options_t options);
   /// A copy of the field's entry, made with the defaults when there is none.
   max_len_options_t gen_max_len_options(wxTextCtrl* control);
-  /// Holds a multi-line field at its limit, which the toolkit doesn't do for those.
+  /// Holds a multi-line field at its limit where the toolkit's insertion couldn't be cut.
   void on_text_changed(wxCommandEvent& event);
-  /// Warns that a field reached its limit, naming the field and the limit.
+  /// Warns that a field reached its limit, naming the field and the limit. No warning
+  /// while the window is closing (destroyed or scheduled for destruction).
   void on_max_len(wxCommandEvent& event);
 
   /// Checks a path field as the user types: cleans it (`validate_path`), resolves a
@@ -80,7 +85,9 @@ class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
   /// an absolute path that exists (`must_exist`) or whose first existing ancestor is
   /// reached without passing a folder that result directories keep for themselves. Colours
   /// the field and gives it a tooltip that says what is wrong; an empty field keeps the
-  /// normal colour. With `notify`, fires `m_path_checked_signal` with the outcome.
+  /// normal colour. Without the catalog the field is still cleaned and judged, and the
+  /// colour alone tells: the tooltip stays empty. With `notify`, fires
+  /// `m_path_checked_signal` with the outcome.
   template <class Control>
   bool check_file_or_folder(Control* control, bool must_exist, bool notify, bool search_path);
 
@@ -121,6 +128,9 @@ class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
  private:
   void apply_size_floor();
   void find_standard_buttons();
+  /// The field's limit, 10000 for -1 or for a field without an entry.
+  long limit_of(wxTextCtrl* field);
+  void report_max_len(wxTextCtrl* field);
 };
 
 /// The event's object as a `Control`, or null when it is none or of another class.

@@ -10,9 +10,11 @@ namespace tamsel3 {
 /// field with the error colour and a tooltip when it is empty, was cleaned or has a bad
 /// form; otherwise gives it the normal colour and no tooltip. After a cleaning the caret
 /// stays where it was, one back. Never sends a text event. Without the catalog "tamsel"
-/// it accepts everything and leaves the field alone. True when the form is good (an empty
-/// field is). Call it once the toolkit has finished the edit (from a CallAfter of the text
-/// event): GTK places its caret only after the event. GUI thread; a null control is accepted.
+/// the field is cleaned and judged all the same: the tooltip then lists the forbidden
+/// characters alone, and texts from the catalog are left out. True when the form is good
+/// (an empty field is). Call it once the toolkit has finished the edit (from a CallAfter of
+/// the text event): GTK places its caret only after the event. GUI thread; a null control
+/// is accepted.
 template <class Control>
 bool validate_path(Control* control, bool check_path, const std::string& disabled_chars);
 

@@ -37,6 +37,9 @@ class result_saving_pp_t : public pref_base_t {
 
   result_saving_data_t get_data() const { return m_data; }
 
+  /// Stores the fields into the data, mending what is wrong and warning about it. Checks of
+  /// typing that haven't had their turn of the loop yet run first, so that what is stored
+  /// is what the fields show once cleaned.
   void save_settings() override;
   void load_settings();
   void load_messages();
@@ -93,9 +96,14 @@ class result_saving_pp_t : public pref_base_t {
 
  private:
   void find_controls();
+  /// The checks of typing that haven't run yet, at their turn of the loop or at OK.
+  void run_pending_checks();
   /// The pass of `on_text_edit` over the template field.
   void check_template();
   void mark_template(const std::string& tooltip, bool error);
+
+  bool m_template_check_pending = false;
+  bool m_folder_check_pending = false;
 
   wxDECLARE_EVENT_TABLE();
 };

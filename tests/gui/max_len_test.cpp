@@ -5,10 +5,14 @@
 #include <tamsel3/pref_base.h>
 
 #include <gtest/gtest.h>
+#include <wx/app.h>
 #include <wx/frame.h>
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
+#include <wx/uiaction.h>
 
+#include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -20,6 +24,10 @@ class fields_page_t : public tamsel3::pref_base_t {
   wxTextCtrl* m_single = nullptr;
   wxTextCtrl* m_multi = nullptr;
   wxTextCtrl* m_nested = nullptr;
+
+  // The longest text that the page's own text handler saw in each field.
+  std::map<wxTextCtrl*, std::size_t> m_longest_seen;
+  int m_text_events = 0;
 
   using tamsel3::pref_base_t::on_max_len;
   using tamsel3::pref_base_t::set_max_len_options;
@@ -36,7 +44,20 @@ class fields_page_t : public tamsel3::pref_base_t {
     sizer->Add(m_multi, 1, wxEXPAND);
     sizer->Add(inner, 1, wxEXPAND);
     SetSizer(sizer);
+    Bind(wxEVT_TEXT, &fields_page_t::on_page_text, this);
     return true;
+  }
+
+ private:
+  // What a handler of the page itself sees, after the frame's own.
+  void on_page_text(wxCommandEvent& event) {
+    auto* field = dynamic_cast<wxTextCtrl*>(event.GetEventObject());
+    if (field) {
+      ++m_text_events;
+      std::size_t& longest = m_longest_seen[field];
+      longest = std::max(longest, static_cast<std::size_t>(field->GetValue().length()));
+    }
+    event.Skip();
   }
 };
 
@@ -50,6 +71,7 @@ class warnings_t {
             m_main.push_back(data.m_main_message);
             m_supplemental.push_back(data.m_supplemental_message);
             m_icons.push_back(data.m_icon_type);
+            m_closing_parents += closing(dialog->GetParent()) ? 1 : 0;
           }
           return wxID_CANCEL;
         })) {}
@@ -58,8 +80,14 @@ class warnings_t {
   std::vector<std::string> m_main;
   std::vector<std::string> m_supplemental;
   std::vector<int> m_icons;
+  int m_closing_parents = 0;  // warnings parented to a window on its way out
 
  private:
+  static bool closing(wxWindow* window) {
+    return window &&
+           (window->IsBeingDeleted() || wxTheApp->IsScheduledForDestruction(wxGetTopLevelParent(window)));
+  }
+
   plaxi1::modal_callback_t m_previous;
 };
 
@@ -73,7 +101,9 @@ class max_len_test : public ::testing::Test {
     gui_test::wait_until_shown(m_frame);
   }
   void TearDown() override {
-    m_frame->Destroy();
+    if (m_frame) {
+      m_frame->Destroy();
+    }
     gui_test::pump();
   }
 
@@ -81,6 +111,21 @@ class max_len_test : public ::testing::Test {
   static void paste(wxTextCtrl* field, const std::string& text) {
     field->SetInsertionPointEnd();
     field->WriteText(wxString::FromUTF8(text));
+    gui_test::pump();
+  }
+
+  // Types `keys` into `field` as the keyboard does, one key after the other, and waits
+  // until the field has had them all (`expected` is what it then shows).
+  static void type(wxTextCtrl* field, const std::string& keys, const wxString& expected) {
+    field->SetFocus();
+    field->SetInsertionPointEnd();
+    gui_test::pump();
+    wxUIActionSimulator keyboard;
+    for (char key : keys) {
+      keyboard.Char(key);
+    }
+    EXPECT_TRUE(gui_test::wait_until([&] { return field->GetValue() == expected; }))
+        << "the field shows " << field->GetValue().length() << " characters";
     gui_test::pump();
   }
 
@@ -97,6 +142,72 @@ TEST_F(max_len_test, paste_of_20_into_a_multi_line_field_of_10_keeps_10_and_warn
   EXPECT_EQ(warnings.m_main[0], "Summary is too long");
   EXPECT_NE(warnings.m_supplemental[0].find("summary can hold at most 10 characters"), std::string::npos);
   EXPECT_EQ(warnings.m_icons[0], tamsel3::message_window_t::icon_warning);
+}
+
+TEST_F(max_len_test, page_handler_never_sees_a_multi_line_paste_beyond_the_limit) {
+  warnings_t warnings;
+  m_page->set_max_len_options(m_page->m_multi, tamsel3::max_len_options_t("summary", 10, ""));
+  paste(m_page->m_multi, "abcdefghijKLMNOPQRST");
+  EXPECT_GT(m_page->m_text_events, 0);
+  EXPECT_EQ(m_page->m_longest_seen[m_page->m_multi], 10u);
+  EXPECT_EQ(m_page->m_multi->GetValue(), "abcdefghij");
+  EXPECT_EQ(warnings.m_main.size(), 1u);
+}
+
+TEST_F(max_len_test, typing_past_a_multi_line_limit_is_refused_key_by_key) {
+  warnings_t warnings;
+  m_page->set_max_len_options(m_page->m_multi, tamsel3::max_len_options_t("summary", 10, ""));
+  type(m_page->m_multi, "abcdefghijkl", "abcdefghij");
+  EXPECT_TRUE(gui_test::wait_until([&] { return warnings.m_main.size() >= 2; }));
+  EXPECT_EQ(m_page->m_multi->GetValue(), "abcdefghij");
+  EXPECT_EQ(m_page->m_longest_seen[m_page->m_multi], 10u);
+  EXPECT_EQ(warnings.m_main.size(), 2u);  // one for each key that went over
+}
+
+TEST_F(max_len_test, single_line_field_refuses_the_typed_character_after_its_limit) {
+  warnings_t warnings;
+  m_page->set_max_len_options(m_page->m_single, tamsel3::max_len_options_t("project name", 5, ""));
+  type(m_page->m_single, "abcdef", "abcde");
+  EXPECT_TRUE(gui_test::wait_until([&] { return !warnings.m_main.empty(); }));
+  EXPECT_EQ(m_page->m_single->GetValue(), "abcde");
+  EXPECT_EQ(m_page->m_longest_seen[m_page->m_single], 5u);
+  ASSERT_EQ(warnings.m_main.size(), 1u);
+  EXPECT_EQ(warnings.m_main[0], "Project name is too long");
+}
+
+TEST_F(max_len_test, single_line_paste_beyond_the_limit_keeps_what_fits) {
+  warnings_t warnings;
+  m_page->set_max_len_options(m_page->m_single, tamsel3::max_len_options_t("project name", 5, ""));
+  paste(m_page->m_single, "ab");
+  paste(m_page->m_single, "cdefgh");
+  EXPECT_EQ(m_page->m_single->GetValue(), "abcde");
+  EXPECT_EQ(m_page->m_longest_seen[m_page->m_single], 5u);
+  EXPECT_EQ(warnings.m_main.size(), 1u);
+}
+
+TEST_F(max_len_test, typed_fields_without_entry_or_with_minus_one_hold_10000) {
+  warnings_t warnings;
+  m_page->set_max_len_options(m_page->m_multi, tamsel3::max_len_options_t("notes", -1, ""));
+  const wxString full(wxString::FromUTF8(std::string(10000, 'x')));
+  for (wxTextCtrl* field : {m_page->m_single, m_page->m_multi}) {
+    field->ChangeValue(wxString::FromUTF8(std::string(9999, 'x')));
+    type(field, "xy", full);
+  }
+  EXPECT_TRUE(gui_test::wait_until([&] { return warnings.m_main.size() >= 2; }));
+  ASSERT_EQ(warnings.m_supplemental.size(), 2u);
+  EXPECT_NE(warnings.m_supplemental[0].find("The text can hold at most 10000 characters"), std::string::npos);
+  EXPECT_NE(warnings.m_supplemental[1].find("notes can hold at most 10000 characters"), std::string::npos);
+}
+
+TEST_F(max_len_test, warning_is_never_parented_to_a_closing_window) {
+  warnings_t warnings;
+  m_page->set_max_len_options(m_page->m_multi, tamsel3::max_len_options_t("summary", 3, ""));
+  m_page->m_multi->SetInsertionPointEnd();
+  m_page->m_multi->WriteText("abcdef");
+  m_frame->Destroy();  // the window goes before the loop runs again
+  m_frame = nullptr;
+  gui_test::pump();
+  EXPECT_EQ(warnings.m_closing_parents, 0);
 }
 
 TEST_F(max_len_test, text_exactly_at_the_limit_brings_no_warning) {

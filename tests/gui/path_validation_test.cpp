@@ -1,9 +1,11 @@
 #include "fixtures.h"
+#include "folder_locations.h"
 #include "gui_test.h"
 
 #include <korvat2/signal.h>
 #include <plaxi1/tooltip.h>
 #include <plaxi1/ui_settings.h>
+#include <quern2/catalog_registry.h>
 #include <tamsel3/char_rules.h>
 #include <tamsel3/path_validation.h>
 #include <tamsel3/pref_base.h>
@@ -49,7 +51,8 @@ struct outcomes_t : korvat2::subscriber_base_t {
 
 class path_validation_test : public ::testing::Test {
  protected:
-  void SetUp() override {
+  void SetUp() override { open(); }
+  void open() {
     m_frame = new wxFrame(nullptr, wxID_ANY, "path", wxDefaultPosition, wxSize(400, 120));
     m_page = new path_page_t;
     m_page->create(m_frame);
@@ -224,6 +227,78 @@ TEST_F(path_validation_test, signal_fires_only_when_asked) {
   m_field->ChangeValue("rel");
   m_page->check_file_or_folder(m_field, true, true, false);
   EXPECT_EQ(m_outcomes.m_seen, (std::vector<bool>{true, false}));
+}
+
+// Resources without any catalog, for the life of the object.
+class no_catalog_t {
+ public:
+  no_catalog_t() : m_locations(m_folder.path()) {
+    quern2::IProductLocations::set(&m_locations);
+    quern2::reloadMessageCatalogs();
+  }
+  ~no_catalog_t() {
+    quern2::IProductLocations::set(nullptr);
+    quern2::reloadMessageCatalogs();
+  }
+
+ private:
+  test_support::temp_dir_t m_folder;
+  gui_test::folder_locations_t m_locations;
+};
+
+// Without a catalog the texts are empty, but the field is cleaned and judged all the same.
+class path_validation_without_catalog_test : public path_validation_test {
+ protected:
+  void SetUp() override {}
+  void open_without_catalog() {
+    ASSERT_EQ(quern2::getMessageCatalog("tamsel"), nullptr);
+    open();
+  }
+  no_catalog_t m_no_catalog;
+};
+
+TEST_F(path_validation_without_catalog_test, forbidden_characters_still_go_and_the_list_names_them) {
+  open_without_catalog();
+  m_field->ChangeValue("/tmp/abc");
+  check_on_change(true);
+  type_at(6, "|");
+  EXPECT_EQ(value(), "/tmp/abc");
+  EXPECT_EQ(m_field->GetInsertionPoint(), 6);
+  EXPECT_TRUE(m_form_ok);
+  EXPECT_TRUE(red());
+  EXPECT_EQ(tooltip(), tamsel3::folder_disabled_chars);
+}
+
+TEST_F(path_validation_without_catalog_test, relative_form_is_refused_with_an_empty_text) {
+  open_without_catalog();
+  check_on_change(true);
+  type_at(0, "res|ults");
+  EXPECT_EQ(value(), "results");
+  EXPECT_FALSE(m_form_ok);
+  EXPECT_EQ(tooltip(), tamsel3::folder_disabled_chars);
+}
+
+TEST_F(path_validation_without_catalog_test, full_check_marks_the_field_without_stray_blanks) {
+  open_without_catalog();
+  check_on_change(false);
+  type_at(0, "/tmp/new|/dir");
+  EXPECT_EQ(value(), "/tmp/new/dir");
+  EXPECT_TRUE(normal());
+  EXPECT_EQ(tooltip(), "");
+  EXPECT_EQ(m_outcomes.m_seen, std::vector<bool>{true});
+  m_field->ChangeValue("relative");
+  EXPECT_FALSE(m_page->check_file_or_folder(m_field, false, true, false));
+  EXPECT_TRUE(red());
+  EXPECT_EQ(tooltip(), "");
+}
+
+TEST_F(path_validation_without_catalog_test, empty_field_is_no_acceptable_path) {
+  open_without_catalog();
+  EXPECT_TRUE(tamsel3::validate_path(m_field, true, tamsel3::folder_disabled_chars));
+  EXPECT_EQ(tooltip(), "");
+  EXPECT_FALSE(m_page->check_file_or_folder(m_field, false, true, false));
+  EXPECT_TRUE(normal());
+  EXPECT_EQ(tooltip(), "");
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
+#include "fixtures.h"
 #include "gui_test.h"
+#include "modal_answer.h"
 
 #include <fathel2/result_directory_manager.h>
 #include <korvat2/system.h>
@@ -14,6 +16,8 @@
 #include <gtest/gtest.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/dialog.h>
+#include <wx/dirdlg.h>
 #include <wx/frame.h>
 #include <wx/radiobut.h>
 #include <wx/sizer.h>
@@ -239,6 +243,30 @@ TEST_F(result_saving_pp_test, empty_template_on_ok_becomes_the_default_with_a_wa
   EXPECT_EQ(m_page->m_warnings[0].second, fathel2_text_empty() + "\n\n" + advice());
 }
 
+TEST_F(result_saving_pp_test, ok_in_the_same_turn_as_typing_stores_the_folder_that_the_field_shows) {
+  open_all();
+  replace_text(m_page->m_textCtrl16, "/tmp/results");
+  m_page->m_textCtrl16->SetInsertionPoint(4);
+  m_page->m_textCtrl16->WriteText("|");
+  press_ok();  // before the loop turned once more
+  EXPECT_EQ(value(m_page->m_textCtrl16), "/tmp/results");
+  EXPECT_EQ(m_page->get_data().get_folder(), "/tmp/results");
+  EXPECT_TRUE(m_page->m_warnings.empty());
+}
+
+TEST_F(result_saving_pp_test, ok_in_the_same_turn_as_typing_stores_the_template_that_the_field_shows) {
+  open_all();
+  replace_text(m_field, "run@@");
+  m_field->SetInsertionPoint(3);
+  m_field->WriteText("|");
+  press_ok();
+  EXPECT_EQ(value(m_field), "run@@");
+  EXPECT_EQ(m_page->get_data().get_name_template(), "run@@");
+  // The field said it at once, as after a turn of the loop; OK has nothing left to mend.
+  EXPECT_TRUE(m_page->m_warnings.empty());
+  EXPECT_EQ(tooltip(m_field), forbidden_list());
+}
+
 TEST_F(result_saving_pp_test, trailing_blank_is_cut_without_a_warning) {
   open_all();
   replace_text(m_field, "run@@ ");
@@ -396,6 +424,36 @@ TEST_F(result_saving_pp_test, check_box_needs_the_storage_group) {
   EXPECT_TRUE(m_page->m_textCtrl16->IsShown());
   EXPECT_FALSE(m_page->m_text_proj_default_folder->IsShown());
   EXPECT_EQ(m_page->m_radioBtn13->GetLabel().utf8_string(), text_of("pref.result_saving.in_project"));
+}
+
+// The page in a modal dialog, as a host shows it: browse opens the folder dialog over it,
+// the user picks a folder inside that dialog's own loop, and the field takes it.
+TEST_F(result_saving_pp_test, browse_inside_a_modal_dialog_puts_the_chosen_folder_in_the_field) {
+  test_support::temp_dir_t folder;
+  const std::string chosen = folder.path();
+  wxDialog host(nullptr, wxID_ANY, "settings", wxDefaultPosition, wxSize(640, 480));
+  auto* page = new page_t(sample_data(), 31);
+  page->create(&host);
+  gui_test::on_next_modal([&](wxDialog&) {
+    gui_test::answer_in_loop_t<wxDirDialog> answer([&](wxDirDialog& dialog) {
+      EXPECT_TRUE(dialog.IsModal());
+      // What wxGTK keeps when the user accepts a folder.
+      dialog.wxDirDialogBase::SetPath(wxString::FromUTF8(chosen));
+      dialog.EndModal(wxID_OK);
+    });
+    gui_test::click(page->m_button28);
+    EXPECT_EQ(answer.m_calls, 1);
+    EXPECT_EQ(page->m_textCtrl16->GetValue().utf8_string(), chosen);
+    gui_test::pump();
+    EXPECT_TRUE(normal(page->m_textCtrl16));
+    EXPECT_EQ(tooltip(page->m_textCtrl16), "");
+    gui_test::click(page, "m_btn_ok");
+    host.EndModal(wxID_OK);
+  });
+  EXPECT_EQ(host.ShowModal(), wxID_OK);
+  EXPECT_EQ(page->m_textCtrl16->GetValue().utf8_string(), chosen);
+  EXPECT_EQ(page->get_data().get_folder(), chosen);
+  EXPECT_TRUE(page->m_warnings.empty());
 }
 
 TEST_F(result_saving_pp_test, bool_constructor_always_adds_the_check_box_bit) {

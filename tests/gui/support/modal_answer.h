@@ -5,6 +5,7 @@
 #include "gui_test.h"
 
 #include <gtest/gtest.h>
+#include <wx/app.h>
 #include <wx/filedlg.h>
 #include <wx/modalhook.h>
 
@@ -37,6 +38,33 @@ class answer_t : public wxModalDialogHook {
 
  private:
   std::function<int(dialog_t&)> m_answer;
+};
+
+/// Lets the next modal dialog of class `dialog_t` run, and runs `action` inside that
+/// dialog's own loop: the toolkit's native dialogs (wxGTK's folder dialog among them) are no
+/// top-level windows that on_next_modal could find. `action` must end the dialog. Other
+/// dialogs run as they would without it.
+template <class dialog_t>
+class answer_in_loop_t : public wxModalDialogHook {
+ public:
+  explicit answer_in_loop_t(std::function<void(dialog_t&)> action) : m_action(std::move(action)) {
+    Register();
+  }
+  int m_calls = 0;
+
+ protected:
+  int Enter(wxDialog* dialog) override {
+    auto* typed = dynamic_cast<dialog_t*>(dialog);
+    if (typed && m_calls++ == 0) {
+      // The first loop to run the call is the dialog's own, which ShowModal starts next.
+      wxTheApp->CallAfter([this, typed] { m_action(*typed); });
+    }
+    return wxID_NONE;
+  }
+  void Exit(wxDialog*) override {}
+
+ private:
+  std::function<void(dialog_t&)> m_action;
 };
 
 /// Makes `path` the file dialog's answer, as the user's choice would: wxGTK's chooser takes
