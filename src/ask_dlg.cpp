@@ -20,12 +20,11 @@ int height_of(const wxWindow* window) { return window ? window->GetSize().GetHei
 }  // namespace
 
 // Rows with XRC ids are filled when this file is initialised, once the ids can be made.
-wxBEGIN_EVENT_TABLE(ask_dlg_t, dialog_base_t) EVT_BUTTON(XRCID("m_button10"), ask_dlg_t::on_btn_browse_file)
-    wxEND_EVENT_TABLE()
+wxBEGIN_EVENT_TABLE(ask_dlg_t, dialog_base_t)
+  EVT_BUTTON(XRCID("m_button10"), ask_dlg_t::on_btn_browse_file)
+wxEND_EVENT_TABLE()
 
-        ask_dlg_t::ask_dlg_t() {
-  m_object_name = "dlg.ask";
-}
+ask_dlg_t::ask_dlg_t() { m_object_name = "dlg.ask"; }
 
 void ask_dlg_t::set_filename(const std::string& filename) {
   m_filename = filename;
