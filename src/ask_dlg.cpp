@@ -43,7 +43,7 @@ void ask_dlg_t::on_init_dialog() {
   fill_controls();
   const wxSize min_size = calculate_min_size();
   SetMinSize(min_size);
-  SetSize(-1, -1, min_size.GetWidth(), min_size.GetHeight(), 0);
+  SetSize(wxDefaultCoord, wxDefaultCoord, min_size.GetWidth(), min_size.GetHeight(), wxSIZE_USE_EXISTING);
   Centre(wxBOTH);
   full_resize_update();
 }
@@ -63,7 +63,8 @@ void ask_dlg_t::load_messages() {
   using ZANDOR_2_16::generic::argument;
   using ZANDOR_2_16::generic::varg_list;
   m_extensions = catalog->message("dlg.ask.extensions_lin").as_ustring(varg_list()).str();
-  const std::string product = quern2::IProductLocations::get()->getProductText(5);
+  const std::string product =
+      quern2::IProductLocations::get()->getProductText(quern2::IProductLocations::text_short_name);
   m_ask_text =
       catalog->message("dlg.ask.text").as_ustring(varg_list(argument("product_name", product))).str();
 }

@@ -479,7 +479,8 @@ void error_warning_dialog_t::on_init_dialog() {
   if (size.GetWidth() > 0 && size.GetHeight() > 0) {
     SetMinSize(size);
   }
-  const char* title = quern2::IProductLocations::get()->getProductText(4);
+  const char* title =
+      quern2::IProductLocations::get()->getProductText(quern2::IProductLocations::text_message_title);
   set_title(title ? title : "");
   const message_window_t data = m_panel->get_window_data();
   set_accessible_texts(this, data.m_main_message, data.m_supplemental_message);

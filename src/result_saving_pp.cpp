@@ -258,8 +258,10 @@ void result_saving_pp_t::load_messages() {
   m_wrong_dir_title = text("pref.result_saving.wrong_result_dir");
   m_wrong_dir_details = text("pref.result_saving.wrong_result_dir_details");
   m_curr_project_dir_text = text("pref.result_saving.curr_project_dir");
-  m_wrong_input_advice = text("pref.result_saving.wrong_input_advice",
-                              varg_list(argument("product_name", std::string(product->getProductText(5)))));
+  m_wrong_input_advice = text(
+      "pref.result_saving.wrong_input_advice",
+      varg_list(argument("product_name",
+                         std::string(product->getProductText(quern2::IProductLocations::text_short_name)))));
   const std::string tag = product->getProductTag();
   // Products of 2011 explain the template in their own words.
   const std::string explanation_key =
