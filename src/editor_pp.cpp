@@ -1,4 +1,4 @@
-#include <tamsel3/editor_settings.h>
+#include <tamsel3/editor_pp.h>
 #include <tamsel3/text_helpers.h>
 
 #include <korvat2/path.h>
