@@ -57,8 +57,7 @@ message_entry_t::message_entry_t(event_log_t* log, unsigned int tag,
   m_tag.m_tag = tag;
   create();
   m_gauge->GetCancelButton()->SetVisible(msg && msg->m_can_cancel);
-  const korvat2::intrusive_pointer_t<progress_message_t> keep(msg);
-  update_header(keep.get(), nullptr);
+  update_header(msg.get(), nullptr);
   m_say_signal.connect(this, &message_entry_t::say_signal_handler);
 }
 
@@ -204,12 +203,16 @@ void message_entry_t::say_signal_handler() {
   }
 }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void message_entry_t::message(std::string text) {
   if (!m_message) {
     say_impl(m_lines_box, &m_transient_caption, pelit2::severity_transient, text.c_str());
   }
 }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void message_entry_t::start(std::string title) {
   if (!m_message) {
     m_box->GetCaption()->SetCaption(title);
