@@ -125,6 +125,8 @@ void dialog_base_t::handle_close(wxCloseEvent&) {
 
 void dialog_base_t::handle_dialog_help(wxHelpEvent&) { on_help(); }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void dialog_base_t::set_multiline_text(wxStaticText* text, const std::string& message, wxFont font) {
   // Shared by all dialogs of the process: measured once, with the first caller's font.
   static int avg_word_width = 0;

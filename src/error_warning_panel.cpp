@@ -383,8 +383,9 @@ void error_warning_panel_t::fill_text_controls() {
   fill_static_text(m_supplemental_instructions, false, m_data.m_supplemental_message, m_supplemental_font);
 }
 
+// The public signature takes the font by value; a host compiles against it.
 void error_warning_panel_t::fill_static_text(wxStaticText* text, bool is_main, const std::string& message,
-                                             wxFont font) {
+                                             wxFont font) {  // NOLINT(performance-unnecessary-value-param)
   if (message.empty() || !text) {
     return;
   }

@@ -74,6 +74,8 @@ std::string get_string_value(const korvat2::variant_bag_t::iterator_t<korvat2::v
   return value.kind() == korvat2::variant_t::kind_text ? value.get<std::string>() : std::string();
 }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void set_color_and_tooltip(wxControl* control, const std::string& tooltip, wxColour colour) {
   plaxi1::SetTooltip(control, tooltip, wxID_ANY, true);
   control->SetForegroundColour(colour);
@@ -120,6 +122,8 @@ void set_tooltip(const std::string& text, wxWindow* window) {
   }
 }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 wxSize get_text_extent(wxWindow* window, std::string text) {
   wxClientDC dc(window);
   dc.SetFont(window->GetFont());
