@@ -5,10 +5,7 @@
 #include <wx/window.h>
 
 namespace plaxi1 {
-namespace {
 
-// The scale of the display that pictures are shown on: the main window's when there is
-// one, as it knows the monitor it sits on; else the primary display's.
 double display_scale() {
   if (!wxTheApp) {
     return 1.0;  // no toolkit yet: nothing can be shown
@@ -18,8 +15,6 @@ double display_scale() {
   }
   return wxDisplay().GetScaleFactor();
 }
-
-}  // namespace
 
 wxStaticPicture::wxStaticPicture(const wxImage& image, const wxImage& image_2x)
     : m_image(image), m_image_2x(image.IsOk() ? image_2x : wxImage()) {}

@@ -8,6 +8,11 @@
 
 namespace plaxi1 {
 
+/// The scale of the display that pictures and text are shown on: the main window's when
+/// there is one, as it knows the monitor it sits on; else the primary display's; 1 before
+/// the toolkit starts. GUI thread.
+double display_scale();
+
 /// A still picture with an optional form at twice the size for high-density displays.
 /// Copies share the image data.
 class wxStaticPicture {
