@@ -59,6 +59,12 @@ picture_t::picture_t(const wxAnimation& animation) {
   }
 }
 
+picture_t::picture_t(const wxAnimation& animation, const wxAnimation& animation_2x) : picture_t(animation) {
+  if (m_animation && animation_2x.IsOk()) {
+    m_animation_2x = std::make_shared<const wxAnimation>(animation_2x);
+  }
+}
+
 bool picture_t::is_image() const { return m_picture != nullptr; }
 
 bool picture_t::is_animation() const { return m_animation != nullptr; }
@@ -66,5 +72,7 @@ bool picture_t::is_animation() const { return m_animation != nullptr; }
 wxStaticPicture picture_t::get_image() const { return m_picture ? *m_picture : wxStaticPicture(); }
 
 wxAnimation picture_t::get_animation() const { return m_animation ? *m_animation : wxAnimation(); }
+
+wxAnimation picture_t::get_animation_2x() const { return m_animation_2x ? *m_animation_2x : wxAnimation(); }
 
 }  // namespace plaxi1

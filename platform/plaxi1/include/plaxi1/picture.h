@@ -39,6 +39,8 @@ class picture_t {
   picture_t() = default;
   picture_t(const wxStaticPicture& picture);  // NOLINT: implicit by design
   picture_t(const wxAnimation& animation);    // NOLINT: implicit by design
+  /// An animation with its form at twice the size for high-density displays.
+  picture_t(const wxAnimation& animation, const wxAnimation& animation_2x);
 
   bool is_empty() const { return !is_image() && !is_animation(); }
   bool is_image() const;
@@ -47,10 +49,13 @@ class picture_t {
   wxStaticPicture get_image() const;
   wxStaticPicture get_static_picture() const { return get_image(); }
   wxAnimation get_animation() const;
+  /// The animation's form at twice the size; not ok when it has none.
+  wxAnimation get_animation_2x() const;
 
  private:
   std::shared_ptr<const wxStaticPicture> m_picture;
   std::shared_ptr<const wxAnimation> m_animation;
+  std::shared_ptr<const wxAnimation> m_animation_2x;
 };
 
 }  // namespace plaxi1
