@@ -251,7 +251,11 @@ class signal_templ : public signal_base_t {
 
 /// A signal with the arguments `A...`. Subscribers are called in order of connection,
 /// on the emitting thread, with the signal's mutex held. Any thread may connect,
-/// disconnect, emit or destroy; a receiver that dies disconnects itself.
+/// disconnect, emit or destroy; a receiver that dies disconnects itself. Destroyed inside
+/// its own emission (by a subscriber), the signal stops that emission at once. Destroyed
+/// on another thread while an emission runs there, it waits for that emission to end,
+/// and every subscriber is called. An emission runs once it holds the mutex: one still
+/// waiting behind another must not meet the destruction, like any call on a dying object.
 template <class... A>
 class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   using base_t = signal_templ<dummy_t, dummy_t, A...>;
