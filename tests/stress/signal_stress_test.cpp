@@ -264,6 +264,16 @@ class handoff_t {
     m_changed.notify_all();
     return taken;
   }
+  // Told by the destroyer once the signal it took is gone.
+  void destroyed() {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    ++m_destroyed;
+    m_changed.notify_all();
+  }
+  void wait_destroyed(int count) {
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_changed.wait(lock, [this, count] { return m_destroyed >= count; });
+  }
   void finish() {
     std::lock_guard<std::mutex> lock(m_mutex);
     m_done = true;
@@ -274,6 +284,7 @@ class handoff_t {
   std::mutex m_mutex;
   std::condition_variable m_changed;
   signal_t<int, int>* m_offered = nullptr;
+  int m_destroyed = 0;
   bool m_done = false;
 };
 
@@ -293,17 +304,29 @@ class offering_receiver_t : public subscriber_base_t {
   handoff_t& m_handoff;
 };
 
-void emit_and_hand_over(offering_receiver_t& receiver, handoff_t& handoff) {
+// Emits each new signal itself, or, when `upstream` is given, chains it behind `upstream`,
+// which already calls the receiver's on_emit, and emits that.
+void emit_and_hand_over(offering_receiver_t& receiver, handoff_t& handoff, signal_t<int, int>* upstream) {
   for (int round = 0; round < emissions_per_pair; ++round) {
     auto* signal = new signal_t<int, int>;
-    signal->connect(&receiver, &offering_receiver_t::on_emit);
+    if (!upstream) {
+      signal->connect(&receiver, &offering_receiver_t::on_emit);
+    }
     signal->connect(&receiver, &offering_receiver_t::on_after);
     receiver.m_current = signal;
-    (*signal)(0, round);  // dies on the other thread meanwhile
+    if (upstream) {
+      upstream->connect(signal);
+      (*upstream)(0, round);  // the chained signal dies on the other thread meanwhile
+    } else {
+      (*signal)(0, round);  // dies on the other thread meanwhile
+    }
     if (receiver.m_after_calls != round + 1) {
       ADD_FAILURE() << "emission " << round << " stopped when its signal died on another thread";
       break;
     }
+    // A dying chained signal waits for the emission of its source, so the next emission
+    // of that source must not wait for the destroyer in turn.
+    handoff.wait_destroyed(round + 1);
   }
   handoff.finish();
 }
@@ -311,18 +334,24 @@ void emit_and_hand_over(offering_receiver_t& receiver, handoff_t& handoff) {
 void take_and_destroy(handoff_t& handoff) {
   while (signal_t<int, int>* signal = handoff.take()) {
     delete signal;
+    handoff.destroyed();
   }
 }
 
-TEST(signal_stress_test, destroyed_on_one_thread_while_another_emits_it) {
-  // Static: a destroyer left waiting on a freed mutex must find them still there.
-  static std::array<handoff_t, pair_count> handoffs;
+void destroy_while_emitting(bool chained) {
+  auto handoffs = std::make_unique<std::array<handoff_t, pair_count>>();
+  auto upstreams = std::make_unique<std::array<signal_t<int, int>, pair_count>>();
   std::vector<std::unique_ptr<offering_receiver_t>> receivers;
   std::vector<std::thread> emitters;
   std::vector<std::thread> destroyers;
-  for (handoff_t& handoff : handoffs) {
+  for (int pair = 0; pair < pair_count; ++pair) {
+    handoff_t& handoff = (*handoffs)[pair];
     receivers.push_back(std::make_unique<offering_receiver_t>(handoff));
-    emitters.emplace_back(emit_and_hand_over, std::ref(*receivers.back()), std::ref(handoff));
+    signal_t<int, int>* upstream = chained ? &(*upstreams)[pair] : nullptr;
+    if (upstream) {
+      upstream->connect(receivers.back().get(), &offering_receiver_t::on_emit);
+    }
+    emitters.emplace_back(emit_and_hand_over, std::ref(*receivers.back()), std::ref(handoff), upstream);
     destroyers.emplace_back(take_and_destroy, std::ref(handoff));
   }
   for (std::thread& emitter : emitters) {
@@ -339,11 +368,20 @@ TEST(signal_stress_test, destroyed_on_one_thread_while_another_emits_it) {
     complete ? destroyer.join() : destroyer.detach();
   }
   if (!complete) {
-    // Still linked to a signal that never finished dying: left alone.
+    // What a destroyer left waiting may still touch is left alone.
+    handoffs.release();   // NOLINT(bugprone-unused-return-value)
+    upstreams.release();  // NOLINT(bugprone-unused-return-value)
     for (auto& receiver : receivers) {
       receiver.release();  // NOLINT(bugprone-unused-return-value)
     }
   }
+}
+
+TEST(signal_stress_test, destroyed_on_one_thread_while_another_emits_it) { destroy_while_emitting(false); }
+
+// The chained signal dies while the one it hangs behind is emitted, before its turn.
+TEST(signal_stress_test, chained_signal_destroyed_while_another_thread_emits_its_source) {
+  destroy_while_emitting(true);
 }
 
 }  // namespace

@@ -256,6 +256,7 @@ class signal_templ : public signal_base_t {
 /// on another thread while an emission runs there, it waits for that emission to end,
 /// and every subscriber is called. An emission runs once it holds the mutex: one still
 /// waiting behind another must not meet the destruction, like any call on a dying object.
+/// A signal chained behind another leaves it first, waiting for a running emission of it.
 template <class... A>
 class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   using base_t = signal_templ<dummy_t, dummy_t, A...>;
