@@ -110,9 +110,6 @@ signal_base_t& signal_base_t::operator=(const signal_base_t& other) {
 }
 
 signal_base_t::~signal_base_t() {
-  // First leave the signals that this one is chained behind, as a receiver emitted on
-  // other threads does: one of them may be walking towards our connection right now.
-  disconnect_all_signals();
   // Without connections and with nobody inside the mutex, no subscriber knows this signal
   // and none can come to, so there is nothing to undo (a delivered snapshot dies so). The
   // count is read first: whoever took the last connection out held the mutex. Whoever

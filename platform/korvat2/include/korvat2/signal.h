@@ -267,6 +267,9 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   signal_t() = default;
   signal_t(const signal_t&) = default;
   signal_t& operator=(const signal_t&) = default;
+  // Leaves the signals that this one is chained behind while it is still whole, as a
+  // receiver emitted on other threads does: one of them may be about to call it.
+  ~signal_t() override { this->disconnect_all_signals(); }
 
   /// Connects `object`'s member function `method`; `T` derives from subscriber_base_t.
   /// Connecting the same pair twice is reported and ignored.
