@@ -26,5 +26,5 @@ run_preset() {
 
 run_preset ci "" display
 run_preset asan "" display
-run_preset tsan "korvat2_stress_tests gui_bridge_stress_tests inplace_say_stress_tests" display
+run_preset tsan "korvat2_stress_tests tamsel3_stress_tests gui_bridge_stress_tests inplace_say_stress_tests" display
 echo "== all test runs passed"
