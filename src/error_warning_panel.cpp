@@ -3,6 +3,7 @@
 #include <tamsel3/error_warning_panel.h>
 #include <tamsel3/text_helpers.h>
 
+#include <ombrelc7/picture.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/product_locations.h>
 #include <zandor/ustring.h>
@@ -33,6 +34,33 @@ namespace tamsel3 {
 namespace {
 
 using ZANDOR_2_16::strings::decode_utf8;
+
+// The generic control runs an animation at its own size, which is logical, on a square of
+// a colour of its own. This draws each frame itself, over the window behind it, and on a
+// scaled display from the animation's form at twice the size where it has one, so that
+// it stays sharp at the same logical size.
+class dense_animation_ctrl_t : public wxGenericAnimationCtrl {
+ public:
+  dense_animation_ctrl_t(wxWindow* parent, const plaxi1::picture_t& animation)
+      : wxGenericAnimationCtrl(parent, wxID_ANY, animation.get_animation(), wxDefaultPosition, wxDefaultSize,
+                               wxNO_BORDER),
+        m_frames(ombrelc7::CreateAnimation(animation.get_animation(), animation.get_animation_2x())) {
+    // wx's idea of the panel's colour isn't what the theme draws behind it: leave that be.
+    SetBackgroundStyle(wxBG_STYLE_PAINT);
+    Bind(wxEVT_PAINT, &dense_animation_ctrl_t::handle_paint, this);
+  }
+
+ private:
+  void handle_paint(wxPaintEvent&) {
+    wxPaintDC dc(this);
+    const wxBitmap frame = m_frames->GetFrame(static_cast<int>(m_currentFrame));
+    if (frame.IsOk()) {
+      dc.DrawBitmap(frame, 0, 0, true);
+    }
+  }
+
+  ombrelc7::ombrelc_ptr<ombrelc7::IAnimation> m_frames;
+};
 
 // Ideographs, kana, hangul and full-width forms: scripts written without blanks, where a
 // line may end before or after any character.
@@ -346,9 +374,8 @@ void error_warning_panel_t::save_check_box_state(bool save) {
 
 message_window_t error_warning_panel_t::get_window_data() const { return m_data; }
 
-void error_warning_panel_t::set_animation(const wxAnimation& animation) {
-  m_animation =
-      new wxGenericAnimationCtrl(this, wxID_ANY, animation, wxDefaultPosition, wxDefaultSize, wxNO_BORDER);
+void error_warning_panel_t::set_animation(const plaxi1::picture_t& animation) {
+  m_animation = new dense_animation_ctrl_t(this, animation);
   if (m_icon) {
     if (wxSizer* sizer = m_icon->GetContainingSizer()) {
       sizer->Replace(m_icon, m_animation, false);
@@ -371,7 +398,7 @@ void error_warning_panel_t::load_images() {
     // the same logical size on high-density displays.
     m_bitmap = picture.get_image().getBundle().GetBitmapFor(this);
   } else if (picture.is_animation() && picture.get_animation().IsOk()) {
-    set_animation(picture.get_animation());
+    set_animation(picture);
   }
   if (m_icon) {
     m_icon->SetBitmap(m_bitmap);

@@ -29,7 +29,7 @@ int event_log_t::add_image(ombrelc7::IImageList* list, const std::string& name,
   }
   ombrelc7::ombrelc_ptr<ombrelc7::IRasterPicture> raster =
       ombrelc7::GetCurrentSystem()->CreateRasterPicture(ombrelc7::size<int>(1, 1));
-  ombrelc7::Bitmap2RasterPicture(picture.getBitmap(false), raster.get());
+  ombrelc7::Bitmap2RasterPicture(picture.getBitmap(true), raster.get());
   return list->Add(raster.get(), wxColour());
 }
 

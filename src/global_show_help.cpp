@@ -29,7 +29,13 @@ void global_show_help_flavor::initialize(global_show_help_flavor* provider) {
 
 korvat2::intrusive_pointer_t<global_show_help_flavor> global_show_help_flavor::get() {
   wxMutexLocker lock(slot_mutex());
-  return korvat2::intrusive_pointer_t<global_show_help_flavor>(slot());
+  global_show_help_flavor* provider = slot();
+  // A provider without owners is being deleted: its destructor waits for our lock to
+  // empty the slot, so a share taken now would outlive it.
+  if (provider == nullptr || !provider->try_add_ref()) {
+    return nullptr;
+  }
+  return korvat2::intrusive_pointer_t<global_show_help_flavor>::adopt(provider);
 }
 
 }  // namespace tamsel3

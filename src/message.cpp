@@ -233,7 +233,7 @@ plaxi1::picture_t standard_message_t::get_icon_by_type(icon_types_t type) {
     return {};
   }
   if (animation) {
-    return loader.load_animation(name);
+    return loader.load_animated_picture(name);
   }
   return loader.load_static_picture(name);
 }

@@ -30,14 +30,14 @@ const std::string message_entry_t::type_name = "message_entry_t";
 void set_ombrelc_icon(ombrelcfrw7::CImage& image, const plaxi1::picture_t& picture) {
   image.Clear();
   if (picture.is_animation()) {
-    image.SetAnimation(ombrelc7::CreateAnimation(picture.get_animation()));
+    image.SetAnimation(ombrelc7::CreateAnimation(picture.get_animation(), picture.get_animation_2x()));
     image.StartAnimation();
     return;
   }
   if (picture.is_image()) {
     ombrelc7::ombrelc_ptr<ombrelc7::IRasterPicture> raster =
         ombrelc7::GetCurrentSystem()->CreateRasterPicture(size<int>(1, 1));
-    ombrelc7::Bitmap2RasterPicture(picture.get_image().getBitmap(false), raster.get());
+    ombrelc7::Bitmap2RasterPicture(picture.get_image().getBitmap(true), raster.get());
     image.SetRasterPicture(raster.get());
   }
 }

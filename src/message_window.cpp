@@ -71,7 +71,7 @@ plaxi1::picture_t message_window_t::get_icon_by_type(icon_types_t type) {
     case icon_warning: return loader.load_static_picture("warning24");
     case icon_ok: return loader.load_static_picture("checkmark24");
     case icon_info: return loader.load_static_picture("info24");
-    case icon_progress: return loader.load_animation("progress");
+    case icon_progress: return loader.load_animated_picture("progress");
     case icon_error:
     case icon_custom:
     default: return loader.load_static_picture("error24");

@@ -356,7 +356,8 @@ def draw_empty(design, scale):
 # smaller. Size, not shade, tells the way round, so that it reads on any background. A GIF
 # pixel is either drawn or not, so each dot is a small pixel figure, the pixels that a circle
 # covers at least half of: a dot's centre is on a pixel centre, and the eight lie at the same
-# distance from the middle, at (3.5, 8.5) and its mirror images.
+# distance from the middle, at (3.5, 8.5) and its mirror images. The form at twice the size
+# doubles every measure: its centres fall on pixel corners, and the dots stay symmetric.
 SPINNER_SIDE = 24
 SPINNER_FRAMES = 12
 SPINNER_DELAY_CS = 8
@@ -366,9 +367,10 @@ SPINNER_DELAY_CS = 8
 SPINNER_DOTS = [(30.0, 2.5), (120.0, 1.6), (210.0, 1.2), (360.0, 0.6)]
 
 
-def spinner_frame(step):
-    c = SPINNER_SIDE / 2.0
-    near, far = 3.5, 8.5
+def spinner_frame(step, scale):
+    side = SPINNER_SIDE * scale
+    c = side / 2.0
+    near, far = 3.5 * scale, 8.5 * scale
     offsets = [(near, -far), (far, -near), (far, near), (near, far),
                (-near, far), (-far, near), (-far, -near), (-near, -far)]
     head = 360.0 * step / SPINNER_FRAMES
@@ -378,14 +380,14 @@ def spinner_frame(step):
         # A dot the head is about to reach, up to 15 degrees on, counts as reached.
         behind = (head - angle + 15.0) % 360.0 - 15.0
         radius = next(r for limit, r in SPINNER_DOTS if behind < limit)
-        dots.append(circle(c + dx, c + dy, radius))
-    rows = coverage(union(*dots), SPINNER_SIDE)
-    return [1 if rows[y][x] >= 0.5 else 0 for y in range(SPINNER_SIDE) for x in range(SPINNER_SIDE)]
+        dots.append(circle(c + dx, c + dy, radius * scale))
+    rows = coverage(union(*dots), side)
+    return [1 if rows[y][x] >= 0.5 else 0 for y in range(side) for x in range(side)]
 
 
-def spinner_gif():
-    frames = [spinner_frame(step) for step in range(SPINNER_FRAMES)]
-    return gif_bytes(frames, SPINNER_SIDE, [(0xFF, 0xFF, 0xFF), hex_colour(SPINNER)],
+def spinner_gif(scale):
+    frames = [spinner_frame(step, scale) for step in range(SPINNER_FRAMES)]
+    return gif_bytes(frames, SPINNER_SIDE * scale, [(0xFF, 0xFF, 0xFF), hex_colour(SPINNER)],
                      SPINNER_DELAY_CS)
 
 
@@ -407,7 +409,8 @@ def all_files():
     for name, draw, design in PICTURES:
         files[name + ".png"] = png_bytes(draw(design, 1).rgba_rows())
         files[name + "@2x.png"] = png_bytes(draw(design, 2).rgba_rows())
-    files["progress.gif"] = spinner_gif()
+    files["progress.gif"] = spinner_gif(1)
+    files["progress@2x.gif"] = spinner_gif(2)
     return files
 
 

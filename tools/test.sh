@@ -28,5 +28,5 @@ run_preset ci "" display
 echo "== ci: clang-tidy"
 tools/tidy.sh build/ci
 run_preset asan "" display
-run_preset tsan "korvat2_stress_tests gui_bridge_stress_tests inplace_say_stress_tests" display
+run_preset tsan "korvat2_stress_tests tamsel3_stress_tests gui_bridge_stress_tests inplace_say_stress_tests" display
 echo "== all test runs passed"

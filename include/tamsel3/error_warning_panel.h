@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-class wxAnimation;
 class wxCheckBox;
 class wxGenericAnimationCtrl;
 class wxKeyEvent;
@@ -54,8 +53,9 @@ class error_warning_panel_t : public pref_base_t {
   void save_check_box_state(bool save);
   message_window_t get_window_data() const;
 
-  /// Shows `animation` in place of the icon and starts it.
-  void set_animation(const wxAnimation& animation);
+  /// Shows `animation` in place of the icon and starts it; on a scaled display, from its
+  /// form at twice the size where it has one.
+  void set_animation(const plaxi1::picture_t& animation);
   /// Shows the picture of the description's icon type.
   void load_images();
   void fill_text_controls();

@@ -21,7 +21,8 @@ class global_show_help_flavor : public korvat2::intrusive_pointer_impl_t {
 
   /// Stores `provider` in the slot without taking a reference; an earlier one is forgotten.
   static void initialize(global_show_help_flavor* provider);
-  /// The provider in the slot, or a null pointer.
+  /// The provider in the slot, or a null pointer. A provider whose count is zero (its last
+  /// owner is letting it go, maybe on another thread) is never handed out: null then.
   static korvat2::intrusive_pointer_t<global_show_help_flavor> get();
 };
 

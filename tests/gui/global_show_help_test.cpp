@@ -57,4 +57,31 @@ TEST(global_show_help_test, destroying_a_held_instance_is_reported) {
   EXPECT_EQ(global_show_help_flavor::get().get(), nullptr);
 }
 
+// While its last owner lets it go, a provider's count is zero and the slot still names it
+// until its base part dies: whoever asks then gets nothing, not a share in a dying object.
+class dying_probe_t : public provider_t {
+ public:
+  explicit dying_probe_t(bool* handed_out) : m_handed_out(handed_out) {}
+  ~dying_probe_t() override {
+    korvat2::intrusive_pointer_t<global_show_help_flavor> got = global_show_help_flavor::get();
+    *m_handed_out = got.get() != nullptr;
+    got.detach();  // a share in a dying object can't be given back
+  }
+
+ private:
+  bool* m_handed_out;
+};
+
+TEST(global_show_help_test, a_dying_provider_is_not_handed_out) {
+  test_support::assert_recorder_t asserts;
+  bool handed_out = true;
+  {
+    korvat2::intrusive_pointer_t<dying_probe_t> owner(new dying_probe_t(&handed_out));
+    global_show_help_flavor::initialize(owner.get());
+  }
+  EXPECT_FALSE(handed_out);
+  EXPECT_EQ(asserts.count(), 0u);
+  EXPECT_EQ(global_show_help_flavor::get().get(), nullptr);
+}
+
 }  // namespace

@@ -7,10 +7,12 @@
 
 #include <array>
 #include <atomic>
+#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <random>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -237,6 +239,149 @@ TEST(signal_stress_test, no_call_after_death_and_every_anchor_emission_once) {
     }
   }
   EXPECT_EQ(anchor.connection_count(), static_cast<std::size_t>(thread_count));
+}
+
+// Two threads emit signals that two others destroy in the middle of the emission: a
+// subscriber hands the signal over and waits until it is taken, so the emission has
+// surely begun when the signal dies, and goes on while it dies.
+constexpr int pair_count = thread_count / 2;
+constexpr int emissions_per_pair = 100000 / pair_count;
+
+// Where an emitter hands its signal to its destroyer.
+class handoff_t {
+ public:
+  void offer(signal_t<int, int>* signal) {
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_offered = signal;
+    m_changed.notify_all();
+    m_changed.wait(lock, [this] { return m_offered == nullptr; });
+  }
+  // The next signal offered, or null once the emitter is done.
+  signal_t<int, int>* take() {
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_changed.wait(lock, [this] { return m_offered != nullptr || m_done; });
+    signal_t<int, int>* taken = std::exchange(m_offered, nullptr);
+    m_changed.notify_all();
+    return taken;
+  }
+  // Told by the destroyer once the signal it took is gone.
+  void destroyed() {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    ++m_destroyed;
+    m_changed.notify_all();
+  }
+  void wait_destroyed(int count) {
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_changed.wait(lock, [this, count] { return m_destroyed >= count; });
+  }
+  void finish() {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_done = true;
+    m_changed.notify_all();
+  }
+
+ private:
+  std::mutex m_mutex;
+  std::condition_variable m_changed;
+  signal_t<int, int>* m_offered = nullptr;
+  int m_destroyed = 0;
+  bool m_done = false;
+};
+
+class offering_receiver_t : public subscriber_base_t {
+ public:
+  explicit offering_receiver_t(handoff_t& handoff) : m_handoff(handoff) {}
+  ~offering_receiver_t() override { disconnect_all_signals(); }
+
+  void on_emit(int, int) { m_handoff.offer(m_current); }
+  // Connected behind on_emit: reached by every emission that has begun.
+  void on_after(int, int) { ++m_after_calls; }
+
+  signal_t<int, int>* m_current = nullptr;
+  int m_after_calls = 0;
+
+ private:
+  handoff_t& m_handoff;
+};
+
+// Emits each new signal itself, or, when `upstream` is given, chains it behind `upstream`,
+// which already calls the receiver's on_emit, and emits that.
+void emit_and_hand_over(offering_receiver_t& receiver, handoff_t& handoff, signal_t<int, int>* upstream) {
+  for (int round = 0; round < emissions_per_pair; ++round) {
+    auto* signal = new signal_t<int, int>;
+    if (!upstream) {
+      signal->connect(&receiver, &offering_receiver_t::on_emit);
+    }
+    signal->connect(&receiver, &offering_receiver_t::on_after);
+    receiver.m_current = signal;
+    if (upstream) {
+      upstream->connect(signal);
+      (*upstream)(0, round);  // the chained signal dies on the other thread meanwhile
+    } else {
+      (*signal)(0, round);  // dies on the other thread meanwhile
+    }
+    if (receiver.m_after_calls != round + 1) {
+      ADD_FAILURE() << "emission " << round << " stopped when its signal died on another thread";
+      break;
+    }
+    // A dying chained signal waits for the emission of its source, so the next emission
+    // of that source must not wait for the destroyer in turn.
+    handoff.wait_destroyed(round + 1);
+  }
+  handoff.finish();
+}
+
+void take_and_destroy(handoff_t& handoff) {
+  while (signal_t<int, int>* signal = handoff.take()) {
+    delete signal;
+    handoff.destroyed();
+  }
+}
+
+void destroy_while_emitting(bool chained) {
+  auto handoffs = std::make_unique<std::array<handoff_t, pair_count>>();
+  auto upstreams = std::make_unique<std::array<signal_t<int, int>, pair_count>>();
+  std::vector<std::unique_ptr<offering_receiver_t>> receivers;
+  std::vector<std::thread> emitters;
+  std::vector<std::thread> destroyers;
+  for (int pair = 0; pair < pair_count; ++pair) {
+    handoff_t& handoff = (*handoffs)[pair];
+    receivers.push_back(std::make_unique<offering_receiver_t>(handoff));
+    signal_t<int, int>* upstream = chained ? &(*upstreams)[pair] : nullptr;
+    if (upstream) {
+      upstream->connect(receivers.back().get(), &offering_receiver_t::on_emit);
+    }
+    emitters.emplace_back(emit_and_hand_over, std::ref(*receivers.back()), std::ref(handoff), upstream);
+    destroyers.emplace_back(take_and_destroy, std::ref(handoff));
+  }
+  for (std::thread& emitter : emitters) {
+    emitter.join();
+  }
+  bool complete = true;
+  for (const auto& receiver : receivers) {
+    // An emission that had begun ran to its end, though its signal died meanwhile.
+    EXPECT_EQ(receiver->m_after_calls, emissions_per_pair);
+    complete = complete && receiver->m_after_calls == emissions_per_pair;
+  }
+  for (std::thread& destroyer : destroyers) {
+    // After a failure a destroyer may wait forever on a mutex that the emitter freed.
+    complete ? destroyer.join() : destroyer.detach();
+  }
+  if (!complete) {
+    // What a destroyer left waiting may still touch is left alone.
+    handoffs.release();   // NOLINT(bugprone-unused-return-value)
+    upstreams.release();  // NOLINT(bugprone-unused-return-value)
+    for (auto& receiver : receivers) {
+      receiver.release();  // NOLINT(bugprone-unused-return-value)
+    }
+  }
+}
+
+TEST(signal_stress_test, destroyed_on_one_thread_while_another_emits_it) { destroy_while_emitting(false); }
+
+// The chained signal dies while the one it hangs behind is emitted, before its turn.
+TEST(signal_stress_test, chained_signal_destroyed_while_another_thread_emits_its_source) {
+  destroy_while_emitting(true);
 }
 
 }  // namespace

@@ -110,19 +110,24 @@ signal_base_t& signal_base_t::operator=(const signal_base_t& other) {
 }
 
 signal_base_t::~signal_base_t() {
-  // Idle, without connections and with nobody inside the mutex: no subscriber knows this
-  // signal and none can come to, so there is nothing to undo (a delivered snapshot dies
-  // so). The count is read first: whoever took the last connection out held the mutex.
-  if (!m_in_emission && m_connections.empty() && m_mutex->unheld()) {
+  // Without connections and with nobody inside the mutex, no subscriber knows this signal
+  // and none can come to, so there is nothing to undo (a delivered snapshot dies so). The
+  // count is read first: whoever took the last connection out held the mutex. Whoever
+  // emitted last let go of the mutex too, so the emission pointer is read after it.
+  if (m_connections.empty() && m_mutex->unheld() && !m_in_emission) {
     delete m_mutex;
     return;
   }
-  if (m_in_emission) {
-    *m_in_emission = 0;
-  }
+  // The mutex is taken before the emission is looked at. An emission on another thread
+  // holds it to its end, so we wait for that, and the mutex stays ours to free: clearing
+  // that emission's flag first would let its frame free the mutex we are waiting on.
   threading::mutex_t* mutex = m_mutex;
   mutex->acquire();
+  // Held here, a running emission is this thread's own, below us on the stack.
   const bool emitting = m_in_emission != nullptr;
+  if (emitting) {
+    *m_in_emission = 0;
+  }
   unlink_all_locked();
   mutex->release();
   if (!emitting) {

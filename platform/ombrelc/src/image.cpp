@@ -99,8 +99,8 @@ void CImage::PaintContent(wxDC& dc, const rect<int>& clip) {
     return;
   }
   const rect<int>& r = GetRect();
-  dc.DrawBitmap(bitmap, r.left + (r.width() - bitmap.GetWidth()) / 2,
-                r.top + (r.height() - bitmap.GetHeight()) / 2, true);
+  const wxSize logical = bitmap.GetLogicalSize();
+  dc.DrawBitmap(bitmap, r.left + (r.width() - logical.x) / 2, r.top + (r.height() - logical.y) / 2, true);
 }
 
 }  // namespace ombrelcfrw7

@@ -1,5 +1,7 @@
 #include <ombrelc7/picture.h>
 
+#include <plaxi1/picture.h>
+
 #include <wx/animate.h>
 #include <wx/dc.h>
 #include <wx/image.h>
@@ -11,14 +13,17 @@ namespace ombrelc7 {
 
 namespace {
 
+size<int> logical_size(const wxBitmap& bitmap) {
+  const wxSize logical = bitmap.GetLogicalSize();
+  return size<int>(logical.x, logical.y);
+}
+
 class raster_picture_t : public ref_counted<IRasterPicture> {
  public:
   explicit raster_picture_t(const wxBitmap& bitmap) : m_bitmap(bitmap) {}
   wxBitmap GetBitmap() const override { return m_bitmap; }
   void SetBitmap(const wxBitmap& bitmap) override { m_bitmap = bitmap; }
-  size<int> GetSize() const override {
-    return m_bitmap.IsOk() ? size<int>(m_bitmap.GetWidth(), m_bitmap.GetHeight()) : size<int>();
-  }
+  size<int> GetSize() const override { return m_bitmap.IsOk() ? logical_size(m_bitmap) : size<int>(); }
 
  private:
   wxBitmap m_bitmap;
@@ -38,14 +43,14 @@ class image_list_t : public ref_counted<IImageList> {
       // A copy: the mask must not change the picture, which others may show.
       wxImage image = bitmap.ConvertToImage();
       image.SetMaskColour(mask.Red(), mask.Green(), mask.Blue());
-      bitmap = wxBitmap(image);
+      bitmap = wxBitmap(image, wxBITMAP_SCREEN_DEPTH, bitmap.GetScaleFactor());
     }
     m_bitmaps.push_back(bitmap);
     return static_cast<int>(m_bitmaps.size()) - 1;
   }
   int GetCount() const override { return static_cast<int>(m_bitmaps.size()); }
   size<int> GetImageSize() const override {
-    return m_bitmaps.empty() ? size<int>() : size<int>(m_bitmaps[0].GetWidth(), m_bitmaps[0].GetHeight());
+    return m_bitmaps.empty() ? size<int>() : logical_size(m_bitmaps[0]);
   }
   void Draw(wxDC& dc, int index, int x, int y) const override {
     if (index >= 0 && index < GetCount()) {
@@ -59,12 +64,34 @@ class image_list_t : public ref_counted<IImageList> {
 
 class animation_t : public ref_counted<IAnimation> {
  public:
-  explicit animation_t(const wxAnimation& animation) {
+  animation_t(const wxAnimation& animation, const wxAnimation& animation_2x) {
     if (!animation.IsOk()) {
       return;
     }
+    const wxSize normal = animation.GetSize();
+    m_size = size<int>(normal.x, normal.y);
+    if (animation_2x.IsOk() && plaxi1::display_scale() > 1.0) {
+      add_frames(animation_2x, 2.0);
+    } else {
+      add_frames(animation, 1.0);
+    }
+    if (m_size.cx <= 0 && !m_frames.empty()) {
+      m_size = logical_size(m_frames[0]);
+    }
+  }
+  int GetFrameCount() const override { return static_cast<int>(m_frames.size()); }
+  wxBitmap GetFrame(int index) const override {
+    return index >= 0 && index < GetFrameCount() ? m_frames[static_cast<std::size_t>(index)] : wxBitmap();
+  }
+  int GetDelay(int index) const override {
+    return index >= 0 && index < GetFrameCount() ? m_delays[static_cast<std::size_t>(index)] : 0;
+  }
+  size<int> GetSize() const override { return m_size; }
+
+ private:
+  // Frames of `scale` device pixels a logical one.
+  void add_frames(const wxAnimation& animation, double scale) {
     const wxSize full = animation.GetSize();
-    m_size = size<int>(full.x, full.y);
     // Frames may cover a part of the picture: each is drawn over the one before.
     wxImage canvas;
     for (unsigned int i = 0; i < animation.GetFrameCount(); ++i) {
@@ -80,23 +107,11 @@ class animation_t : public ref_counted<IAnimation> {
       if (!canvas.HasAlpha()) {
         canvas.InitAlpha();
       }
-      m_frames.emplace_back(canvas);
+      m_frames.emplace_back(canvas, wxBITMAP_SCREEN_DEPTH, scale);
       m_delays.push_back(std::max(10, animation.GetDelay(i)));
     }
-    if (m_size.cx <= 0 && !m_frames.empty()) {
-      m_size = size<int>(m_frames[0].GetWidth(), m_frames[0].GetHeight());
-    }
   }
-  int GetFrameCount() const override { return static_cast<int>(m_frames.size()); }
-  wxBitmap GetFrame(int index) const override {
-    return index >= 0 && index < GetFrameCount() ? m_frames[static_cast<std::size_t>(index)] : wxBitmap();
-  }
-  int GetDelay(int index) const override {
-    return index >= 0 && index < GetFrameCount() ? m_delays[static_cast<std::size_t>(index)] : 0;
-  }
-  size<int> GetSize() const override { return m_size; }
 
- private:
   std::vector<wxBitmap> m_frames;
   std::vector<int> m_delays;
   size<int> m_size;
@@ -133,7 +148,11 @@ bool Bitmap2RasterPicture(const wxBitmap& bitmap, IRasterPicture* picture) {
 }
 
 ombrelc_ptr<IAnimation> CreateAnimation(const wxAnimation& animation) {
-  return ombrelc_ptr<IAnimation>(new animation_t(animation));
+  return CreateAnimation(animation, wxAnimation());
+}
+
+ombrelc_ptr<IAnimation> CreateAnimation(const wxAnimation& animation, const wxAnimation& animation_2x) {
+  return ombrelc_ptr<IAnimation>(new animation_t(animation, animation_2x));
 }
 
 }  // namespace ombrelc7

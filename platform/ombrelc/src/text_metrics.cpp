@@ -1,5 +1,6 @@
 #include "text_metrics.h"
 
+#include <plaxi1/picture.h>
 #include <plaxi1/ui_settings.h>
 
 #include <wx/bitmap.h>
@@ -33,6 +34,7 @@ struct metrics_t {
   std::unordered_map<std::string, std::vector<int>> extents;
   std::unique_ptr<wxBitmap> bitmap;
   std::unique_ptr<wxMemoryDC> dc;
+  double scale = 1.0;
 };
 
 metrics_t& metrics() {
@@ -40,16 +42,32 @@ metrics_t& metrics() {
   return *instance;
 }
 
+void drop_measures(metrics_t& m) {
+  for (auto& slot : m.fonts) {
+    slot.reset();
+  }
+  m.extents.clear();
+}
+
+// Measures at the scale that windows draw at: hinting places glyphs on whole device
+// pixels, so a text measured at one scale is wider or narrower drawn at another, and runs
+// placed side by side would overlap or drift apart.
 wxDC& measure_dc() {
   metrics_t& m = metrics();
-  if (!m.dc) {
-    m.bitmap = std::make_unique<wxBitmap>(1, 1);
+  const double scale = plaxi1::display_scale();
+  if (!m.dc || scale != m.scale) {
+    drop_measures(m);
+    m.dc.reset();
+    m.bitmap = std::make_unique<wxBitmap>();
+    m.bitmap->CreateWithDIPSize(wxSize(1, 1), scale);
     m.dc = std::make_unique<wxMemoryDC>(*m.bitmap);
+    m.scale = scale;
   }
   return *m.dc;
 }
 
 font_entry_t& entry(int kind, std::uint8_t style) {
+  wxDC& dc = measure_dc();  // first: a new scale drops the fonts measured at the old one
   if (kind < 0 || static_cast<std::size_t>(kind) >= font_kinds) {
     kind = plaxi1::font_normal;
   }
@@ -65,7 +83,6 @@ font_entry_t& entry(int kind, std::uint8_t style) {
       font.MakeItalic();
     }
     slot->font = font;
-    wxDC& dc = measure_dc();
     dc.SetFont(font);
     slot->height = dc.GetCharHeight();
   }
@@ -79,6 +96,7 @@ const wxFont& font_for(int kind, std::uint8_t style) { return entry(kind, style)
 int line_height(int kind, std::uint8_t style) { return entry(kind, style).height; }
 
 const std::vector<int>& text_extents(int kind, std::uint8_t style, const wxString& text) {
+  wxDC& dc = measure_dc();
   metrics_t& m = metrics();
   std::string key(1, static_cast<char>(static_cast<std::size_t>(kind) * styles + (style & style_bits)));
   key += text.utf8_string();
@@ -91,7 +109,6 @@ const std::vector<int>& text_extents(int kind, std::uint8_t style, const wxStrin
   }
   std::vector<int> widths;
   if (!text.empty()) {
-    wxDC& dc = measure_dc();
     dc.SetFont(entry(kind, style).font);
     wxArrayInt partial;
     dc.GetPartialTextExtents(text, partial);
@@ -127,13 +144,7 @@ int quick_width_bound(int kind, std::uint8_t style, const std::string& utf8) {
   return sum + sum / 16 + 2;
 }
 
-void reset_text_metrics() {
-  metrics_t& m = metrics();
-  for (auto& slot : m.fonts) {
-    slot.reset();
-  }
-  m.extents.clear();
-}
+void reset_text_metrics() { drop_measures(metrics()); }
 
 std::vector<wx_run_t> to_wx_runs(const std::vector<text_run_t>& runs) {
   std::vector<wx_run_t> out;

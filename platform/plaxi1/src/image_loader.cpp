@@ -22,7 +22,7 @@ struct index_t {
   std::map<std::string, wxString> bitmap_files;
   std::map<std::string, wxString> animation_files;
   std::map<std::string, wxStaticPicture> pictures;  // empty ones too, to look only once
-  std::map<std::string, wxAnimation> animations;
+  std::map<std::string, picture_t> animations;      // empty ones too
 };
 
 std::map<std::string, index_t>& indexes() {
@@ -155,19 +155,24 @@ wxStaticPicture image_loader_t::load_static_picture(const std::string& name) con
 }
 
 wxAnimation image_loader_t::load_animation(const std::string& name) const {
+  return load_animated_picture(name).get_animation();
+}
+
+picture_t image_loader_t::load_animated_picture(const std::string& name) const {
   if (m_location.empty()) {
-    return wxAnimation();
+    return picture_t();
   }
   wxLogNull quiet;
   index_t& index = index_at(m_location);
   auto cached = index.animations.find(name);
   if (cached == index.animations.end()) {
     const auto file = index.animation_files.find(name);
-    wxAnimation animation;
+    picture_t animation;
     if (file != index.animation_files.end()) {
-      animation = read_animation(m_location, file->second);
+      animation = picture_t(read_animation(m_location, file->second),
+                            read_animation(m_location, name_2x(file->second)));
     }
-    if (!animation.IsOk()) {
+    if (!animation.is_animation()) {
       report_missing(index, m_location, "animation", name);
     }
     cached = index.animations.emplace(name, animation).first;

@@ -5,10 +5,7 @@
 #include <wx/window.h>
 
 namespace plaxi1 {
-namespace {
 
-// The scale of the display that pictures are shown on: the main window's when there is
-// one, as it knows the monitor it sits on; else the primary display's.
 double display_scale() {
   if (!wxTheApp) {
     return 1.0;  // no toolkit yet: nothing can be shown
@@ -18,8 +15,6 @@ double display_scale() {
   }
   return wxDisplay().GetScaleFactor();
 }
-
-}  // namespace
 
 wxStaticPicture::wxStaticPicture(const wxImage& image, const wxImage& image_2x)
     : m_image(image), m_image_2x(image.IsOk() ? image_2x : wxImage()) {}
@@ -64,6 +59,12 @@ picture_t::picture_t(const wxAnimation& animation) {
   }
 }
 
+picture_t::picture_t(const wxAnimation& animation, const wxAnimation& animation_2x) : picture_t(animation) {
+  if (m_animation && animation_2x.IsOk()) {
+    m_animation_2x = std::make_shared<const wxAnimation>(animation_2x);
+  }
+}
+
 bool picture_t::is_image() const { return m_picture != nullptr; }
 
 bool picture_t::is_animation() const { return m_animation != nullptr; }
@@ -71,5 +72,7 @@ bool picture_t::is_animation() const { return m_animation != nullptr; }
 wxStaticPicture picture_t::get_image() const { return m_picture ? *m_picture : wxStaticPicture(); }
 
 wxAnimation picture_t::get_animation() const { return m_animation ? *m_animation : wxAnimation(); }
+
+wxAnimation picture_t::get_animation_2x() const { return m_animation_2x ? *m_animation_2x : wxAnimation(); }
 
 }  // namespace plaxi1

@@ -13,7 +13,7 @@
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
-#include <dlfcn.h>
+#include <gtk/gtk.h>
 
 #include <algorithm>
 #include <chrono>
@@ -134,44 +134,12 @@ wxRect device_rect(const wxRect& rect, double scale) {
   return {device(rect.x), device(rect.y), device(rect.width), device(rect.height)};
 }
 
-template <typename function_t>
-function_t toolkit_function(const char* name) {
-  return reinterpret_cast<function_t>(dlsym(RTLD_DEFAULT, name));
-}
-
-// The GTK functions that lay out, place and draw a widget tree, taken from the GTK that
-// wxGTK loaded: the library builds without GTK's headers, and another port of wx has none.
-struct gtk_drawing_t {
-  using draw_fn_t = void (*)(WXWidget, cairo_t*);
-  using widget_fn_t = void (*)(WXWidget);
-  using toplevel_fn_t = WXWidget (*)(WXWidget);
-  using extent_fn_t = int (*)(WXWidget);
-  using gdk_window_fn_t = void* (*)(WXWidget);
-  using origin_fn_t = int (*)(void*, int*, int*);
-
-  draw_fn_t draw = toolkit_function<draw_fn_t>("gtk_widget_draw");
-  toplevel_fn_t toplevel = toolkit_function<toplevel_fn_t>("gtk_widget_get_toplevel");
-  widget_fn_t check_resize = toolkit_function<widget_fn_t>("gtk_container_check_resize");
-  extent_fn_t width = toolkit_function<extent_fn_t>("gtk_widget_get_allocated_width");
-  extent_fn_t height = toolkit_function<extent_fn_t>("gtk_widget_get_allocated_height");
-  gdk_window_fn_t gdk_window = toolkit_function<gdk_window_fn_t>("gtk_widget_get_window");
-  origin_fn_t origin = toolkit_function<origin_fn_t>("gdk_window_get_origin");
-
-  bool ok() const { return draw && toplevel && check_resize && width && height && gdk_window && origin; }
-
-  static const gtk_drawing_t& get() {
-    static const gtk_drawing_t gtk;
-    return gtk;
-  }
-};
-
 // Where GTK draws `window` on the screen, in logical pixels. A top-level window's own
 // position would include the window manager's frame, which GTK doesn't draw.
 wxPoint drawn_origin(wxWindow* window) {
-  const gtk_drawing_t& gtk = gtk_drawing_t::get();
-  void* gdk_window = window->IsTopLevel() ? gtk.gdk_window(window->GetHandle()) : nullptr;
+  GdkWindow* gdk_window = window->IsTopLevel() ? gtk_widget_get_window(window->GetHandle()) : nullptr;
   wxPoint origin;
-  if (gdk_window && gtk.origin(gdk_window, &origin.x, &origin.y)) {
+  if (gdk_window && gdk_window_get_origin(gdk_window, &origin.x, &origin.y)) {
     return origin;
   }
   return window->GetScreenPosition();
@@ -181,15 +149,17 @@ wxPoint drawn_origin(wxWindow* window) {
 // a bitmap of device pixels: the window's size times its scale factor. It needs neither
 // the screen nor the window to be uncovered.
 bool draw_through_gtk(wxWindow* window, wxImage& image) {
-  const gtk_drawing_t& gtk = gtk_drawing_t::get();
-  WXWidget widget = window->GetHandle();
-  if (!gtk.ok() || !widget || !window->IsShownOnScreen()) {
+  GtkWidget* widget = window->GetHandle();
+  if (!widget || !window->IsShownOnScreen()) {
     return false;
   }
   // A resize that GTK queued and hasn't laid out yet would make it refuse to draw: lay it
   // out now, as its next frame would.
-  gtk.check_resize(gtk.toplevel(widget));
-  const wxSize size(gtk.width(widget), gtk.height(widget));
+  GtkWidget* toplevel = gtk_widget_get_toplevel(widget);
+  if (GTK_IS_CONTAINER(toplevel)) {
+    gtk_container_check_resize(GTK_CONTAINER(toplevel));
+  }
+  const wxSize size(gtk_widget_get_allocated_width(widget), gtk_widget_get_allocated_height(widget));
   wxBitmap bitmap;
   if (size.x <= 0 || size.y <= 0 || !bitmap.CreateWithDIPSize(size, window->GetContentScaleFactor(), 24)) {
     return false;
@@ -201,7 +171,7 @@ bool draw_through_gtk(wxWindow* window, wxImage& image) {
     if (!context) {
       return false;
     }
-    gtk.draw(widget, context);
+    gtk_widget_draw(widget, context);
   }
   image = bitmap.ConvertToImage();
   return image.IsOk();

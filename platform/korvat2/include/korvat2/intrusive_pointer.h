@@ -26,6 +26,18 @@ class intrusive_pointer_impl_t {
     ++m_ref_count;
   }
 
+  /// Raises the count by one unless it is zero, and tells whether it did. An object whose
+  /// count reached zero is being deleted by its last owner: whoever reaches it through a
+  /// raw pointer (a registry that its destructor empties) takes a share this way.
+  bool try_add_ref() const {
+    threading::scoped_lock_t lock(m_mutex);
+    if (m_ref_count == 0) {
+      return false;
+    }
+    ++m_ref_count;
+    return true;
+  }
+
   /// Lowers the count by one and deletes the object when it reaches zero. A count that
   /// is already zero stays zero and nothing is deleted.
   void release_ref() const {
@@ -66,6 +78,13 @@ class intrusive_pointer_t {
   intrusive_pointer_t(const intrusive_pointer_t<U>& other) : m_ptr(other.get()) {
     take();
   }  // NOLINT
+  /// Takes over a share that the caller already holds, as `detach` gives one or
+  /// `try_add_ref` takes one: the count is not raised.
+  static intrusive_pointer_t adopt(T* ptr) {
+    intrusive_pointer_t pointer;
+    pointer.m_ptr = ptr;
+    return pointer;
+  }
   intrusive_pointer_t(intrusive_pointer_t&& other) noexcept : m_ptr(std::exchange(other.m_ptr, nullptr)) {}
   ~intrusive_pointer_t() { reset(); }
 

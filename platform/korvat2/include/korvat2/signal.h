@@ -251,7 +251,12 @@ class signal_templ : public signal_base_t {
 
 /// A signal with the arguments `A...`. Subscribers are called in order of connection,
 /// on the emitting thread, with the signal's mutex held. Any thread may connect,
-/// disconnect, emit or destroy; a receiver that dies disconnects itself.
+/// disconnect, emit or destroy; a receiver that dies disconnects itself. Destroyed inside
+/// its own emission (by a subscriber), the signal stops that emission at once. Destroyed
+/// on another thread while an emission runs there, it waits for that emission to end,
+/// and every subscriber is called. An emission runs once it holds the mutex: one still
+/// waiting behind another must not meet the destruction, like any call on a dying object.
+/// A signal chained behind another leaves it first, waiting for a running emission of it.
 template <class... A>
 class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   using base_t = signal_templ<dummy_t, dummy_t, A...>;
@@ -262,6 +267,9 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   signal_t() = default;
   signal_t(const signal_t&) = default;
   signal_t& operator=(const signal_t&) = default;
+  // Leaves the signals that this one is chained behind while it is still whole, as a
+  // receiver emitted on other threads does: one of them may be about to call it.
+  ~signal_t() override { this->disconnect_all_signals(); }
 
   /// Connects `object`'s member function `method`; `T` derives from subscriber_base_t.
   /// Connecting the same pair twice is reported and ignored.

@@ -8,11 +8,13 @@
 #include <wx/colour.h>
 
 class wxAnimation;
+
 class wxDC;
 
 namespace ombrelc7 {
 
-/// A bitmap with a reference count.
+/// A bitmap with a reference count. Sizes are logical: a bitmap with a scale factor of 2
+/// has twice as many pixels and is drawn at the same size, sharper.
 class IRasterPicture : public IObject {
  public:
   virtual wxBitmap GetBitmap() const = 0;
@@ -33,7 +35,7 @@ class IImageList : public IObject {
   virtual void Draw(wxDC& dc, int index, int x, int y) const = 0;
 };
 
-/// The frames of an animation, composed to full-size bitmaps.
+/// The frames of an animation, composed to full-size bitmaps. Its size is logical.
 class IAnimation : public IObject {
  public:
   virtual int GetFrameCount() const = 0;
@@ -64,5 +66,8 @@ bool Bitmap2RasterPicture(const wxBitmap& bitmap, IRasterPicture* picture);
 
 /// The frames of `animation`; an animation without frames gives an object with none.
 ombrelc_ptr<IAnimation> CreateAnimation(const wxAnimation& animation);
+/// The same, but when the display is scaled and `animation_2x`, the form at twice the size,
+/// is ok, the frames are that form's, as bitmaps of scale factor 2 of the same logical size.
+ombrelc_ptr<IAnimation> CreateAnimation(const wxAnimation& animation, const wxAnimation& animation_2x);
 
 }  // namespace ombrelc7

@@ -19,6 +19,9 @@ class image_loader_t {
   wxStaticPicture load_static_picture(const std::string& name) const;
   /// The animation of that name; not ok when the index or the name is missing.
   wxAnimation load_animation(const std::string& name) const;
+  /// The animation of that name with its "@2x" form when one lies beside it; empty when
+  /// the index or the name is missing.
+  picture_t load_animated_picture(const std::string& name) const;
 
  private:
   std::string m_location;

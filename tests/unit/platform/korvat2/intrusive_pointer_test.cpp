@@ -102,4 +102,31 @@ TEST(intrusive_pointer_test, destroying_an_owned_object_is_reported) {
   EXPECT_EQ(asserts.texts(), std::vector<std::string>{"m_ref_count == 0"});
 }
 
+TEST(intrusive_pointer_test, try_add_ref_takes_a_share_only_of_an_owned_object) {
+  int deaths = 0;
+  counted_t* object = new counted_t(&deaths);
+  EXPECT_FALSE(object->try_add_ref());  // nobody owns it: no share is taken
+  EXPECT_EQ(object->ref_count(), 0u);
+  {
+    intrusive_pointer_t<counted_t> owner(object);
+    ASSERT_TRUE(object->try_add_ref());
+    EXPECT_EQ(object->ref_count(), 2u);
+    object->release_ref();
+  }
+  EXPECT_EQ(deaths, 1);
+}
+
+TEST(intrusive_pointer_test, adopt_takes_over_a_share_without_raising_the_count) {
+  int deaths = 0;
+  intrusive_pointer_t<counted_t> owner(new counted_t(&deaths));
+  counted_t* object = owner.detach();
+  EXPECT_EQ(object->ref_count(), 1u);
+  {
+    intrusive_pointer_t<counted_t> adopted = intrusive_pointer_t<counted_t>::adopt(object);
+    EXPECT_EQ(adopted.get(), object);
+    EXPECT_EQ(object->ref_count(), 1u);
+  }
+  EXPECT_EQ(deaths, 1);
+}
+
 }  // namespace
