@@ -20,12 +20,11 @@ int height_of(const wxWindow* window) { return window ? window->GetSize().GetHei
 }  // namespace
 
 // Rows with XRC ids are filled when this file is initialised, once the ids can be made.
-wxBEGIN_EVENT_TABLE(ask_dlg_t, dialog_base_t) EVT_BUTTON(XRCID("m_button10"), ask_dlg_t::on_btn_browse_file)
-    wxEND_EVENT_TABLE()
+wxBEGIN_EVENT_TABLE(ask_dlg_t, dialog_base_t)
+  EVT_BUTTON(XRCID("m_button10"), ask_dlg_t::on_btn_browse_file)
+wxEND_EVENT_TABLE()
 
-        ask_dlg_t::ask_dlg_t() {
-  m_object_name = "dlg.ask";
-}
+ask_dlg_t::ask_dlg_t() { m_object_name = "dlg.ask"; }
 
 void ask_dlg_t::set_filename(const std::string& filename) {
   m_filename = filename;
@@ -44,7 +43,7 @@ void ask_dlg_t::on_init_dialog() {
   fill_controls();
   const wxSize min_size = calculate_min_size();
   SetMinSize(min_size);
-  SetSize(-1, -1, min_size.GetWidth(), min_size.GetHeight(), 0);
+  SetSize(wxDefaultCoord, wxDefaultCoord, min_size.GetWidth(), min_size.GetHeight(), wxSIZE_USE_EXISTING);
   Centre(wxBOTH);
   full_resize_update();
 }
@@ -64,7 +63,8 @@ void ask_dlg_t::load_messages() {
   using ZANDOR_2_16::generic::argument;
   using ZANDOR_2_16::generic::varg_list;
   m_extensions = catalog->message("dlg.ask.extensions_lin").as_ustring(varg_list()).str();
-  const std::string product = quern2::IProductLocations::get()->getProductText(5);
+  const std::string product =
+      quern2::IProductLocations::get()->getProductText(quern2::IProductLocations::text_short_name);
   m_ask_text =
       catalog->message("dlg.ask.text").as_ustring(varg_list(argument("product_name", product))).str();
 }

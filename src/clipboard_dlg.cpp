@@ -6,9 +6,11 @@
 #include <wx/xrc/xmlres.h>
 
 namespace tamsel3 {
-wxBEGIN_EVENT_TABLE(clipboard_dlg_t, dialog_base_t) EVT_SIZE(clipboard_dlg_t::on_resize) wxEND_EVENT_TABLE()
+wxBEGIN_EVENT_TABLE(clipboard_dlg_t, dialog_base_t)
+  EVT_SIZE(clipboard_dlg_t::on_resize)
+wxEND_EVENT_TABLE()
 
-    clipboard_dlg_t::clipboard_dlg_t() {
+clipboard_dlg_t::clipboard_dlg_t() {
   m_help_id = 1000;
   m_object_name = "dlg.clipboard";
 }

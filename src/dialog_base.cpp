@@ -13,14 +13,16 @@ namespace tamsel3 {
 
 // Rows with XRC ids are filled when this file is initialised, once the ids can be made.
 wxBEGIN_EVENT_TABLE(dialog_base_t, generic_base_t<dummy>)
-    EVT_INIT_DIALOG(generic_base_t<dummy>::handle_init_dialog_event) EVT_CLOSE(dialog_base_t::handle_close)
-        EVT_BUTTON(XRCID("m_btn_ok"), generic_base_t<dummy>::handle_ok)
-            EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<dummy>::handle_cancel)
-                EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<dummy>::handle_help)
-                    EVT_HELP(wxID_ANY, dialog_base_t::handle_dialog_help)
-                        EVT_TIMER(wxID_ANY, generic_base_t<dummy>::handle_timer_event) wxEND_EVENT_TABLE()
+  EVT_INIT_DIALOG(generic_base_t<dummy>::handle_init_dialog_event)
+  EVT_CLOSE(dialog_base_t::handle_close)
+  EVT_BUTTON(XRCID("m_btn_ok"), generic_base_t<dummy>::handle_ok)
+  EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<dummy>::handle_cancel)
+  EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<dummy>::handle_help)
+  EVT_HELP(wxID_ANY, dialog_base_t::handle_dialog_help)
+  EVT_TIMER(wxID_ANY, generic_base_t<dummy>::handle_timer_event)
+wxEND_EVENT_TABLE()
 
-                            dialog_base_t::dialog_base_t() {
+dialog_base_t::dialog_base_t() {
   // Runs before the event table's row, which it lets through.
   Bind(wxEVT_INIT_DIALOG, [this](wxInitDialogEvent& event) {
     event.Skip();
@@ -123,6 +125,8 @@ void dialog_base_t::handle_close(wxCloseEvent&) {
 
 void dialog_base_t::handle_dialog_help(wxHelpEvent&) { on_help(); }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void dialog_base_t::set_multiline_text(wxStaticText* text, const std::string& message, wxFont font) {
   // Shared by all dialogs of the process: measured once, with the first caller's font.
   static int avg_word_width = 0;

@@ -410,8 +410,9 @@ void error_warning_panel_t::fill_text_controls() {
   fill_static_text(m_supplemental_instructions, false, m_data.m_supplemental_message, m_supplemental_font);
 }
 
+// The public signature takes the font by value; a host compiles against it.
 void error_warning_panel_t::fill_static_text(wxStaticText* text, bool is_main, const std::string& message,
-                                             wxFont font) {
+                                             wxFont font) {  // NOLINT(performance-unnecessary-value-param)
   if (message.empty() || !text) {
     return;
   }
@@ -506,7 +507,8 @@ void error_warning_dialog_t::on_init_dialog() {
   if (size.GetWidth() > 0 && size.GetHeight() > 0) {
     SetMinSize(size);
   }
-  const char* title = quern2::IProductLocations::get()->getProductText(4);
+  const char* title =
+      quern2::IProductLocations::get()->getProductText(quern2::IProductLocations::text_message_title);
   set_title(title ? title : "");
   const message_window_t data = m_panel->get_window_data();
   set_accessible_texts(this, data.m_main_message, data.m_supplemental_message);

@@ -52,13 +52,13 @@ void event_entry_t::say_impl(ombrelcfrw7::CVisualElement* parent, ombrelcfrw7::C
     m_messages.push_back(messenger_entry_t{severity, text ? text : ""});
   }
   if (!caption) {
-    caption = new ombrelcfrw7::CCaption(nullptr, ombrelc7::size<int>(0, 0), ombrelc7::Alignment(3));
+    caption = new ombrelcfrw7::CCaption(nullptr, ombrelc7::size<int>(0, 0), ombrelc7::alFill);
     caption->ReParent(parent, true);
   }
   caption->SetAutoSize(true);
   caption->AdjustHeight(!transient);
   caption->SetCaption(text ? text : "");
-  caption->SetTextAlign(33);
+  caption->SetTextAlign(ombrelcfrw7::CCaption::taLeft | ombrelcfrw7::CCaption::taVCenter);
   caption->SetWordWrap(true);
   caption->SetImageIndex(m_log ? m_log->get_image_for(severity) : -1);
   if (transient) {

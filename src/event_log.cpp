@@ -6,7 +6,7 @@
 
 namespace tamsel3 {
 
-event_log_t::event_log_t() : CEventLog(nullptr, ombrelc7::size<int>(20, 20), ombrelc7::Alignment(5)) {}
+event_log_t::event_log_t() : CEventLog(nullptr, ombrelc7::size<int>(20, 20), ombrelc7::alClient) {}
 
 event_log_t::~event_log_t() = default;
 
@@ -35,10 +35,10 @@ int event_log_t::add_image(ombrelc7::IImageList* list, const std::string& name,
 
 int event_log_t::get_image_for(pelit2::ESeverity severity) const {
   const int bits = static_cast<int>(severity);
-  if (bits & (4 | 8)) {
+  if (bits & (pelit2::severity_error | pelit2::severity_critical)) {
     return m_error_image;
   }
-  if (bits & 2) {
+  if (bits & pelit2::severity_warning) {
     return m_warning_image;
   }
   return m_empty_image;

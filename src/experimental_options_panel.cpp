@@ -37,10 +37,11 @@ const wxColour& status_text_colour(bool on) {
 }  // namespace
 
 // Each check box is connected as it is made: the table has no rows of its own.
-wxBEGIN_EVENT_TABLE(experimental_options_panel_t, pref_base_t) wxEND_EVENT_TABLE()
+wxBEGIN_EVENT_TABLE(experimental_options_panel_t, pref_base_t)
+wxEND_EVENT_TABLE()
 
-    experimental_options_panel_t::experimental_options_panel_t(
-        boost::shared_ptr<feature_list_config_t> list, boost::shared_ptr<active_features_config_t> active)
+experimental_options_panel_t::experimental_options_panel_t(boost::shared_ptr<feature_list_config_t> list,
+                                                           boost::shared_ptr<active_features_config_t> active)
     : m_feature_list_config(std::move(list)), m_active_features_config(std::move(active)) {
   m_object_name = "panel.experimental";
 }

@@ -181,7 +181,8 @@ void generic_base_t<T>::on_max_len(wxCommandEvent& event) {
                                         "field_name", set_1st_letter_uppercase(options.m_field_name))))
                                     .str();
   const ZANDOR_2_16::generic::varg_list details_args(
-      argument("product_name", quern2::IProductLocations::get()->getProductText(5)),
+      argument("product_name",
+               quern2::IProductLocations::get()->getProductText(quern2::IProductLocations::text_short_name)),
       argument("field_name", options.m_field_name), argument("max_len", limit));
   std::string details = catalog->message(options.m_details_key).as_ustring(details_args).str();
   if (details.empty()) {
@@ -248,8 +249,8 @@ template <class T>
 void generic_base_t<T>::apply_size_floor() {
   const wxSize size = this->GetSize();
   if (size.GetHeight() < m_min_height || size.GetWidth() < m_min_width) {
-    this->SetSize(-1, -1, std::max(size.GetWidth(), m_min_width), std::max(size.GetHeight(), m_min_height),
-                  0);
+    this->SetSize(wxDefaultCoord, wxDefaultCoord, std::max(size.GetWidth(), m_min_width),
+                  std::max(size.GetHeight(), m_min_height), wxSIZE_USE_EXISTING);
   }
   // A floor of 0 is no floor: as a minimum of 0 it would also override the best size that
   // sizers give a page, and squash it.

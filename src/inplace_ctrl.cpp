@@ -13,7 +13,6 @@ namespace tamsel3 {
 
 namespace {
 
-using ombrelc7::Alignment;
 using ombrelc7::size;
 
 // The width that the log asks for: 80 characters of a mixed-case sample, so that a line
@@ -105,7 +104,7 @@ inplace_ctrl_impl_t::inplace_ctrl_impl_t(inplace_ctrl_t* owner, bool show_debug)
     : m_owner(owner), m_control(nullptr), m_log(nullptr) {
   ombrelc7::ISysWindow* window = ombrelc7::CreateWrapperForWx(owner);
   m_control = new ombrelcfrw7::CBaseControlTmpl<ombrelcfrw7::CScrollContainer>(window, size<int>(40, 40),
-                                                                               Alignment(5));
+                                                                               ombrelc7::alClient);
   ombrelcfrw7::CScrollContainer* container = m_control->GetTypedContent();
   m_log = new event_log_t;
   m_log->ReParent(container, false);

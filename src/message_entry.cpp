@@ -13,7 +13,6 @@ namespace tamsel3 {
 
 namespace {
 
-using ombrelc7::Alignment;
 using ombrelc7::size;
 
 // The gauge's scale: the position divided by this is a percentage.
@@ -58,8 +57,7 @@ message_entry_t::message_entry_t(event_log_t* log, unsigned int tag,
   m_tag.m_tag = tag;
   create();
   m_gauge->GetCancelButton()->SetVisible(msg && msg->m_can_cancel);
-  const korvat2::intrusive_pointer_t<progress_message_t> keep(msg);
-  update_header(keep.get(), nullptr);
+  update_header(msg.get(), nullptr);
   m_say_signal.connect(this, &message_entry_t::say_signal_handler);
 }
 
@@ -71,23 +69,23 @@ message_entry_t::~message_entry_t() {
 }
 
 void message_entry_t::create() {
-  m_box = new ombrelcfrw7::CCustomMessageBox(nullptr, size<int>(0, 0), Alignment(3));
+  m_box = new ombrelcfrw7::CCustomMessageBox(nullptr, size<int>(0, 0), ombrelc7::alFill);
   m_box->AsStringSignal().connect(this, &message_entry_t::do_string);
   if (m_log) {
     m_box->ReParent(m_log, false);
   }
-  auto* content = new ombrelcfrw7::CVertBox(m_box, size<int>(10, 10), Alignment(4));
+  auto* content = new ombrelcfrw7::CVertBox(m_box, size<int>(10, 10), ombrelc7::alStretch);
 
-  m_message_caption = new ombrelcfrw7::CCaption(content, size<int>(0, 0), Alignment(3));
-  m_message_caption->SetTextAlign(33);
+  m_message_caption = new ombrelcfrw7::CCaption(content, size<int>(0, 0), ombrelc7::alFill);
+  m_message_caption->SetTextAlign(ombrelcfrw7::CCaption::taLeft | ombrelcfrw7::CCaption::taVCenter);
   m_message_caption->SetAutoSize(true);
   m_message_caption->AdjustHeight(true);
   m_message_caption->SetWordWrap(true);
   m_message_caption->SetVisible(false);
 
-  m_lines_box = new ombrelcfrw7::CVertBox(content, size<int>(0, 0), Alignment(3));
+  m_lines_box = new ombrelcfrw7::CVertBox(content, size<int>(0, 0), ombrelc7::alFill);
 
-  m_gauge = new ombrelcfrw7::CGaugeBoxEx(content, size<int>(0, 0), Alignment(3));
+  m_gauge = new ombrelcfrw7::CGaugeBoxEx(content, size<int>(0, 0), ombrelc7::alFill);
   m_gauge->SetMax(static_cast<double>(progress_impl_t::scale));
   m_gauge->CancelSignal().connect(this, &message_entry_t::cancel_button_pressed);
   ombrelcfrw7::CButton* cancel_button = m_gauge->GetCancelButton();
@@ -96,7 +94,8 @@ void message_entry_t::create() {
   cancel_button->AdjustHeight(true);
   m_gauge->SetVisible(false);
 
-  m_buttons = new ombrelcfrw7::CButtonsFlavor<ombrelcfrw7::CVertBox>(content, size<int>(0, 0), Alignment(3));
+  m_buttons =
+      new ombrelcfrw7::CButtonsFlavor<ombrelcfrw7::CVertBox>(content, size<int>(0, 0), ombrelc7::alFill);
   m_buttons->ButtonSignal().connect(this, &message_entry_t::on_button_pressed);
   m_buttons->GetButtonSet()->SetVisible(false);
 
@@ -204,12 +203,16 @@ void message_entry_t::say_signal_handler() {
   }
 }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void message_entry_t::message(std::string text) {
   if (!m_message) {
     say_impl(m_lines_box, &m_transient_caption, pelit2::severity_transient, text.c_str());
   }
 }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void message_entry_t::start(std::string title) {
   if (!m_message) {
     m_box->GetCaption()->SetCaption(title);

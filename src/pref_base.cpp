@@ -8,14 +8,15 @@ namespace tamsel3 {
 
 // Rows with XRC ids are filled when this file is initialised, once the ids can be made.
 wxBEGIN_EVENT_TABLE(pref_base_t, generic_base_t<wxPanel>)
-    EVT_INIT_DIALOG(generic_base_t<wxPanel>::handle_init_dialog_event)
-        EVT_CLOSE(generic_base_t<wxPanel>::handle_close)
-            EVT_BUTTON(XRCID("m_btn_ok"), generic_base_t<wxPanel>::handle_ok)
-                EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<wxPanel>::handle_cancel)
-                    EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<wxPanel>::handle_help)
-                        EVT_TIMER(wxID_ANY, generic_base_t<wxPanel>::handle_timer_event) wxEND_EVENT_TABLE()
+  EVT_INIT_DIALOG(generic_base_t<wxPanel>::handle_init_dialog_event)
+  EVT_CLOSE(generic_base_t<wxPanel>::handle_close)
+  EVT_BUTTON(XRCID("m_btn_ok"), generic_base_t<wxPanel>::handle_ok)
+  EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<wxPanel>::handle_cancel)
+  EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<wxPanel>::handle_help)
+  EVT_TIMER(wxID_ANY, generic_base_t<wxPanel>::handle_timer_event)
+wxEND_EVENT_TABLE()
 
-                            void pref_base_t::create(wxWindow* parent) {
+void pref_base_t::create(wxWindow* parent) {
   if (!m_loaded) {
     m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_object_name);
     if (!m_loaded && !GetHandle()) {

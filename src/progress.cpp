@@ -21,6 +21,8 @@ void progress_impl_t::internalProgressed(double steps) {
   if (!(m_total > 0)) {
     return;  // not started, or no length: no position to convert
   }
+  // Adding a half and truncating rounds without a call; a position below 0 moves nothing.
+  // NOLINTNEXTLINE(bugprone-incorrect-roundings)
   const int position = static_cast<int>(scale * m_current / m_total + 0.5);
   const int step = position - m_position;
   if (step < 1) {

@@ -67,15 +67,16 @@ void show_if(wxWindow* window, bool show) {
 }  // namespace
 
 // Rows with XRC ids are filled when this file is initialised, once the ids can be made.
-wxBEGIN_EVENT_TABLE(result_saving_pp_t, pref_base_t) EVT_BUTTON(XRCID("m_button28"),
-                                                                result_saving_pp_t::on_button_browse)
-    EVT_RADIOBUTTON(XRCID("m_radioBtn13"), result_saving_pp_t::on_radio_proj)
-        EVT_RADIOBUTTON(XRCID("m_radioBtn14"), result_saving_pp_t::on_radio_disk)
-            EVT_TEXT(XRCID("m_textCtrl14"), result_saving_pp_t::on_text_edit)
-                EVT_TEXT(XRCID("m_textCtrl16"), result_saving_pp_t::on_folder_text_edit)
-                    EVT_SIZE(result_saving_pp_t::on_resize) wxEND_EVENT_TABLE()
+wxBEGIN_EVENT_TABLE(result_saving_pp_t, pref_base_t)
+  EVT_BUTTON(XRCID("m_button28"), result_saving_pp_t::on_button_browse)
+  EVT_RADIOBUTTON(XRCID("m_radioBtn13"), result_saving_pp_t::on_radio_proj)
+  EVT_RADIOBUTTON(XRCID("m_radioBtn14"), result_saving_pp_t::on_radio_disk)
+  EVT_TEXT(XRCID("m_textCtrl14"), result_saving_pp_t::on_text_edit)
+  EVT_TEXT(XRCID("m_textCtrl16"), result_saving_pp_t::on_folder_text_edit)
+  EVT_SIZE(result_saving_pp_t::on_resize)
+wxEND_EVENT_TABLE()
 
-                        result_saving_pp_t::result_saving_pp_t(const result_saving_data_t& data, int flags)
+result_saving_pp_t::result_saving_pp_t(const result_saving_data_t& data, int flags)
     : m_data(data), m_show_flags(flags) {
   m_object_name = "pref.result_saving";
 }
@@ -257,8 +258,10 @@ void result_saving_pp_t::load_messages() {
   m_wrong_dir_title = text("pref.result_saving.wrong_result_dir");
   m_wrong_dir_details = text("pref.result_saving.wrong_result_dir_details");
   m_curr_project_dir_text = text("pref.result_saving.curr_project_dir");
-  m_wrong_input_advice = text("pref.result_saving.wrong_input_advice",
-                              varg_list(argument("product_name", std::string(product->getProductText(5)))));
+  m_wrong_input_advice = text(
+      "pref.result_saving.wrong_input_advice",
+      varg_list(argument("product_name",
+                         std::string(product->getProductText(quern2::IProductLocations::text_short_name)))));
   const std::string tag = product->getProductTag();
   // Products of 2011 explain the template in their own words.
   const std::string explanation_key =

@@ -25,8 +25,9 @@ std::string translate_message(const std::string& key, const ZANDOR_2_16::generic
   if (args.empty()) {
     std::call_once(defaults_filled, [] {
       const quern2::IProductLocations* locations = quern2::IProductLocations::get();
-      default_args.add("prod_name", locations->getProductText(0));
-      default_args.add("prod_short_name", locations->getProductText(5));
+      default_args.add("prod_name", locations->getProductText(quern2::IProductLocations::text_full_name));
+      default_args.add("prod_short_name",
+                       locations->getProductText(quern2::IProductLocations::text_short_name));
     });
   }
   const ZANDOR_2_16::i18n::catalog_t* catalog = quern2::getMessageCatalog(catalog_name);
@@ -73,8 +74,10 @@ std::string get_string_value(const korvat2::variant_bag_t::iterator_t<korvat2::v
   return value.kind() == korvat2::variant_t::kind_text ? value.get<std::string>() : std::string();
 }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void set_color_and_tooltip(wxControl* control, const std::string& tooltip, wxColour colour) {
-  plaxi1::SetTooltip(control, tooltip, -1, true);
+  plaxi1::SetTooltip(control, tooltip, wxID_ANY, true);
   control->SetForegroundColour(colour);
   control->Refresh(true, nullptr);
 }
@@ -104,20 +107,23 @@ void move_to_visible_area(wxWindow* window) {
   const int over_y = std::min(display.GetHeight() - position.y - size.GetHeight(), 0);
   if (over_y < 0) {
     const int clearance = plaxi1::ui_settings_t::get()->get_metric(plaxi1::metric_edge_clearance);
-    window->SetSize(position.x + over_x, position.y + over_y - 2 * clearance, -1, -1, 0);
+    window->SetSize(position.x + over_x, position.y + over_y - 2 * clearance, wxDefaultCoord, wxDefaultCoord,
+                    wxSIZE_USE_EXISTING);
   } else if (over_x < 0) {
-    window->SetSize(position.x + over_x, position.y, -1, -1, 0);
+    window->SetSize(position.x + over_x, position.y, wxDefaultCoord, wxDefaultCoord, wxSIZE_USE_EXISTING);
   }
 }
 
 void set_tooltip(const std::string& text, wxWindow* window) {
   unsigned long lines = 1;
   const std::string wrapped = plaxi1::wrap_text(text, 600, window, lines, 0xffffffff, nullptr);
-  if (plaxi1::wxCustomTooltip* tooltip = plaxi1::SetTooltip(window, wrapped, -1, true)) {
+  if (plaxi1::wxCustomTooltip* tooltip = plaxi1::SetTooltip(window, wrapped, wxID_ANY, true)) {
     tooltip->SetHideDelay(120000);  // a long text stays for two minutes
   }
 }
 
+// The public signature takes it by value; a host compiles against it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 wxSize get_text_extent(wxWindow* window, std::string text) {
   wxClientDC dc(window);
   dc.SetFont(window->GetFont());

@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  build-essential clang libclang-rt-14-dev cmake ninja-build ccache pkg-config gettext clang-format
+  build-essential clang libclang-rt-14-dev cmake ninja-build ccache pkg-config gettext clang-format clang-tidy
   libwxgtk3.2-dev libboost-dev libboost-thread-dev libboost-regex-dev
   liblog4cplus-dev libpugixml-dev libglib2.0-dev
   libgtest-dev libgmock-dev libbenchmark-dev libsigc++-3.0-dev

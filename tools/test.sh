@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# The whole test run: set-up, format check, the release build with every test, the
-# AddressSanitizer+UBSan build with every test, and the ThreadSanitizer build of the
-# cross-thread tests.
+# The whole test run: set-up, format check, the release build with every test and
+# clang-tidy's checks over its compile commands, the AddressSanitizer+UBSan build with
+# every test, and the ThreadSanitizer build of the cross-thread tests.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -25,6 +25,8 @@ run_preset() {
 }
 
 run_preset ci "" display
+echo "== ci: clang-tidy"
+tools/tidy.sh build/ci
 run_preset asan "" display
 run_preset tsan "korvat2_stress_tests tamsel3_stress_tests gui_bridge_stress_tests inplace_say_stress_tests" display
 echo "== all test runs passed"

@@ -6,7 +6,7 @@
 #include <korvat2/system_editor.h>
 #include <quern2/storage.h>
 #include <tamsel3/editor_data.h>
-#include <tamsel3/editor_settings.h>
+#include <tamsel3/editor_pp.h>
 
 #include <wx/dialog.h>
 

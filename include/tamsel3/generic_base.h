@@ -27,7 +27,7 @@ class dummy : public plaxi1::modal_flavor<wxDialog> {};
 /// Two-phase: the derived constructor names its layout object (`m_object_name`); the first
 /// show or create loads it. GUI thread.
 template <class T>
-class generic_base_t : public T, public korvat2::_internal::subscriber_base_t {
+class generic_base_t : public T, public korvat2::subscriber_base_t {
  public:
   generic_base_t();
   ~generic_base_t() override;

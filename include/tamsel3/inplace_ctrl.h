@@ -92,7 +92,7 @@ class inplace_ctrl_t : public wxPanel {
 };
 
 /// The work behind inplace_ctrl_t, on the visual-element toolkit. GUI thread.
-class inplace_ctrl_impl_t : public korvat2::_internal::subscriber_base_t {
+class inplace_ctrl_impl_t : public korvat2::subscriber_base_t {
  public:
   inplace_ctrl_impl_t(inplace_ctrl_t* owner, bool show_debug);
   ~inplace_ctrl_impl_t() override;

@@ -20,7 +20,7 @@ class header_t : public korvat2::intrusive_pointer_impl_t {
  public:
   header_t() = default;
   header_t(const std::string& caption, const plaxi1::picture_t& picture);
-  virtual ~header_t();
+  ~header_t() override;
 
   plaxi1::picture_t m_picture;
   std::string m_caption;
@@ -41,7 +41,7 @@ class message_t : public header_t {
  public:
   message_t() = default;
   message_t(const std::string& caption, const std::string& text, const plaxi1::picture_t& picture);
-  virtual ~message_t();
+  ~message_t() override;
 
   /// The button at `index`; beyond the end a shared empty button (id 0, no name, not default).
   const message_button_t& get_button(unsigned int index) const;
@@ -136,7 +136,7 @@ class progress_message_t : public header_t {
   progress_message_t() = default;
   progress_message_t(const std::string& caption, const plaxi1::picture_t& picture = plaxi1::picture_t(),
                      bool can_cancel = false);
-  virtual ~progress_message_t();
+  ~progress_message_t() override;
 
   /// Whether the gauge's Cancel button is shown.
   bool m_can_cancel = false;

@@ -31,7 +31,7 @@ void set_ombrelc_icon(ombrelcfrw7::CImage& image, const plaxi1::picture_t& pictu
 
 /// The one concrete entry. `say` and the signals of its progress object may come from any
 /// thread; everything else belongs to the GUI thread.
-class message_entry_t : public event_entry_t, public korvat2::_internal::subscriber_base_t {
+class message_entry_t : public event_entry_t, public korvat2::subscriber_base_t {
  public:
   static const std::string type_name;
 

@@ -6,7 +6,7 @@
 #include <tamsel3/common_dialogs.h>
 #include <tamsel3/dialog_base.h>
 #include <tamsel3/editor_data.h>
-#include <tamsel3/editor_settings.h>
+#include <tamsel3/editor_pp.h>
 #include <tamsel3/error_warning_panel.h>
 #include <tamsel3/event_entry.h>
 #include <tamsel3/event_log.h>

@@ -14,8 +14,10 @@ namespace ombrelcfrw7::_internal {
 
 namespace {
 
-constexpr std::size_t font_kinds = 5;
-constexpr std::size_t styles = 4;
+constexpr std::size_t font_kinds = plaxi1::font_count;
+// Every combination of the style bits has a slot.
+constexpr std::uint8_t style_bits = style_bold | style_italic;
+constexpr std::size_t styles = style_bits + 1;
 // Enough for the lines on a few screens; cleared as a whole when full, which keeps the
 // lookups cheap and the memory bounded for logs of any length.
 constexpr std::size_t max_cached_extents = 8192;
@@ -69,7 +71,7 @@ font_entry_t& entry(int kind, std::uint8_t style) {
   if (kind < 0 || static_cast<std::size_t>(kind) >= font_kinds) {
     kind = plaxi1::font_normal;
   }
-  style &= 3;
+  style &= style_bits;
   auto& slot = metrics().fonts[static_cast<std::size_t>(kind) * styles + style];
   if (!slot) {
     slot = std::make_unique<font_entry_t>();
@@ -96,7 +98,7 @@ int line_height(int kind, std::uint8_t style) { return entry(kind, style).height
 const std::vector<int>& text_extents(int kind, std::uint8_t style, const wxString& text) {
   wxDC& dc = measure_dc();
   metrics_t& m = metrics();
-  std::string key(1, static_cast<char>(static_cast<std::size_t>(kind) * styles + (style & 3u)));
+  std::string key(1, static_cast<char>(static_cast<std::size_t>(kind) * styles + (style & style_bits)));
   key += text.utf8_string();
   auto found = m.extents.find(key);
   if (found != m.extents.end()) {

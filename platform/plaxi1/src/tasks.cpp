@@ -7,7 +7,9 @@
 #include <wx/module.h>
 
 #include <atomic>
+#include <cstddef>
 #include <exception>
+#include <utility>
 
 namespace plaxi1::tasks {
 
@@ -56,7 +58,7 @@ korvat2::intrusive_pointer_t<Scheduler> Scheduler::Get(
   }
   if (callback) {
     std::lock_guard<std::mutex> lock(scheduler->m_callback_mutex);
-    scheduler->m_callback = callback;
+    scheduler->m_callback = std::move(callback);
   }
   return scheduler;
 }
@@ -148,7 +150,7 @@ namespace {
 // hides most of the wait for them.
 void prefetch_task(const ITask* task) {
   const char* bytes = reinterpret_cast<const char*>(task);
-  for (int line = 0; line < 4; ++line) {
+  for (std::ptrdiff_t line = 0; line < 4; ++line) {
     __builtin_prefetch(bytes + line * 64, 1);
   }
 }

@@ -330,7 +330,7 @@ wxCustomTooltip* SetTooltip(wxWindow* window, const std::string& text, int id, b
   if (!window) {
     return nullptr;
   }
-  wxWindow* const target = id == -1 ? window : window->FindWindow(id);
+  wxWindow* const target = id == wxID_ANY ? window : window->FindWindow(id);
   if (!target) {
     ZANDOR_ASSERT_MSG("no child window of that id", false);
     return nullptr;

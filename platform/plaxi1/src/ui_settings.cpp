@@ -88,7 +88,7 @@ class plaxi1_ui_settings_module_t : public wxModule {
 wxIMPLEMENT_DYNAMIC_CLASS(plaxi1_ui_settings_module_t, wxModule);
 
 struct ui_settings_t::data_t {
-  wxFont fonts[font_monospace + 1];
+  wxFont fonts[font_count];
   wxColour colors[color_count];
   int metrics[metric_count] = {};
 
@@ -181,7 +181,7 @@ ui_settings_t::~ui_settings_t() {
 }
 
 wxFont ui_settings_t::get_font(default_fonts_t font) const {
-  if (font < font_small || font > font_monospace) {
+  if (font < font_small || font >= font_count) {
     ZANDOR_ASSERT_MSG("unknown font", false);
     return m_data->fonts[font_normal];
   }

@@ -25,7 +25,7 @@ std::string beside_library() {
 }
 
 std::string find_resource_dir() {
-  const std::string overridden = korvat2::get_environ_value("TAMSEL3_RESOURCE_DIR");
+  std::string overridden = korvat2::get_environ_value("TAMSEL3_RESOURCE_DIR");
   if (!overridden.empty()) {
     return overridden;
   }
@@ -77,7 +77,7 @@ const char* DefaultProductLocations::getProductText(int kind) const {
     case text_version: return "3.0";
     case text_vendor: return "The Tamsel Project";
     case text_copyright: return "Copyright (C) The Tamsel Project";
-    case text_message_title: return "Tamsel";
+    case text_message_title:
     case text_short_name: return "Tamsel";
     default: return "";
   }

@@ -81,11 +81,9 @@ class po_parser_t {
       m_in_context = false;
       m_entry.has_id = true;
       m_target = &m_entry.id;
-    } else if (keyword == "msgid_plural") {
-      m_target = &m_scratch;
     } else if (keyword == "msgstr" || keyword == "msgstr[0]") {
       m_target = &m_entry.text;
-    } else if (keyword.rfind("msgstr[", 0) == 0) {
+    } else if (keyword == "msgid_plural" || keyword.rfind("msgstr[", 0) == 0) {
       m_target = &m_scratch;
     } else {
       return fail("unknown keyword '" + keyword + "'");

@@ -88,6 +88,8 @@ class intrusive_pointer_t {
   intrusive_pointer_t(intrusive_pointer_t&& other) noexcept : m_ptr(std::exchange(other.m_ptr, nullptr)) {}
   ~intrusive_pointer_t() { reset(); }
 
+  // assign takes the new reference before it gives up the old one: safe on itself.
+  // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
   intrusive_pointer_t& operator=(const intrusive_pointer_t& other) { return assign(other.m_ptr); }
   intrusive_pointer_t& operator=(T* ptr) { return assign(ptr); }
   intrusive_pointer_t& operator=(intrusive_pointer_t&& other) noexcept {

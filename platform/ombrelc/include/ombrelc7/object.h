@@ -36,7 +36,8 @@ class ombrelc_ptr {
     }
   }
 
-  ombrelc_ptr& operator=(const ombrelc_ptr& other) {
+  // Copy and swap: safe on itself.
+  ombrelc_ptr& operator=(const ombrelc_ptr& other) {  // NOLINT(bugprone-unhandled-self-assignment)
     ombrelc_ptr(other).swap(*this);
     return *this;
   }

@@ -14,6 +14,7 @@ enum default_fonts_t {
   font_bold = 2,       ///< its bold form
   font_large = 3,      ///< the large font of main messages
   font_monospace = 4,  ///< fixed-width, for commands and paths
+  font_count
 };
 
 /// Colours of the interface, taken from the desktop's theme.

@@ -5,7 +5,7 @@
 
 #include <korvat2/system_editor.h>
 #include <korvat2/variant_bag.h>
-#include <tamsel3/editor_settings.h>
+#include <tamsel3/editor_pp.h>
 #include <tamsel3/text_helpers.h>
 
 #include <gtest/gtest.h>
@@ -42,7 +42,7 @@ class list_only_page_t : public editor_pp_t {
   }
 };
 
-class editor_settings_test : public ::testing::Test {
+class editor_pp_test : public ::testing::Test {
  protected:
   void SetUp() override {
     m_host = new wxFrame(nullptr, wxID_ANY, "host", wxDefaultPosition, wxSize(560, 460));
@@ -95,7 +95,7 @@ class editor_settings_test : public ::testing::Test {
   wxListBox* m_list = nullptr;
 };
 
-TEST_F(editor_settings_test, a_language_without_editors_shows_only_the_browse_entry) {
+TEST_F(editor_pp_test, a_language_without_editors_shows_only_the_browse_entry) {
   make_page(editor_data_t());
   EXPECT_EQ(entries(), std::vector<std::string>{editor_pp_t::browse_editor_display_name});
   EXPECT_EQ(m_list->GetSelection(), wxNOT_FOUND);
@@ -104,7 +104,7 @@ TEST_F(editor_settings_test, a_language_without_editors_shows_only_the_browse_en
   EXPECT_EQ(m_page->get_selected_editor_name(), "");
 }
 
-TEST_F(editor_settings_test, the_first_editor_is_selected_and_written_back) {
+TEST_F(editor_pp_test, the_first_editor_is_selected_and_written_back) {
   editor_data_t data;
   data.add_editor(cpp, editor("vim", "Vim"));
   data.add_editor(cpp, editor("emacs", "Emacs"));
@@ -116,7 +116,7 @@ TEST_F(editor_settings_test, the_first_editor_is_selected_and_written_back) {
   EXPECT_EQ(data.get_selected_editor_name(cpp), "");
 }
 
-TEST_F(editor_settings_test, the_stored_selection_and_default_are_shown) {
+TEST_F(editor_pp_test, the_stored_selection_and_default_are_shown) {
   editor_data_t data;
   data.add_editor(cpp, editor("vim", "Vim"));
   data.add_editor(cpp, editor("emacs", "Emacs"));
@@ -130,7 +130,7 @@ TEST_F(editor_settings_test, the_stored_selection_and_default_are_shown) {
   EXPECT_EQ(work_data().get_selected_editor_name(cpp), "vim");
 }
 
-TEST_F(editor_settings_test, the_same_program_three_times_is_numbered) {
+TEST_F(editor_pp_test, the_same_program_three_times_is_numbered) {
   make_page(editor_data_t());
   const test_support::temp_dir_t dir;
   const std::string vim = dir.write("vim", "");
@@ -154,7 +154,7 @@ TEST_F(editor_settings_test, the_same_program_three_times_is_numbered) {
   EXPECT_EQ(data.get_editor_type(cpp, "vim (2)"), editor_data_t::editor_type_custom);
 }
 
-TEST_F(editor_settings_test, the_101st_copy_of_a_program_is_refused_with_a_message) {
+TEST_F(editor_pp_test, the_101st_copy_of_a_program_is_refused_with_a_message) {
   editor_data_t data;
   data.add_editor(cpp, editor("vim", "Vim"));
   for (int number = 1; number <= 100; ++number) {
@@ -180,7 +180,7 @@ TEST_F(editor_settings_test, the_101st_copy_of_a_program_is_refused_with_a_messa
   EXPECT_EQ(m_list->GetSelection(), 100);
 }
 
-TEST_F(editor_settings_test, cancelling_without_editors_reports_and_erases_the_selection) {
+TEST_F(editor_pp_test, cancelling_without_editors_reports_and_erases_the_selection) {
   editor_data_t data;
   data.set_selected_editor_name(cpp, "ghost");
   make_page(data);
@@ -193,7 +193,7 @@ TEST_F(editor_settings_test, cancelling_without_editors_reports_and_erases_the_s
   EXPECT_EQ(work_data().get_selected_editor_name(cpp), "");
 }
 
-TEST_F(editor_settings_test, cancelling_with_editors_selects_the_last_editor) {
+TEST_F(editor_pp_test, cancelling_with_editors_selects_the_last_editor) {
   editor_data_t data;
   data.add_editor(cpp, editor("vim", "Vim"));
   data.add_editor(cpp, editor("emacs", "Emacs"));
@@ -204,7 +204,7 @@ TEST_F(editor_settings_test, cancelling_with_editors_selects_the_last_editor) {
   EXPECT_EQ(work_data().get_selected_editor_name(cpp), "emacs");
 }
 
-TEST_F(editor_settings_test, a_display_name_ending_in_the_suffix_is_not_found) {
+TEST_F(editor_pp_test, a_display_name_ending_in_the_suffix_is_not_found) {
   editor_data_t data;
   data.add_editor(
       cpp, editor("odd", "Odd " + tamsel3::translate_message("pref.editor.system_default_suffix", {})));
@@ -215,7 +215,7 @@ TEST_F(editor_settings_test, a_display_name_ending_in_the_suffix_is_not_found) {
   EXPECT_EQ(asserts.texts(), std::vector<std::string>{"false"});
 }
 
-TEST_F(editor_settings_test, two_editors_of_one_display_name_both_show_and_act_as_the_first) {
+TEST_F(editor_pp_test, two_editors_of_one_display_name_both_show_and_act_as_the_first) {
   editor_data_t data;
   data.add_editor(cpp, editor("one", "Same"));
   data.add_editor(cpp, editor("two", "Same"));
@@ -226,7 +226,7 @@ TEST_F(editor_settings_test, two_editors_of_one_display_name_both_show_and_act_a
   EXPECT_EQ(work_data().get_selected_editor_name(cpp), "one");
 }
 
-TEST_F(editor_settings_test, the_system_default_shows_the_suffix_and_is_found) {
+TEST_F(editor_pp_test, the_system_default_shows_the_suffix_and_is_found) {
   editor_data_t data;
   data.add_editor(cpp, editor("vim", "Vim"));
   data.add_editor(cpp, editor("emacs", "Emacs"));
@@ -242,7 +242,7 @@ TEST_F(editor_settings_test, the_system_default_shows_the_suffix_and_is_found) {
   EXPECT_EQ(m_page->get_selected_editor_name(), "emacs");
 }
 
-TEST_F(editor_settings_test, an_environment_editor_without_program_says_so) {
+TEST_F(editor_pp_test, an_environment_editor_without_program_says_so) {
   test_support::scoped_env_t visual("VISUAL", std::nullopt);
   test_support::scoped_env_t editor_var("EDITOR", std::nullopt);
   editor_data_t data;
@@ -257,7 +257,7 @@ TEST_F(editor_settings_test, an_environment_editor_without_program_says_so) {
   EXPECT_EQ(m_page->get_selected_editor_name(), editor_data_t::env_var_editor_name);
 }
 
-TEST_F(editor_settings_test, editors_without_command_line_say_so_by_kind) {
+TEST_F(editor_pp_test, editors_without_command_line_say_so_by_kind) {
   editor_data_t data;
   data.add_editor(cpp, system_editor_t{"lost", "Lost", "", ""});
   editor_data_t::editor_t system(system_editor_t{"gone.desktop", "Gone", "", ""});
@@ -275,7 +275,7 @@ TEST_F(editor_settings_test, editors_without_command_line_say_so_by_kind) {
   EXPECT_FALSE(control<wxTextCtrl>("m_command_line")->IsEnabled());
 }
 
-TEST_F(editor_settings_test, ticking_the_box_sets_the_default) {
+TEST_F(editor_pp_test, ticking_the_box_sets_the_default) {
   editor_data_t data;
   data.add_editor(cpp, editor("vim", "Vim"));
   make_page(data);
@@ -287,7 +287,7 @@ TEST_F(editor_settings_test, ticking_the_box_sets_the_default) {
   EXPECT_EQ(work_data().get_default_editor_name(cpp), "vim");
 }
 
-TEST_F(editor_settings_test, choosing_a_language_shows_its_editors) {
+TEST_F(editor_pp_test, choosing_a_language_shows_its_editors) {
   editor_data_t data;
   data.add_editor(language_info::language_fortran, editor("ftn", "Fortran Editor"));
   make_page(data);
@@ -300,7 +300,7 @@ TEST_F(editor_settings_test, choosing_a_language_shows_its_editors) {
   EXPECT_EQ(work_data().get_selected_language(), language_info::language_fortran);
 }
 
-TEST_F(editor_settings_test, flags_0_show_the_language_name_only) {
+TEST_F(editor_pp_test, flags_0_show_the_language_name_only) {
   make_page(editor_data_t(), 0);
   EXPECT_TRUE(control<wxStaticText>("m_language_text")->IsShown());
   EXPECT_FALSE(control<wxChoice>("m_language")->IsShown());
@@ -312,7 +312,7 @@ TEST_F(editor_settings_test, flags_0_show_the_language_name_only) {
             language_info::get_localized_name(cpp));
 }
 
-TEST_F(editor_settings_test, all_flags_show_the_list_the_box_and_the_info_line) {
+TEST_F(editor_pp_test, all_flags_show_the_list_the_box_and_the_info_line) {
   make_page(editor_data_t(), all_flags);
   EXPECT_FALSE(control<wxStaticText>("m_language_text")->IsShown());
   EXPECT_TRUE(control<wxChoice>("m_language")->IsShown());
@@ -321,7 +321,7 @@ TEST_F(editor_settings_test, all_flags_show_the_list_the_box_and_the_info_line) 
   EXPECT_FALSE(control<wxStaticText>("m_static_text_cmd_line")->IsShown());
 }
 
-TEST_F(editor_settings_test, the_language_value_is_the_list_index) {
+TEST_F(editor_pp_test, the_language_value_is_the_list_index) {
   editor_data_t data;
   data.set_selected_language(language_info::language_fortran);
   make_page(data);
@@ -329,7 +329,7 @@ TEST_F(editor_settings_test, the_language_value_is_the_list_index) {
 }
 
 // A missing control is skipped: the list still fills, selects and writes back.
-TEST_F(editor_settings_test, a_layout_with_the_list_alone_serves_every_click) {
+TEST_F(editor_pp_test, a_layout_with_the_list_alone_serves_every_click) {
   editor_data_t data;
   data.add_editor(cpp, editor("vim", "Vim"));
   data.add_editor(cpp, editor("emacs", "Emacs"));
@@ -357,7 +357,7 @@ TEST_F(editor_settings_test, a_layout_with_the_list_alone_serves_every_click) {
 }
 
 // A saved file may name C#, which has no list on this page: the page shows C/C++.
-TEST_F(editor_settings_test, a_saved_selection_of_csharp_shows_cpp) {
+TEST_F(editor_pp_test, a_saved_selection_of_csharp_shows_cpp) {
   editor_data_t saved;
   saved.add_editor(cpp, editor("vim", "Vim"));
   korvat2::variant_bag_t bag;

@@ -1,4 +1,4 @@
-#include <tamsel3/editor_settings.h>
+#include <tamsel3/editor_pp.h>
 #include <tamsel3/text_helpers.h>
 
 #include <korvat2/path.h>
@@ -52,13 +52,13 @@ std::string name_for_number(const std::string& leaf, int number) {
 }  // namespace
 
 wxBEGIN_EVENT_TABLE(editor_pp_t, pref_base_t)
-    EVT_CHOICE(XRCID("m_language"), editor_pp_t::on_language_changed)
-        EVT_LISTBOX(XRCID("m_editor_list"), editor_pp_t::on_editor_list_clicked)
-            EVT_TEXT(XRCID("m_command_line"), editor_pp_t::on_cmd_line_edit)
-                EVT_CHECKBOX(XRCID("m_default"), editor_pp_t::on_set_as_default) wxEND_EVENT_TABLE()
+  EVT_CHOICE(XRCID("m_language"), editor_pp_t::on_language_changed)
+  EVT_LISTBOX(XRCID("m_editor_list"), editor_pp_t::on_editor_list_clicked)
+  EVT_TEXT(XRCID("m_command_line"), editor_pp_t::on_cmd_line_edit)
+  EVT_CHECKBOX(XRCID("m_default"), editor_pp_t::on_set_as_default)
+wxEND_EVENT_TABLE()
 
-                    editor_pp_t::editor_pp_t(const editor_data_t& data, int flags)
-    : m_committed_data(data), m_show_flags(flags) {
+editor_pp_t::editor_pp_t(const editor_data_t& data, int flags) : m_committed_data(data), m_show_flags(flags) {
   m_object_name = "pref.editor";
   if (browse_editor_display_name.empty()) {
     browse_editor_display_name = translate("pref.editor.browse");
