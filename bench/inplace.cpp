@@ -2,6 +2,7 @@
 // stretch that the GUI thread spends in one event handler meanwhile, the paint time of a
 // screenful of a 100,000-line log, and the heap bytes that each kept line costs as the log
 // grows. Needs a display: run under `xvfb-run -a -s '-screen 0 1600x1200x24'`.
+#include "inplace_ctrl_test_access_p.h"
 #include "wx_session.h"
 
 #include <tamsel3/event_log.h>
@@ -61,7 +62,8 @@ struct shown_control_t {
     korvat2::signal_t<int> none;
     const unsigned int tag =
         ctrl->add_message(new tamsel3::message_t(caption, "lines", plaxi1::picture_t()), none);
-    return dynamic_cast<tamsel3::message_entry_t*>(ctrl->get_impl()->get_entry(tag));
+    return dynamic_cast<tamsel3::message_entry_t*>(
+        tamsel3::inplace_ctrl_test_access_t::impl(*ctrl)->get_entry(tag));
   }
   wxFrame* frame;
   tamsel3::inplace_ctrl_t* ctrl;
@@ -121,7 +123,8 @@ void paint_screenful(benchmark::State& state) {
   tamsel3::message_entry_t* entry = shown.add_entry("A long log");
   add_lines(entry, static_cast<int>(state.range(0)));
   plaxi1::pump_events();
-  auto* control = dynamic_cast<ombrelcfrw7::CBaseControl*>(shown.ctrl->get_impl()->get_log()->GetControl());
+  auto* control = dynamic_cast<ombrelcfrw7::CBaseControl*>(
+      tamsel3::inplace_ctrl_test_access_t::impl(*shown.ctrl)->get_log()->GetControl());
   const wxSize client = shown.ctrl->GetClientSize();
   wxBitmap bitmap(client);
   wxMemoryDC dc(bitmap);

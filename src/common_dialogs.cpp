@@ -1,6 +1,6 @@
 #include <tamsel3/common_dialogs.h>
 
-#include "common_dialogs_private.h"
+#include "common_dialogs_p.h"
 
 #include <quern2/catalog_registry.h>
 

@@ -1,4 +1,4 @@
-#include "logger.h"
+#include "logger_p.h"
 
 #include <tamsel3/editor_data.h>
 #include <tamsel3/text_helpers.h>

@@ -1,4 +1,4 @@
-#include "error_warning_panel.h"
+#include "error_warning_panel_p.h"
 
 #include <tamsel3/error_warning_panel.h>
 #include <tamsel3/text_helpers.h>

@@ -1,3 +1,5 @@
+#include "inplace_ctrl_p.h"
+
 #include <tamsel3/event_log.h>
 #include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/message.h>

@@ -1,4 +1,4 @@
-#include "logger.h"
+#include "logger_p.h"
 
 #include <ylvane/log.h>
 

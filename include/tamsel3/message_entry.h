@@ -4,17 +4,26 @@
 #include <tamsel3/event_entry.h>
 #include <tamsel3/progress.h>
 
-#include <ombrelcfrw7/boxes.h>
-#include <ombrelcfrw7/button.h>
-#include <ombrelcfrw7/caption.h>
-#include <ombrelcfrw7/gauge.h>
-#include <ombrelcfrw7/image.h>
-#include <ombrelcfrw7/message_box.h>
-
+// The pending lock is a field by value, so its header stays; the toolkit's elements are
+// only pointed to and stay out.
 #include <boost/thread/mutex.hpp>
 
 #include <string>
 #include <vector>
+
+namespace ombrelcfrw7 {
+class CButton;
+class CCaption;
+class CGaugeBoxEx;
+class CImage;
+class CVertBox;
+class CVisualElement;
+template <class Box>
+class CButtonsFlavor;
+template <class Box>
+class CMessageBoxTempl;
+using CCustomMessageBox = CMessageBoxTempl<CVertBox>;
+}  // namespace ombrelcfrw7
 
 namespace plaxi1 {
 class picture_t;

@@ -1,4 +1,4 @@
-#include "error_warning_panel.h"
+#include "error_warning_panel_p.h"
 #include "fixtures.h"
 #include "gui_test.h"
 #include "message_test_support.h"

@@ -28,7 +28,7 @@ using tamsel3::standard_message_t;
 class inplace_ctrl_test : public inplace_test::control_fixture_t {
  protected:
   message_entry_t* entry(unsigned int tag) const {
-    return dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+    return dynamic_cast<message_entry_t*>(tamsel3::inplace_ctrl_test_access_t::impl(*m_ctrl)->get_entry(tag));
   }
 };
 
@@ -272,8 +272,8 @@ TEST_F(inplace_ctrl_test, copy_puts_every_entry_on_the_clipboard_with_the_gauge_
 }
 
 TEST_F(inplace_ctrl_test, the_menu_has_its_one_copy_entry) {
-  ASSERT_EQ(m_ctrl->get_menu().GetMenuItemCount(), 1u);
-  const wxMenuItem* item = m_ctrl->get_menu().FindItemByPosition(0);
+  ASSERT_EQ(tamsel3::inplace_ctrl_test_access_t::menu(*m_ctrl).GetMenuItemCount(), 1u);
+  const wxMenuItem* item = tamsel3::inplace_ctrl_test_access_t::menu(*m_ctrl).FindItemByPosition(0);
   EXPECT_EQ(item->GetId(), tamsel3::inplace_ctrl_t::copy_command_id);
   EXPECT_EQ(item->GetItemLabelText(), "Copy to clipboard");
 }

@@ -3,6 +3,8 @@
 // until everything posted so far was delivered, a receiver of button callbacks, and what
 // the control paints and how the mouse reaches it.
 #include <tamsel3/event_log.h>
+#include "inplace_ctrl_test_access_p.h"
+
 #include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/message.h>
 #include <tamsel3/message_entry.h>
@@ -124,7 +126,7 @@ class control_fixture_t : public ::testing::Test {
     gui_test::pump();
   }
 
-  tamsel3::event_log_t* log() const { return m_ctrl->get_impl()->get_log(); }
+  tamsel3::event_log_t* log() const { return tamsel3::inplace_ctrl_test_access_t::impl(*m_ctrl)->get_log(); }
 
   static korvat2::intrusive_pointer_t<tamsel3::message_t> message(const std::string& caption,
                                                                   const std::string& text) {

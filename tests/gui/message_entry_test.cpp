@@ -26,7 +26,7 @@ class message_entry_test : public inplace_test::control_fixture_t {
  protected:
   message_entry_t* add(const std::string& caption = "Entry") {
     const unsigned int tag = m_ctrl->add_message(message(caption, "text"), m_no_callback);
-    return dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+    return dynamic_cast<message_entry_t*>(tamsel3::inplace_ctrl_test_access_t::impl(*m_ctrl)->get_entry(tag));
   }
   static std::size_t shown_lines(message_entry_t* entry) { return entry->m_lines_box->GetChildren().size(); }
   static std::string line_text(message_entry_t* entry, std::size_t index) {
@@ -48,7 +48,8 @@ TEST_F(message_entry_test, a_debug_line_shows_where_debug_lines_were_asked_for) 
   auto* frame = new wxFrame(nullptr, wxID_ANY, "debug");
   auto* ctrl = new tamsel3::inplace_ctrl_t(frame, true);
   const unsigned int tag = ctrl->add_message(message("x", "y"), m_no_callback);
-  auto* entry = dynamic_cast<message_entry_t*>(ctrl->get_impl()->get_entry(tag));
+  auto* entry =
+      dynamic_cast<message_entry_t*>(tamsel3::inplace_ctrl_test_access_t::impl(*ctrl)->get_entry(tag));
   entry->say_impl(entry->m_lines_box, &entry->m_transient_caption, pelit2::severity_debug, "shown");
   EXPECT_EQ(shown_lines(entry), 1u);
   EXPECT_EQ(entry->m_messages.size(), 1u);
@@ -141,7 +142,8 @@ TEST_F(message_entry_test, a_line_said_while_showing_goes_to_a_new_task) {
 
 TEST_F(message_entry_test, a_status_message_after_update_message_shows_nothing) {
   const unsigned int tag = m_ctrl->add_progress(progress("run"), m_no_callback);
-  auto* entry = dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  auto* entry =
+      dynamic_cast<message_entry_t*>(tamsel3::inplace_ctrl_test_access_t::impl(*m_ctrl)->get_entry(tag));
   m_ctrl->get_progress(tag);
   entry->message("working");
   EXPECT_EQ(shown_lines(entry), 1u);
@@ -153,7 +155,8 @@ TEST_F(message_entry_test, a_status_message_after_update_message_shows_nothing) 
 
 TEST_F(message_entry_test, save_of_a_progress_entry_writes_only_its_lines) {
   const unsigned int tag = m_ctrl->add_progress(progress("run"), m_no_callback);
-  auto* entry = dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  auto* entry =
+      dynamic_cast<message_entry_t*>(tamsel3::inplace_ctrl_test_access_t::impl(*m_ctrl)->get_entry(tag));
   m_ctrl->get_progress(tag);
   entry->say_impl(entry->m_lines_box, &entry->m_transient_caption, pelit2::severity_info, "line");
   variant_bag_t bag;
@@ -166,7 +169,8 @@ TEST_F(message_entry_test, save_of_a_progress_entry_writes_only_its_lines) {
 
 TEST_F(message_entry_test, a_prepared_progress_entry_becomes_a_message_with_four_reports) {
   const unsigned int tag = m_ctrl->add_progress(progress("prepared"), m_no_callback);
-  auto* entry = dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  auto* entry =
+      dynamic_cast<message_entry_t*>(tamsel3::inplace_ctrl_test_access_t::impl(*m_ctrl)->get_entry(tag));
   test_support::assert_recorder_t reports;
   EXPECT_TRUE(m_ctrl->update_message(tag, message("now", "a message"), m_no_callback).succeeded());
   EXPECT_EQ(
@@ -236,7 +240,8 @@ TEST_F(message_entry_test, load_checks_the_kinds_and_the_messenger) {
 
 TEST_F(message_entry_test, a_progress_entry_that_cannot_cancel_shows_no_cancel_button) {
   const unsigned int tag = m_ctrl->add_progress(progress("Indexing", false), m_no_callback);
-  auto* entry = dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  auto* entry =
+      dynamic_cast<message_entry_t*>(tamsel3::inplace_ctrl_test_access_t::impl(*m_ctrl)->get_entry(tag));
   pelit2::IProgress* worker_side = m_ctrl->get_progress(tag);
   inplace_test::flush_layout(m_ctrl);
   ASSERT_FALSE(entry->m_gauge->GetVisibleWindowRect().empty()) << "the gauge shows";
@@ -258,7 +263,8 @@ TEST_F(message_entry_test, a_progress_entry_that_cannot_cancel_shows_no_cancel_b
 
 TEST_F(message_entry_test, a_progress_entry_that_can_cancel_shows_cancel_at_the_gauge) {
   const unsigned int tag = m_ctrl->add_progress(progress("Indexing", true), m_no_callback);
-  auto* entry = dynamic_cast<message_entry_t*>(m_ctrl->get_impl()->get_entry(tag));
+  auto* entry =
+      dynamic_cast<message_entry_t*>(tamsel3::inplace_ctrl_test_access_t::impl(*m_ctrl)->get_entry(tag));
   pelit2::IProgress* worker_side = m_ctrl->get_progress(tag);
   inplace_test::flush_layout(m_ctrl);
   ombrelcfrw7::CButton* cancel = entry->m_gauge->GetCancelButton();
@@ -279,7 +285,7 @@ TEST(event_log_test, without_the_archive_no_picture_index_is_set_and_lines_still
   {
     auto* frame = new wxFrame(nullptr, wxID_ANY, "no archive");
     auto* ctrl = new tamsel3::inplace_ctrl_t(frame, false);
-    tamsel3::event_log_t* log = ctrl->get_impl()->get_log();
+    tamsel3::event_log_t* log = tamsel3::inplace_ctrl_test_access_t::impl(*ctrl)->get_log();
     EXPECT_EQ(log->m_error_image, -1);
     EXPECT_EQ(log->m_warning_image, -1);
     EXPECT_EQ(log->m_info_image, -1);
@@ -287,7 +293,8 @@ TEST(event_log_test, without_the_archive_no_picture_index_is_set_and_lines_still
     korvat2::signal_t<int> none;
     const unsigned int tag =
         ctrl->add_message(new tamsel3::message_t("cap", "text", plaxi1::picture_t()), none);
-    auto* entry = dynamic_cast<message_entry_t*>(ctrl->get_impl()->get_entry(tag));
+    auto* entry =
+        dynamic_cast<message_entry_t*>(tamsel3::inplace_ctrl_test_access_t::impl(*ctrl)->get_entry(tag));
     entry->say_impl(entry->m_lines_box, &entry->m_transient_caption, pelit2::severity_error, "no picture");
     EXPECT_EQ(entry->m_lines_box->GetChildren().size(), 1u);
     frame->Destroy();

@@ -1,4 +1,4 @@
-#include "common_dialogs_private.h"
+#include "common_dialogs_p.h"
 
 #include "fixtures.h"
 

@@ -1,4 +1,4 @@
-#include "error_warning_panel.h"
+#include "error_warning_panel_p.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 
 #include <plaxi1/ui_settings.h>
 
-#include "text_metrics.h"
+#include "text_metrics_p.h"
 
 #include <wx/dc.h>
 #include <wx/event.h>

@@ -3,8 +3,8 @@
 #include <ombrelc7/sys_window.h>
 #include <ombrelcfrw7/base_control.h>
 
-#include "text_metrics.h"
-#include "theme.h"
+#include "text_metrics_p.h"
+#include "theme_p.h"
 
 #include <wx/dc.h>
 #include <wx/renderer.h>

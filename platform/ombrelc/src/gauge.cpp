@@ -2,7 +2,7 @@
 
 #include <ombrelcfrw7/button.h>
 
-#include "theme.h"
+#include "theme_p.h"
 
 #include <wx/dc.h>
 #include <wx/stockitem.h>

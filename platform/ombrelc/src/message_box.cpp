@@ -3,8 +3,8 @@
 #include <ombrelcfrw7/caption.h>
 #include <ombrelcfrw7/image.h>
 
-#include "text_metrics.h"
-#include "theme.h"
+#include "text_metrics_p.h"
+#include "theme_p.h"
 
 #include <plaxi1/ui_settings.h>
 

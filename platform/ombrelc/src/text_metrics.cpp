@@ -1,4 +1,4 @@
-#include "text_metrics.h"
+#include "text_metrics_p.h"
 
 #include <plaxi1/picture.h>
 #include <plaxi1/ui_settings.h>

@@ -3,7 +3,7 @@
 #include <ombrelc7/sys_window.h>
 #include <ombrelcfrw7/base_control.h>
 
-#include "text_metrics.h"
+#include "text_metrics_p.h"
 
 #include <wx/dc.h>
 

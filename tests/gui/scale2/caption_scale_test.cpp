@@ -1,6 +1,6 @@
 // Runs with GDK_SCALE=2: windows draw at twice the pixels of their logical size.
 #include "../ombrelc/ombrelc_fixture.h"
-#include "text_metrics.h"
+#include "text_metrics_p.h"
 
 #include <plaxi1/ui_settings.h>
 

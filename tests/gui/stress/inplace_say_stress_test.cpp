@@ -1,8 +1,12 @@
 // Four workers say lines into four entries of a shown in-place control while the GUI
 // thread shows them: every line arrives once, in each worker's order.
+#include "inplace_ctrl_test_access_p.h"
+
 #include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/message.h>
 #include <tamsel3/message_entry.h>
+
+#include <ombrelc/ombrelc.h>
 
 #include "gui_test.h"
 
@@ -47,7 +51,8 @@ TEST(inplace_say_stress, every_line_arrives_once_in_each_workers_order) {
     const unsigned int tag = ctrl->add_message(
         new tamsel3::message_t("Worker " + std::to_string(worker), "lines", plaxi1::picture_t()),
         no_callback);
-    entries.push_back(dynamic_cast<tamsel3::message_entry_t*>(ctrl->get_impl()->get_entry(tag)));
+    entries.push_back(dynamic_cast<tamsel3::message_entry_t*>(
+        tamsel3::inplace_ctrl_test_access_t::impl(*ctrl)->get_entry(tag)));
   }
   std::vector<std::thread> workers;
   for (int worker = 0; worker < worker_count; ++worker) {

@@ -1,4 +1,4 @@
-#include "rich_text.h"
+#include "rich_text_p.h"
 
 #include <gtest/gtest.h>
 

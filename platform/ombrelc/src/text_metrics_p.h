@@ -1,7 +1,7 @@
 #pragma once
 // Fonts and text measures shared by all captions of the process: fonts by kind and style,
 // cached character extents and a quick bound for texts that surely fit. GUI thread.
-#include "rich_text.h"
+#include "rich_text_p.h"
 
 #include <wx/font.h>
 #include <wx/string.h>
