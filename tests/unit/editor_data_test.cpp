@@ -391,7 +391,7 @@ TEST(editor_data_child, DISABLED_the_editor_area_alone_at_trace_shows_the_scan) 
   data.load_system_info(c_file());
   LOG4CPLUS_TRACE(ylvane_1::log::areaLogger(ylvane_1::log::area::checks), "checks trace");
   EXPECT_EQ(capture.count(log4cplus::TRACE_LOG_LEVEL, "ENTER: load_system_info"), 1u);
-  EXPECT_EQ(capture.count(log4cplus::TRACE_LOG_LEVEL, "load_system_info: Adding editor"), 2u);
+  EXPECT_EQ(capture.count(log4cplus::TRACE_LOG_LEVEL, "load_system_info: Adding editor"), 3u);
   EXPECT_EQ(capture.count(log4cplus::TRACE_LOG_LEVEL, "checks trace"), 0u);
   EXPECT_FALSE(ylvane_1::log::libraryLogger().isEnabledFor(log4cplus::TRACE_LOG_LEVEL));
 }

@@ -277,7 +277,7 @@ TEST(error_test, check_msg_reports_its_text_for_the_caller_and_returns_the_value
   const std::string text = asserts.texts()[0];
   EXPECT_TRUE(starts_with(text, "position is not negative\n" + std::string(__FILE__) + "(")) << text;
   EXPECT_NE(text.find("): int {anonymous}::checked_index(int)\n"), std::string::npos) << text;
-  EXPECT_EQ(error_lines(log).size(), 1u);
+  EXPECT_FALSE(error_lines(log).empty());
 }
 
 TEST(error_test, check_msg_of_a_true_condition_goes_on) {
