@@ -6,6 +6,7 @@
 #include <korvat2/path.h>
 #include <korvat2/system.h>
 #include <korvat2/system_editor.h>
+#include <ylvane/log.h>
 #include <zandor/debug.h>
 #include <zandor/varg_list.h>
 
@@ -18,18 +19,13 @@
 #include <algorithm>
 #include <cstdlib>
 
-// An assertion whose report states the invariant in the words of a fixed text.
-#define EDITOR_ASSERT_TEXT(cond, text)                                                      \
-  ((cond) ? static_cast<void>(0)                                                            \
-          : ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________( \
-                text, __FILE__, __LINE__, __PRETTY_FUNCTION__))
-
 // Trace lines carry this file's name as the log's source position.
-#define EDITOR_TRACE(text)                                                                       \
-  do {                                                                                           \
-    if (g_ylvaneLogger.isEnabledFor(log4cplus::TRACE_LOG_LEVEL)) {                               \
-      g_ylvaneLogger.forcedLog(log4cplus::TRACE_LOG_LEVEL, (text), "src/editor_data", __LINE__); \
-    }                                                                                            \
+#define EDITOR_TRACE(text)                                                               \
+  do {                                                                                   \
+    const log4cplus::Logger logger = editor_logger();                                    \
+    if (logger.isEnabledFor(log4cplus::TRACE_LOG_LEVEL)) {                               \
+      logger.forcedLog(log4cplus::TRACE_LOG_LEVEL, (text), "src/editor_data", __LINE__); \
+    }                                                                                    \
   } while (false)
 
 namespace tamsel3 {
@@ -37,6 +33,11 @@ namespace tamsel3 {
 const char* const editor_data_t::env_var_editor_name = "orlane_env_var_editor_name";
 
 namespace {
+
+log4cplus::Logger editor_logger() {
+  static const log4cplus::Logger logger = ylvane_1::log::areaLogger(ylvane_1::log::area::editor);
+  return logger;
+}
 
 const char* const in_list_text =
     "(it_tmp = m_langs_to_edt_names.find(language)) != m_langs_to_edt_names.end() && "
@@ -143,7 +144,7 @@ bool editor_data_t::add_editor_ex(language_t language, const editor_t& editor) {
   if (!is_supported_language(language) || editor.name.empty() || has_editor(language, editor.name)) {
     return false;
   }
-  EDITOR_ASSERT_TEXT(!in_list(language, editor.name), not_in_list_text);
+  ZANDOR_ASSERT_TEXT(!in_list(language, editor.name), not_in_list_text);
   std::vector<std::string>& list = m_langs_to_edt_names[language];
   auto position = list.end();
   if (editor.is_system) {
@@ -164,7 +165,7 @@ bool editor_data_t::set_editor(language_t language, const std::string& name,
       !has_editor(language, name)) {
     return false;
   }
-  EDITOR_ASSERT_TEXT(in_list(language, name), in_list_text);
+  ZANDOR_ASSERT_TEXT(in_list(language, name), in_list_text);
   m_editors[editor_key_t(language, name)] = editor_t(editor);
   return true;
 }
@@ -178,14 +179,14 @@ bool editor_data_t::set_editors(language_t language,
   if (old != m_langs_to_edt_names.end()) {
     for (const std::string& name : old->second) {
       const bool erased = m_editors.erase(editor_key_t(language, name)) == 1;
-      EDITOR_ASSERT_TEXT(erased, "false");
+      ZANDOR_ASSERT_TEXT(erased, "false");
     }
     m_langs_to_edt_names.erase(old);
   }
   std::vector<std::string> list;
   for (auto it = editors; !it.at_end(); it.next()) {
     const korvat2::system_editor_t editor = it.current();
-    EDITOR_ASSERT_TEXT(!editor.name.empty(), "false");
+    ZANDOR_ASSERT_TEXT(!editor.name.empty(), "false");
     if (!editor.name.empty()) {
       list.push_back(editor.name);
       m_editors[editor_key_t(language, editor.name)] = editor_t(editor);
@@ -206,7 +207,7 @@ korvat2::generic_iterator_t<korvat2::system_editor_t> editor_data_t::get_editors
   if (list != m_langs_to_edt_names.end()) {
     for (const std::string& name : list->second) {
       const auto found = m_editors.find(editor_key_t(language, name));
-      EDITOR_ASSERT_TEXT(found != m_editors.end(), "false");
+      ZANDOR_ASSERT_TEXT(found != m_editors.end(), "false");
       if (found != m_editors.end()) {
         editors.push_back(to_system_editor(found->second));
       }
@@ -227,7 +228,7 @@ editor_data_t::editor_t editor_data_t::get_editor_ex(language_t language, const 
   if (found == m_editors.end()) {
     return {};
   }
-  EDITOR_ASSERT_TEXT(in_list(language, name), in_list_text);
+  ZANDOR_ASSERT_TEXT(in_list(language, name), in_list_text);
   return found->second;
 }
 
@@ -257,7 +258,7 @@ bool editor_data_t::remove_editor(language_t language, const std::string& name) 
   }
   list->second.erase(position);
   const bool erased = m_editors.erase(editor_key_t(language, name)) == 1;
-  EDITOR_ASSERT_TEXT(erased, "false");
+  ZANDOR_ASSERT_TEXT(erased, "false");
   return erased;
 }
 
@@ -339,7 +340,7 @@ void editor_data_t::add_system_editors(language_t language,
   std::vector<std::string>& names = m_langs_to_edt_names[language];
   for (; !list.at_end(); list.next()) {
     const korvat2::system_editor_t editor = list.current();
-    EDITOR_ASSERT_TEXT(!editor.name.empty(), "false");
+    ZANDOR_ASSERT_TEXT(!editor.name.empty(), "false");
     // What is left of this name was edited by the user, and the user's record wins.
     if (!editor.name.empty() && !has_editor(language, editor.name)) {
       EDITOR_TRACE("load_system_info: Adding editor \"" + editor.name + "\".");
@@ -357,7 +358,7 @@ void editor_data_t::drop_missing_names(names_t& names, language_t language) cons
 }
 
 bool editor_data_t::load_system_info(const std::string& file) {
-  log4cplus::TraceLogger trace(g_ylvaneLogger, "load_system_info", "src/editor_data", __LINE__);
+  log4cplus::TraceLogger trace(editor_logger(), "load_system_info", "src/editor_data", __LINE__);
   const language_t language = language_info::get_language(file);
   EDITOR_TRACE("load_system_info: " + dump(language));
   if (!is_supported_language(language)) {
@@ -378,7 +379,7 @@ bool editor_data_t::load_system_info(const std::string& file) {
   editor_t env_var_editor;
   fill_env_var_editor(env_var_editor);
   EDITOR_TRACE("load_system_info: Adding editor \"" + env_var_editor.name + "\".");
-  EDITOR_ASSERT_TEXT(m_editors.find(editor_key_t(language, env_var_editor.name)) == m_editors.end(),
+  ZANDOR_ASSERT_TEXT(m_editors.find(editor_key_t(language, env_var_editor.name)) == m_editors.end(),
                      env_var_absent_text);
   add_editor_ex(language, env_var_editor);
   std::vector<std::string>& names = m_langs_to_edt_names[language];

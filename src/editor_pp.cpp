@@ -34,8 +34,7 @@ template <class Control>
 Control* find_control(wxWindow* page, const char* name) {
   auto* control = dynamic_cast<Control*>(page->FindWindow(wxXmlResource::GetXRCID(name)));
   if (!control) {
-    ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________(name, __FILE__, __LINE__,
-                                                                                   __PRETTY_FUNCTION__);
+    ZANDOR_REPORT(name);
   }
   return control;
 }

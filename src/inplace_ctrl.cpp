@@ -178,26 +178,18 @@ korvat2::error_code_t inplace_ctrl_impl_t::update_message(
     unsigned int tag, const korvat2::intrusive_pointer_t<message_t>& new_msg,
     const korvat2::signal_t<int>& callback) {
   m_log->m_has_changes = true;
-  if (m_entries.find(tag) == m_entries.end()) {
-    KV2_CHECK(m_entries.find(tag) != m_entries.end(), nullptr);
-    return korvat2::error::False;
-  }
-  const korvat2::error_code_t updated = m_entries[tag]->update_message(new_msg, &callback);
-  if (updated.failed()) {
-    korvat2::error::checked_failure("m_entries[tag]->update_message(new_msg, &callback).succeeded()", nullptr,
-                                    __FILE__, __LINE__, __PRETTY_FUNCTION__);
-    return updated;
-  }
+  const auto found = m_entries.find(tag);
+  KV2_CHECK_MSG(found != m_entries.end(), "m_entries.find(tag) != m_entries.end()", korvat2::error::False);
+  const korvat2::error_code_t updated = found->second->update_message(new_msg, &callback);
+  KV2_CHECK_MSG(updated.succeeded(), "m_entries[tag]->update_message(new_msg, &callback).succeeded()",
+                updated);
   return korvat2::error::Success;
 }
 
 korvat2::error_code_t inplace_ctrl_impl_t::erase(unsigned int tag) {
   m_log->m_has_changes = true;
   const auto found = m_entries.find(tag);
-  if (found == m_entries.end()) {
-    KV2_CHECK(m_entries.find(tag) != m_entries.end(), nullptr);
-    return korvat2::error::False;
-  }
+  KV2_CHECK_MSG(found != m_entries.end(), "m_entries.find(tag) != m_entries.end()", korvat2::error::False);
   found->second->hide();
   m_entries.erase(found);
   return korvat2::error::Success;

@@ -12,6 +12,7 @@
 #include <ylvane/log.h>
 
 #include <gtest/gtest.h>
+#include <log4cplus/loggingmacros.h>
 #include <log4cplus/loglevel.h>
 
 #include <filesystem>
@@ -381,6 +382,20 @@ TEST(editor_data_child, DISABLED_load_system_info_logs_its_steps_at_trace_level)
   EXPECT_EQ(texts[texts.size() - 2].rfind("load_system_info: m_editors = (", 0), 0u);
 }
 
+// A host raises the editor area alone: its scan shows, the library's other areas stay quiet.
+TEST(editor_data_child, DISABLED_the_editor_area_alone_at_trace_shows_the_scan) {
+  ylvane_1::log::areaLogger(ylvane_1::log::area::editor).setLogLevel(log4cplus::TRACE_LOG_LEVEL);
+  const test_support::log_capture_t capture;
+  test_support::write_bytes(c_file(), "");
+  editor_data_t data;
+  data.load_system_info(c_file());
+  LOG4CPLUS_TRACE(ylvane_1::log::areaLogger(ylvane_1::log::area::checks), "checks trace");
+  EXPECT_EQ(capture.count(log4cplus::TRACE_LOG_LEVEL, "ENTER: load_system_info"), 1u);
+  EXPECT_EQ(capture.count(log4cplus::TRACE_LOG_LEVEL, "load_system_info: Adding editor"), 3u);
+  EXPECT_EQ(capture.count(log4cplus::TRACE_LOG_LEVEL, "checks trace"), 0u);
+  EXPECT_FALSE(ylvane_1::log::libraryLogger().isEnabledFor(log4cplus::TRACE_LOG_LEVEL));
+}
+
 class editor_data_on_a_private_desktop : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(editor_data_on_a_private_desktop, behaves_as_told) {
@@ -397,7 +412,8 @@ INSTANTIATE_TEST_SUITE_P(
                       "files_planted_under_the_query_names_are_left_as_they_were",
                       "an_edited_system_editor_is_listed_once_with_the_users_command_line",
                       "a_saved_environment_editor_trips_the_assertion",
-                      "load_system_info_logs_its_steps_at_trace_level"));
+                      "load_system_info_logs_its_steps_at_trace_level",
+                      "the_editor_area_alone_at_trace_shows_the_scan"));
 
 TEST(editor_data_with_a_temporary_folder_that_takes_no_file, asks_the_desktop_by_the_name_alone) {
   const test_support::desktop_tree_t desktop;

@@ -248,7 +248,7 @@ error_code_t save_variant_bag(const variant_bag_t& bag, const char* path) {
   const int failure = replace_file(path, out.str());
   if (failure != 0) {
     // Every save of the library ends here, so this is the one report of a failed write.
-    LOG4CPLUS_ERROR(ylvane_1::log::libraryLogger(),
+    LOG4CPLUS_ERROR(ylvane_1::log::areaLogger(ylvane_1::log::area::bags),
                     "cannot write " << path << ": " << std::strerror(failure));
     return error::FileWrite;
   }

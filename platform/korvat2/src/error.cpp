@@ -44,7 +44,7 @@ void checked_failure(const char* condition, const char* error_text, const char* 
     text << " '" << error_text << "'";
   }
   text << "\n" << file << "(" << line << "): " << (function ? function : "") << "\n";
-  const log4cplus::Logger logger = ylvane_1::log::libraryLogger();
+  const log4cplus::Logger logger = ylvane_1::log::areaLogger(ylvane_1::log::area::checks);
   if (logger.isEnabledFor(log4cplus::ERROR_LOG_LEVEL)) {
     LOG4CPLUS_ERROR(logger, text.str() << ", at file: " << file << ":" << line);
   }

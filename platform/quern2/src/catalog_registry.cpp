@@ -55,7 +55,8 @@ catalog_ptr_t load_catalog(const std::string& name) {
     if (catalog_ptr_t catalog = ZANDOR_2_16::i18n::catalog_t::load_po_file(name, language, file, error)) {
       return catalog;
     }
-    LOG4CPLUS_WARN(ylvane_1::log::libraryLogger(), "message catalog not loaded: " << error);
+    LOG4CPLUS_WARN(ylvane_1::log::areaLogger(ylvane_1::log::area::catalog),
+                   "message catalog not loaded: " << error);
   }
   return nullptr;
 }

@@ -84,7 +84,7 @@ class file_storage_t final : public IGlobalStorage {
       return bag;
     }
     if (result != korvat2::error_code_t(korvat2::error::FileNotFound)) {
-      LOG4CPLUS_WARN(ylvane_1::log::libraryLogger(),
+      LOG4CPLUS_WARN(ylvane_1::log::areaLogger(ylvane_1::log::area::storage),
                      "storage file " << file << " not read: " << result.as_string(0));
     }
     return default_bag;
@@ -93,8 +93,9 @@ class file_storage_t final : public IGlobalStorage {
   korvat2::error_code_t writeBag(const std::string& key, const korvat2::variant_bag_t& bag) override {
     const std::string folder = m_folder.as_string(false);
     if (!make_folders(folder)) {
-      LOG4CPLUS_ERROR(ylvane_1::log::libraryLogger(), "cannot write " << file_of(key) << ": folder " << folder
-                                                                      << ": " << std::strerror(errno));
+      LOG4CPLUS_ERROR(
+          ylvane_1::log::areaLogger(ylvane_1::log::area::storage),
+          "cannot write " << file_of(key) << ": folder " << folder << ": " << std::strerror(errno));
       return korvat2::error::FileWrite;
     }
     return korvat2::save_variant_bag(bag, file_of(key).c_str());

@@ -95,4 +95,9 @@ log4cplus::Logger libraryLogger() {
   return logger;
 }
 
+log4cplus::Logger areaLogger(const char* area) {
+  (void)libraryLogger();
+  return log4cplus::Logger::getInstance(LOG4CPLUS_TEXT(std::string(library_logger_name) + "." + area));
+}
+
 }  // namespace ylvane_1::log

@@ -31,7 +31,7 @@ namespace _private {
 
 void ____________________ASSERT____________________(const char* expression, const char* file, unsigned line,
                                                     const char* function) {
-  LOG4CPLUS_ERROR(ylvane_1::log::libraryLogger(),
+  LOG4CPLUS_ERROR(ylvane_1::log::areaLogger(ylvane_1::log::area::asserts),
                   "assertion failed: " << expression << ", at " << file << "(" << line << "): " << function);
   assert_handler_t handler;
   {

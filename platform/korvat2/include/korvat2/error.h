@@ -87,3 +87,13 @@ class error_code_t {
   ((condition) ? static_cast<void>(0)                                                            \
                : ::korvat2::error::checked_failure(#condition, (error_text), __FILE__, __LINE__, \
                                                    __PRETTY_FUNCTION__))
+
+/// Checks `condition`; when it is false, reports `text` as a checked failure of the
+/// calling function and returns `value` from it (nothing, for a void function).
+#define KV2_CHECK_MSG(condition, text, ...)                                                        \
+  do {                                                                                             \
+    if (!(condition)) {                                                                            \
+      ::korvat2::error::checked_failure((text), nullptr, __FILE__, __LINE__, __PRETTY_FUNCTION__); \
+      return __VA_ARGS__;                                                                          \
+    }                                                                                              \
+  } while (false)

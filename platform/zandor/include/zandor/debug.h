@@ -23,19 +23,17 @@ void ____________________ASSERT____________________(const char* expression, cons
 }  // namespace ZANDOR_2_16::debug
 
 /// Reports `expr` as written when it is false, and goes on.
-#define ZANDOR_ASSERT(expr)                                                                 \
-  ((expr) ? static_cast<void>(0)                                                            \
-          : ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________( \
-                #expr, __FILE__, __LINE__, __PRETTY_FUNCTION__))
+#define ZANDOR_ASSERT(expr) ZANDOR_ASSERT_TEXT(expr, #expr)
 
 /// Reports `("msg", cond)` when `cond` is false: the message travels in the report's text.
-#define ZANDOR_ASSERT_MSG(msg, cond)                                                        \
-  ((cond) ? static_cast<void>(0)                                                            \
-          : ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________( \
-                "(" #msg ", " #cond ")", __FILE__, __LINE__, __PRETTY_FUNCTION__))
+#define ZANDOR_ASSERT_MSG(msg, cond) ZANDOR_ASSERT_TEXT(cond, "(" #msg ", " #cond ")")
 
 /// Reports `text` as a failed assertion and goes on; for a failure that the caller found
 /// by a test of its own and reports in the words of the call.
 #define ZANDOR_REPORT(text)                                                                                  \
   ::ZANDOR_2_16::debug::_private::____________________ASSERT____________________((text), __FILE__, __LINE__, \
                                                                                  __PRETTY_FUNCTION__)
+
+/// Reports `text` as a failed assertion when `cond` is false, and goes on; for a report
+/// that states the invariant in words other than the condition's own.
+#define ZANDOR_ASSERT_TEXT(cond, text) ((cond) ? static_cast<void>(0) : ZANDOR_REPORT(text))

@@ -258,4 +258,45 @@ TEST(error_test, check_of_a_true_condition_does_nothing) {
   EXPECT_TRUE(log.lines().empty());
 }
 
+int checked_index(int index) {
+  KV2_CHECK_MSG(index >= 0, "position is not negative", -1);
+  return index;
+}
+
+void checked_step(bool go, int& steps) {
+  KV2_CHECK_MSG(go, "go");
+  ++steps;
+}
+
+TEST(error_test, check_msg_reports_its_text_for_the_caller_and_returns_the_value) {
+  scoped_error_handling_t handling(std::string("assert"));
+  assert_recorder_t asserts;
+  log_capture_t log;
+  EXPECT_EQ(checked_index(-3), -1);
+  ASSERT_EQ(asserts.count(), 1u);
+  const std::string text = asserts.texts()[0];
+  EXPECT_TRUE(starts_with(text, "position is not negative\n" + std::string(__FILE__) + "(")) << text;
+  EXPECT_NE(text.find("): int {anonymous}::checked_index(int)\n"), std::string::npos) << text;
+  EXPECT_FALSE(error_lines(log).empty());
+}
+
+TEST(error_test, check_msg_of_a_true_condition_goes_on) {
+  scoped_error_handling_t handling(std::string("assert"));
+  assert_recorder_t asserts;
+  int steps = 0;
+  EXPECT_EQ(checked_index(4), 4);
+  checked_step(true, steps);
+  EXPECT_EQ(steps, 1);
+  EXPECT_EQ(asserts.count(), 0u);
+}
+
+TEST(error_test, check_msg_in_a_void_function_returns_early) {
+  scoped_error_handling_t handling(std::string("assert"));
+  assert_recorder_t asserts;
+  int steps = 0;
+  checked_step(false, steps);
+  EXPECT_EQ(steps, 0);
+  EXPECT_EQ(asserts.count(), 1u);
+}
+
 }  // namespace

@@ -1,9 +1,11 @@
 #include <ylvane/log.h>
 
 #include "fixtures.h"
+#include "log_capture.h"
 
 #include <gtest/gtest.h>
 
+#include <log4cplus/loggingmacros.h>
 #include <log4cplus/loglevel.h>
 
 #include <optional>
@@ -206,6 +208,26 @@ TEST(log_test, library_logger_is_the_configured_component_logger) {
   EXPECT_EQ(component.getLogLevel(), library.getLogLevel());
   EXPECT_EQ(component.getAllAppenders().size(), library.getAllAppenders().size());
   EXPECT_EQ(libraryLogger().getName(), "TAMSEL");
+}
+
+TEST(log_test, area_loggers_sit_below_the_library_logger) {
+  EXPECT_EQ(ylvane_1::log::areaLogger(ylvane_1::log::area::editor).getName(), "TAMSEL.editor");
+  EXPECT_EQ(ylvane_1::log::areaLogger(ylvane_1::log::area::checks).getParent().getName(), "TAMSEL");
+}
+
+TEST(log_test, one_area_at_trace_shows_its_lines_and_the_capture_sees_every_area) {
+  log4cplus::Logger editor = ylvane_1::log::areaLogger(ylvane_1::log::area::editor);
+  const log4cplus::Logger checks = ylvane_1::log::areaLogger(ylvane_1::log::area::checks);
+  const log4cplus::LogLevel before = editor.getLogLevel();
+  const test_support::log_capture_t capture;
+  editor.setLogLevel(log4cplus::TRACE_LOG_LEVEL);
+  LOG4CPLUS_TRACE(editor, "editor trace");
+  LOG4CPLUS_TRACE(checks, "checks trace");
+  LOG4CPLUS_WARN(checks, "checks warning");
+  editor.setLogLevel(before);
+  EXPECT_EQ(capture.count(log4cplus::TRACE_LOG_LEVEL, "editor trace"), 1u);
+  EXPECT_EQ(capture.count(log4cplus::TRACE_LOG_LEVEL, "checks trace"), 0u);
+  EXPECT_EQ(capture.count(log4cplus::WARN_LOG_LEVEL, "checks warning"), 1u);
 }
 
 }  // namespace
