@@ -1,5 +1,3 @@
-#include "logger_p.h"
-
 #include <tamsel3/editor_data.h>
 #include <tamsel3/text_helpers.h>
 
