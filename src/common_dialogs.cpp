@@ -2,6 +2,7 @@
 
 #include "common_dialogs_p.h"
 
+#include <plaxi1/modal.h>
 #include <quern2/catalog_registry.h>
 
 #include <wx/colordlg.h>
@@ -78,8 +79,8 @@ bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string&
               const std::string& filter, const std::string& title, const std::string& folder) {
   const file_dlg_setup_t setup = make_file_dlg_setup(path, extension, filter, title, folder,
                                                      title.empty() ? default_file_title() : std::string());
-  wxFileDialog dialog(parent, to_wx(setup.title), to_wx(setup.start_folder), to_wx(setup.start_name),
-                      to_wx(setup.filter), open ? wxFD_OPEN : wxFD_SAVE);
+  wxFileDialog dialog(plaxi1::live_parent(parent), to_wx(setup.title), to_wx(setup.start_folder),
+                      to_wx(setup.start_name), to_wx(setup.filter), open ? wxFD_OPEN : wxFD_SAVE);
   // Without any filter the toolkit has no index to select, and asserts.
   if (!setup.filter.empty()) {
     dialog.SetFilterIndex(setup.filter_index);
@@ -92,8 +93,8 @@ bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string&
 }
 
 bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title) {
-  wxDirDialog dialog(parent, to_wx(title.empty() ? default_folder_title() : title), to_wx(path), 0,
-                     wxDefaultPosition, wxDefaultSize);
+  wxDirDialog dialog(plaxi1::live_parent(parent), to_wx(title.empty() ? default_folder_title() : title),
+                     to_wx(path), 0, wxDefaultPosition, wxDefaultSize);
   if (dialog.ShowModal() != wxID_OK) {
     return false;
   }
@@ -102,7 +103,7 @@ bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title) {
 }
 
 bool font_dlg(wxWindow* parent, wxFontData& data) {
-  wxFontDialog dialog(parent, data);  // the dialog works on its own copy
+  wxFontDialog dialog(plaxi1::live_parent(parent), data);  // the dialog works on its own copy
   if (dialog.ShowModal() != wxID_OK) {
     return false;
   }
@@ -111,7 +112,7 @@ bool font_dlg(wxWindow* parent, wxFontData& data) {
 }
 
 bool color_dlg(wxWindow* parent, wxColourData& data) {
-  wxColourDialog dialog(parent, &data);  // the dialog works on its own copy
+  wxColourDialog dialog(plaxi1::live_parent(parent), &data);  // the dialog works on its own copy
   if (dialog.ShowModal() != wxID_OK) {
     return false;
   }

@@ -1,5 +1,6 @@
 #include <tamsel3/dialog_base.h>
 
+#include <plaxi1/modal.h>
 #include <plaxi1/resource_loader.h>
 
 #include <wx/dcclient.h>
@@ -46,10 +47,16 @@ void dialog_base_t::grow_to_fit() {
 
 int dialog_base_t::show_modal(wxWindow* parent) {
   if (!m_loaded) {
+    // A dialog over a window on its way out would be taken down with it, from inside its
+    // own loop: the main window takes the place of such a parent.
+    parent = plaxi1::live_parent(parent);
     m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_object_name);
     if (!m_loaded) {
       return 0;
     }
+  }
+  if (plaxi1::is_closing(GetParent())) {
+    return wxID_CANCEL;  // loaded earlier over a window that is going now
   }
   return ShowModal();
 }

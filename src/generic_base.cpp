@@ -4,6 +4,7 @@
 #include <tamsel3/text_helpers.h>
 #include "text_limit_p.h"
 
+#include <plaxi1/modal.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/catalog_registry.h>
 #include <quern2/product_locations.h>
@@ -24,12 +25,6 @@ const char* const path_message_keys[] = {"path.nonexisting",    "path.nonexistin
                                          "path.empty_relative", "path.enter_valid_path",
                                          "path.invalid_file",   "path.invalid_directory"};
 
-// A warning over a window that is going away would outlive it, parented to nothing.
-bool is_closing(wxWindow* window) {
-  return window->IsBeingDeleted() ||
-         (wxTheApp && wxTheApp->IsScheduledForDestruction(wxGetTopLevelParent(window)));
-}
-
 }  // namespace
 
 template <class T>
@@ -39,10 +34,12 @@ generic_base_t<T>::generic_base_t()
 
 template <class T>
 generic_base_t<T>::~generic_base_t() {
-  // Every connection of the length warning goes, whatever class the child has; the
-  // multi-line connections go with the children.
+  // Every connection of the length limit goes, whatever class the child has: the children
+  // outlive this part of the window, and a text event from one of them must not reach it.
   for (wxWindow* child : this->GetChildren()) {
     while (child->Unbind(wxEVT_TEXT_MAXLEN, &generic_base_t::on_max_len, this)) {
+    }
+    while (child->Unbind(wxEVT_TEXT, &generic_base_t::on_text_changed, this)) {
     }
     release_text_limit(dynamic_cast<wxTextCtrl*>(child));  // its handler asks this window
   }
@@ -130,20 +127,14 @@ void generic_base_t<T>::on_text_changed(wxCommandEvent& event) {
     return;
   }
   const long limit = limit_of(field);
-  if (static_cast<int>(field->GetValue().length()) <= limit) {
+  const wxString value = field->GetValue();
+  if (static_cast<int>(value.length()) <= limit) {
     return;  // the usual case: the insertion itself was cut
   }
-  // Where the toolkit's insertion couldn't be cut, GTK is still inserting into the
-  // field's buffer: cut and warn once it has finished.
-  wxWeakRef<wxTextCtrl> weak(field);
-  this->CallAfter([this, weak, limit] {
-    wxTextCtrl* cut = weak.get();
-    if (!cut || static_cast<int>(cut->GetValue().length()) <= limit) {
-      return;
-    }
-    cut->ChangeValue(cut->GetValue().Left(static_cast<size_t>(limit)));  // no new event
-    report_max_len(cut);
-  });
+  // A field longer than its limit all the same (the limit was lowered, or the insertion
+  // couldn't be cut): cut it here, before any later handler or posted call sees the text.
+  field->ChangeValue(value.Left(static_cast<size_t>(limit)));  // no new event
+  report_max_len(field);
 }
 
 template <class T>
@@ -163,7 +154,7 @@ template <class T>
 void generic_base_t<T>::on_max_len(wxCommandEvent& event) {
   const ZANDOR_2_16::i18n::catalog_t* catalog = quern2::getMessageCatalog("tamsel");
   auto* field = get_ctrl_from_event<wxTextCtrl>(event);
-  if (!catalog || !field || is_closing(this)) {
+  if (!catalog || !field || plaxi1::is_closing(this)) {
     return;
   }
   max_len_options_t options = gen_max_len_options(field);

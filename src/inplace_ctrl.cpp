@@ -56,7 +56,14 @@ inplace_ctrl_t::inplace_ctrl_t(wxWindow* parent, bool show_debug)
   });
 }
 
-inplace_ctrl_t::~inplace_ctrl_t() { delete m_impl; }
+inplace_ctrl_t::~inplace_ctrl_t() {
+  // A panel deleted directly or going out of scope: wx would announce the end only from
+  // its own destructor, after this one. Announce it now, while the panel is whole; the
+  // handler above takes the entries down.
+  SendDestroyEvent();
+  delete m_impl;
+  m_impl = nullptr;
+}
 
 unsigned int inplace_ctrl_t::add_message(const korvat2::intrusive_pointer_t<message_t>& msg,
                                          const korvat2::signal_t<int>& callback) {

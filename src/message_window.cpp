@@ -126,11 +126,14 @@ int show_modal(const message_window_t& data, wxWindow* parent) {
   if (data.m_check_box && data.m_check_box->is_checked()) {
     return message_window_t::answer_none;
   }
+  // Never over a window on its way out: it would take the box down with it, from inside
+  // the box's own loop.
+  parent = plaxi1::live_parent(parent);
   // Held until the dialog is gone, so that the main window's wrapper outlives it.
   korvat2::smart_pointer_t<plaxi1::auto_dummy_wrapper_t> main_window;
   if (!parent) {
     main_window = plaxi1::get_main_window();
-    if (main_window) {
+    if (main_window && !plaxi1::is_closing(main_window->get_window())) {
       parent = main_window->get_window();
     }
   }
@@ -145,12 +148,12 @@ int show_msg_box(const std::string& main_message, const std::string& supplementa
   data.m_supplemental_message = supplemental_message;
   data.m_button_type = message_window_t::buttons_close;
   data.m_icon_type = icon;
-  if (parent) {
+  if (parent && !plaxi1::is_closing(parent)) {
     return show_modal(data, parent);
   }
-  // A quick message never appears on its own, without any window of the application.
+  // A quick message never appears on its own, without any live window of the application.
   const korvat2::smart_pointer_t<plaxi1::auto_dummy_wrapper_t> main_window = plaxi1::get_main_window();
-  if (!main_window || !main_window->get_window()) {
+  if (!main_window || !main_window->get_window() || plaxi1::is_closing(main_window->get_window())) {
     return message_window_t::answer_no_window;
   }
   return show_modal(data, main_window->get_window());

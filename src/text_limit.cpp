@@ -23,6 +23,13 @@ struct guard_t {
 
 void free_guard(gpointer guard, GClosure*) { delete static_cast<guard_t*>(guard); }
 
+// The insertion is done: the report comes with the edit itself. A copy runs, as a
+// modal warning lets the loop run and the field may be taken down meanwhile.
+void report(const guard_t& guard) {
+  const std::function<void()> reached = guard.m_reached;
+  reached();
+}
+
 // How many bytes of an insertion fit under the limit, or -1 when all of it does.
 gint bytes_that_fit(const guard_t& guard, const gchar* text, gint length) {
   const long limit = guard.m_limit();
@@ -35,7 +42,8 @@ gint bytes_that_fit(const guard_t& guard, const gchar* text, gint length) {
 }
 
 // Stops an insertion that goes over and inserts what fits in its place; the repeated
-// emission fits, and passes this handler. Only then is the field's text event sent.
+// emission fits, and passes this handler. Only then is the field's text event sent, and
+// then the limit is reported, before the edit returns.
 void on_buffer_insert(GObject* buffer, gpointer location, gchar* text, gint length, gpointer data) {
   auto* guard = static_cast<guard_t*>(data);
   const gint keep = bytes_that_fit(*guard, text, length);
@@ -47,7 +55,7 @@ void on_buffer_insert(GObject* buffer, gpointer location, gchar* text, gint leng
     const std::string kept(text, static_cast<std::size_t>(keep));
     g_signal_emit_by_name(buffer, "insert-text", location, kept.c_str(), keep);
   }
-  guard->m_field->CallAfter(guard->m_reached);
+  report(*guard);
 }
 
 void on_entry_insert(GObject* entry, gchar* text, gint length, gint* position, gpointer data) {
@@ -61,7 +69,7 @@ void on_entry_insert(GObject* entry, gchar* text, gint length, gint* position, g
     const std::string kept(text, static_cast<std::size_t>(keep));
     g_signal_emit_by_name(entry, "insert-text", kept.c_str(), keep, position);
   }
-  guard->m_field->CallAfter(guard->m_reached);
+  report(*guard);
 }
 
 // The object that takes the field's insertions: the buffer behind a multi-line field's

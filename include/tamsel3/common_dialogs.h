@@ -1,6 +1,8 @@
 #pragma once
 /// The toolkit's standard dialogs behind one calling style: in-out arguments, and a result
 /// that is true when the user confirmed. All of them belong to the GUI thread and run modally.
+/// A parent that is being destroyed gives way to the main window (or none): a dialog is
+/// never parented to a dying window, which would take it down from inside its own loop.
 #include <string>
 
 class wxColourData;

@@ -20,7 +20,9 @@ class dialog_base_t : public generic_base_t<dummy> {
   korvat2::signal_t<const std::string&> m_help_signal;
 
   /// Runs the dialog modally and returns its end code: wxID_OK (5100), wxID_CANCEL (5101),
-  /// another code that the dialog chose, or 0 when the layout couldn't be loaded.
+  /// another code that the dialog chose, or 0 when the layout couldn't be loaded. A parent
+  /// that is being destroyed is replaced by the main window (or none); a dialog loaded over
+  /// a parent that is going by now isn't run, and gives wxID_CANCEL.
   virtual int show_modal(wxWindow* parent);
   void help_activated() override;
 

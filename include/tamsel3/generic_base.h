@@ -60,7 +60,9 @@ class generic_base_t : public T, public korvat2::subscriber_base_t {
   /// Applies the text length limits to the text fields among the direct children. A field
   /// never holds more than its limit, not even for a moment: an insertion that would go over
   /// keeps what fits (a paste too, in single-line fields), before any text handler hears of
-  /// it, and `on_max_len` follows once per such insertion, on a later turn of the loop.
+  /// it, and `on_max_len` follows once per such insertion, within the edit: when the call
+  /// that inserted returns, the field is cut and the user was warned. A field longer than
+  /// its limit all the same (a lowered limit) is cut in its text event, and warned of there.
   /// -1 and a field without an entry stand for 10000.
   virtual void set_max_text_limit();
   virtual void handle_timer_event(wxTimerEvent& event);
@@ -74,10 +76,11 @@ class generic_base_t : public T, public korvat2::subscriber_base_t {
   void set_max_len_options(wxTextCtrl* control, max_len_options_t options);
   /// A copy of the field's entry, made with the defaults when there is none.
   max_len_options_t gen_max_len_options(wxTextCtrl* control);
-  /// Holds a multi-line field at its limit where the toolkit's insertion couldn't be cut.
+  /// Cuts a multi-line field that is longer than its limit, at once, and warns.
   void on_text_changed(wxCommandEvent& event);
   /// Warns that a field reached its limit, naming the field and the limit. No warning
-  /// while the window is closing (destroyed or scheduled for destruction).
+  /// while the window is closing (destroyed or scheduled for destruction): the box would
+  /// be parented to a dying window.
   void on_max_len(wxCommandEvent& event);
 
   /// Checks a path field as the user types: cleans it (`validate_path`), resolves a

@@ -114,11 +114,13 @@ class message_window_t {
 
 /// Runs the message as a modal dialog and returns the answer (message_window_t::answer_t).
 /// A checked check box suppresses it: 7 at once, no window. A null parent means the main
-/// window, or none. GUI thread.
+/// window, or none; so does a parent that is being destroyed (or its window is): a box is
+/// never parented to a dying window. GUI thread.
 int show_modal(const message_window_t& data, wxWindow* parent);
 
-/// A quick message with a Close button; the texts are shown as they stand. A null parent
-/// means the main window; without one nothing appears and the answer is 6.
+/// A quick message with a Close button; the texts are shown as they stand. A null parent,
+/// or one that is being destroyed, means the main window; without a live one nothing
+/// appears and the answer is 6.
 int show_msg_box(const std::string& main_message, const std::string& supplemental_message,
                  message_window_t::icon_types_t icon, wxWindow* parent);
 

@@ -28,6 +28,9 @@
 #include <wx/modalhook.h>
 #include <wx/textctrl.h>
 
+#include <string>
+#include <vector>
+
 #include <functional>
 #include <string>
 #include <typeinfo>
@@ -87,6 +90,29 @@ TEST(common_dialogs_test, missing_catalog_leaves_the_default_titles_empty) {
   });
   EXPECT_FALSE(tamsel3::folder_dlg(nullptr, path, ""));
   EXPECT_EQ(folder_answer.m_calls, 1);
+}
+
+TEST(common_dialogs_test, dialogs_over_a_closing_window_have_another_parent) {
+  auto* closing = new wxFrame(nullptr, wxID_ANY, "closing");
+  closing->Destroy();
+  std::vector<wxWindow*> parents;
+  auto note_parent = [&parents](wxDialog& dialog) {
+    parents.push_back(dialog.GetParent());
+    return wxID_CANCEL;
+  };
+  std::string path = "/tmp/report.txt";
+  {
+    answer_t<wxFileDialog> answer([&](wxFileDialog& dialog) { return note_parent(dialog); });
+    EXPECT_FALSE(tamsel3::file_dlg(closing, true, path, "", "", "", ""));
+  }
+  {
+    answer_t<wxDirDialog> answer([&](wxDirDialog& dialog) { return note_parent(dialog); });
+    EXPECT_FALSE(tamsel3::folder_dlg(closing, path, ""));
+  }
+  ASSERT_EQ(parents.size(), 2u);
+  EXPECT_NE(parents[0], closing);
+  EXPECT_NE(parents[1], closing);
+  gui_test::pump();
 }
 
 TEST(common_dialogs_test, file_dialog_starts_from_path_filter_and_extension) {

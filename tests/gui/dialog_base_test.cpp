@@ -8,6 +8,7 @@
 #include <tamsel3/resource.h>
 
 #include <gtest/gtest.h>
+#include <wx/app.h>
 #include <wx/button.h>
 #include <wx/frame.h>
 #include <wx/stattext.h>
@@ -279,6 +280,39 @@ TEST(dialog_base_test, modal_callback_answers_without_running) {
   EXPECT_EQ(dialog.show_modal(nullptr), 777);
   plaxi1::set_modal_callback(previous);
   EXPECT_FALSE(dialog.is_initialized());
+}
+
+TEST(dialog_base_test, a_closing_parent_gives_way_to_the_main_window) {
+  auto* main_window = new wxFrame(nullptr, wxID_ANY, "main window");
+  wxTheApp->SetTopWindow(main_window);
+  auto* closing = new wxFrame(nullptr, wxID_ANY, "closing");
+  closing->Destroy();
+  recording_dialog_t dialog;
+  wxWindow* dialog_parent = closing;
+  run_modal(
+      dialog,
+      [&](wxDialog& shown) {
+        dialog_parent = shown.GetParent();
+        gui_test::click(&shown, "m_btn_cancel");
+      },
+      closing);
+  EXPECT_EQ(dialog_parent, main_window);
+  wxTheApp->SetTopWindow(nullptr);
+  main_window->Destroy();
+}
+
+TEST(dialog_base_test, a_dialog_whose_parent_is_going_is_not_run) {
+  auto* parent = new wxFrame(nullptr, wxID_ANY, "parent");
+  auto* dialog = new recording_dialog_t;
+  dialog->show_nonmodal(parent, false);  // loads it over the parent, hidden
+  EXPECT_TRUE(dialog->is_loaded());
+  parent->Destroy();  // takes the dialog, its child, with it
+  // Were it run, the callback would answer 777.
+  const plaxi1::modal_callback_t previous = plaxi1::set_modal_callback([](wxDialog*) { return 777; });
+  const int answer = dialog->show_modal(parent);
+  plaxi1::set_modal_callback(previous);
+  EXPECT_EQ(answer, wxID_CANCEL);
+  gui_test::pump();
 }
 
 // Multi-line text: measured once per process, with the first caller's font.

@@ -496,4 +496,55 @@ TEST_F(inplace_ctrl_test, a_corrupt_line_in_load_only_logs_unless_failures_asser
   EXPECT_EQ(logged[1].rfind("event_entry_t::load(value, pelit).succeeded()\n", 0), 0u) << logged[1];
 }
 
+// Every way a host may end the panel: each must take the entries down once.
+class inplace_ctrl_end_test : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    m_frame = new wxFrame(nullptr, wxID_ANY, "in-place", wxDefaultPosition, wxSize(400, 300));
+    m_frame->Show();
+    gui_test::wait_until_shown(m_frame);
+  }
+  void TearDown() override {
+    m_frame->Destroy();
+    gui_test::pump();
+  }
+  static void fill(tamsel3::inplace_ctrl_t& ctrl) {
+    const korvat2::signal_t<int> no_callback;
+    ctrl.add_message(new standard_message_t("Index is stale", "Rebuild it from the project menu."),
+                     no_callback);
+    ctrl.add_progress(new tamsel3::progress_message_t("Indexing"), no_callback);
+    pelit2::IProgress* progress = ctrl.get_progress(1);
+    progress->start("Indexing", 10);
+    progress->progressed(4);
+    gui_test::pump();
+  }
+  wxFrame* m_frame = nullptr;
+};
+
+TEST_F(inplace_ctrl_end_test, deleting_the_panel_directly_takes_it_out_of_its_parent) {
+  auto* ctrl = new tamsel3::inplace_ctrl_t(m_frame, false);
+  fill(*ctrl);
+  delete ctrl;
+  EXPECT_TRUE(m_frame->GetChildren().empty());
+  gui_test::pump();
+}
+
+TEST_F(inplace_ctrl_end_test, a_panel_on_the_stack_ends_with_its_scope) {
+  {
+    tamsel3::inplace_ctrl_t ctrl(m_frame, false);
+    fill(ctrl);
+    EXPECT_EQ(m_frame->GetChildren().size(), 1u);
+  }
+  EXPECT_TRUE(m_frame->GetChildren().empty());
+  gui_test::pump();
+}
+
+TEST_F(inplace_ctrl_end_test, destroy_and_the_parents_teardown_still_work) {
+  auto* first = new tamsel3::inplace_ctrl_t(m_frame, false);
+  fill(*first);
+  first->Destroy();
+  EXPECT_TRUE(m_frame->GetChildren().empty());
+  fill(*new tamsel3::inplace_ctrl_t(m_frame, false));  // goes with the frame in TearDown
+}
+
 }  // namespace

@@ -10,6 +10,7 @@
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
+#include <wx/weakref.h>
 
 #include <algorithm>
 #include <map>
@@ -207,6 +208,59 @@ TEST_F(max_len_test, warning_is_never_parented_to_a_closing_window) {
   m_frame->Destroy();  // the window goes before the loop runs again
   m_frame = nullptr;
   gui_test::pump();
+  EXPECT_EQ(warnings.m_closing_parents, 0);
+}
+
+TEST_F(max_len_test, over_long_edit_is_cut_and_warned_when_the_edit_returns) {
+  warnings_t warnings;
+  m_page->set_max_len_options(m_page->m_multi, tamsel3::max_len_options_t("summary", 10, ""));
+  m_page->m_multi->SetInsertionPointEnd();
+  m_page->m_multi->WriteText("abcdefghijKLMNOPQRST");
+  // No turn of the loop: the edit itself brought the cut and the warning.
+  EXPECT_EQ(m_page->m_multi->GetValue().length(), 10u);
+  EXPECT_EQ(m_page->m_longest_seen[m_page->m_multi], 10u);
+  EXPECT_EQ(warnings.m_main.size(), 1u);
+  gui_test::pump();
+  EXPECT_EQ(warnings.m_main.size(), 1u) << "nothing more comes later";
+}
+
+TEST_F(max_len_test, field_over_a_lowered_limit_is_cut_inside_its_text_event) {
+  warnings_t warnings;
+  m_page->m_multi->ChangeValue("abcdefgh");
+  m_page->set_max_len_options(m_page->m_multi, tamsel3::max_len_options_t("summary", 5, ""));
+  wxCommandEvent changed(wxEVT_TEXT, m_page->m_multi->GetId());
+  changed.SetEventObject(m_page->m_multi);
+  m_page->m_multi->GetEventHandler()->ProcessEvent(changed);
+  EXPECT_EQ(m_page->m_multi->GetValue(), "abcde");
+  EXPECT_EQ(warnings.m_main.size(), 1u);
+  gui_test::pump();
+  EXPECT_EQ(m_page->m_multi->GetValue(), "abcde");
+  EXPECT_EQ(warnings.m_main.size(), 1u);
+}
+
+TEST_F(max_len_test, window_destroyed_right_after_an_over_long_edit_goes_cleanly) {
+  warnings_t warnings;
+  m_page->set_max_len_options(m_page->m_multi, tamsel3::max_len_options_t("summary", 3, ""));
+  m_page->m_multi->SetInsertionPointEnd();
+  m_page->m_multi->WriteText("abcdef");
+  wxWeakRef<wxFrame> frame(m_frame);
+  m_frame->Destroy();
+  m_frame = nullptr;
+  EXPECT_TRUE(gui_test::wait_until([&] { return frame.get() == nullptr; }));
+  EXPECT_EQ(warnings.m_main.size(), 1u);
+  EXPECT_EQ(warnings.m_closing_parents, 0);
+}
+
+TEST_F(max_len_test, over_long_edit_in_a_closing_window_is_cut_without_a_warning) {
+  warnings_t warnings;
+  m_page->set_max_len_options(m_page->m_multi, tamsel3::max_len_options_t("summary", 3, ""));
+  m_frame->Destroy();  // scheduled: the window still stands until the loop runs
+  m_page->m_multi->SetInsertionPointEnd();
+  m_page->m_multi->WriteText("abcdef");
+  EXPECT_EQ(m_page->m_multi->GetValue(), "abc");
+  m_frame = nullptr;
+  gui_test::pump();
+  EXPECT_EQ(warnings.m_main.size(), 0u);
   EXPECT_EQ(warnings.m_closing_parents, 0);
 }
 

@@ -386,6 +386,46 @@ TEST_F(message_window_test, show_modal_without_parent_takes_the_main_window) {
   main_window->Destroy();
 }
 
+TEST_F(message_window_test, message_box_over_a_closing_window_goes_to_the_main_window) {
+  auto* main_window = new wxFrame(nullptr, wxID_ANY, "main window");
+  wxTheApp->SetTopWindow(main_window);
+  auto* closing = new wxFrame(nullptr, wxID_ANY, "closing");
+  auto* field = new wxPanel(closing);
+  closing->Destroy();  // waits for the loop: the window still stands
+  wxWindow* dialog_parent = nullptr;
+  gui_test::on_next_modal([&](wxDialog& shown) {
+    dialog_parent = shown.GetParent();
+    gui_test::click(&shown, "m_btn_cancel");
+  });
+  EXPECT_EQ(tamsel3::show_msg_box("Main", "More", message_window_t::icon_warning, field), 0);
+  EXPECT_EQ(dialog_parent, main_window);
+  wxTheApp->SetTopWindow(nullptr);
+  main_window->Destroy();
+}
+
+TEST_F(message_window_test, message_box_over_a_closing_window_without_main_window_shows_nothing) {
+  auto* closing = new wxFrame(nullptr, wxID_ANY, "closing");
+  wxTheApp->SetTopWindow(closing);
+  closing->Destroy();
+  EXPECT_EQ(tamsel3::show_msg_box("Main", "More", message_window_t::icon_warning, closing),
+            message_window_t::answer_no_window);
+  wxTheApp->SetTopWindow(nullptr);
+}
+
+TEST_F(message_window_test, show_modal_over_a_closing_window_has_another_parent) {
+  auto* closing = new wxFrame(nullptr, wxID_ANY, "closing");
+  closing->Destroy();
+  wxWindow* dialog_parent = closing;
+  run_message(
+      warning(message_window_t::buttons_ok_cancel),
+      [&](wxDialog& shown) {
+        dialog_parent = shown.GetParent();
+        shown.EndModal(wxID_CANCEL);
+      },
+      closing);
+  EXPECT_NE(dialog_parent, closing);
+}
+
 TEST_F(message_window_test, show_modal_without_any_window_still_shows) {
   bool shown_without_parent = false;
   const int answer = run_message(warning(message_window_t::buttons_yes_no), [&](wxDialog& shown) {

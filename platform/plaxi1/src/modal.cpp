@@ -65,4 +65,24 @@ korvat2::smart_pointer_t<auto_dummy_wrapper_t> get_main_window() {
   return korvat2::smart_pointer_t<auto_dummy_wrapper_t>(new auto_dummy_wrapper_t(window));
 }
 
+bool is_closing(const wxWindow* window) {
+  for (const wxWindow* w = window; w; w = w->GetParent()) {
+    if (w->IsBeingDeleted()) {
+      return true;
+    }
+    if (w->IsTopLevel()) {
+      return wxTheApp && wxTheApp->IsScheduledForDestruction(const_cast<wxWindow*>(w));
+    }
+  }
+  return false;
+}
+
+wxWindow* live_parent(wxWindow* window) {
+  if (!window || !is_closing(window)) {
+    return window;
+  }
+  wxWindow* main_window = wxTheApp ? wxTheApp->GetTopWindow() : nullptr;
+  return main_window && !is_closing(main_window) ? main_window : nullptr;
+}
+
 }  // namespace plaxi1

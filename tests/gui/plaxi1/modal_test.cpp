@@ -7,6 +7,7 @@
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/frame.h>
+#include <wx/panel.h>
 
 #include <vector>
 
@@ -149,6 +150,44 @@ TEST_F(modal_test, main_window_follows_the_top_window) {
   frame->Destroy();
   EXPECT_TRUE(gui_test::wait_until([&main] { return main->get_window() == nullptr; }, 2000));
   EXPECT_FALSE(plaxi1::get_main_window());
+}
+
+TEST_F(modal_test, a_window_is_closing_from_its_destruction_request_on) {
+  auto* frame = new wxFrame(nullptr, wxID_ANY, "closing");
+  auto* child = new wxButton(new wxPanel(frame), wxID_ANY, "deep child");
+  EXPECT_FALSE(plaxi1::is_closing(frame));
+  EXPECT_FALSE(plaxi1::is_closing(child));
+  EXPECT_FALSE(plaxi1::is_closing(nullptr));
+  frame->Destroy();
+  EXPECT_TRUE(plaxi1::is_closing(frame));
+  EXPECT_TRUE(plaxi1::is_closing(child)) << "a child goes with its window";
+}
+
+TEST_F(modal_test, a_child_whose_parent_is_being_deleted_is_closing) {
+  auto* frame = new wxFrame(nullptr, wxID_ANY, "parent");
+  auto* panel = new wxPanel(frame);
+  bool closing_seen = false;
+  auto* child = new wxButton(panel, wxID_ANY, "child");
+  child->Bind(wxEVT_DESTROY, [&closing_seen, child](wxWindowDestroyEvent& event) {
+    closing_seen = plaxi1::is_closing(child);
+    event.Skip();
+  });
+  delete panel;
+  EXPECT_TRUE(closing_seen);
+  frame->Destroy();
+}
+
+TEST_F(modal_test, live_parent_passes_over_closing_windows_to_the_main_window) {
+  auto* main_window = new wxFrame(nullptr, wxID_ANY, "main window");
+  wxTheApp->SetTopWindow(main_window);
+  auto* other = new wxFrame(nullptr, wxID_ANY, "other");
+  EXPECT_EQ(plaxi1::live_parent(other), other);
+  other->Destroy();
+  EXPECT_EQ(plaxi1::live_parent(other), main_window);
+  EXPECT_EQ(plaxi1::live_parent(nullptr), nullptr) << "no parent stays no parent";
+  main_window->Destroy();
+  EXPECT_EQ(plaxi1::live_parent(other), nullptr);
+  wxTheApp->SetTopWindow(nullptr);
 }
 
 }  // namespace

@@ -52,4 +52,14 @@ class auto_dummy_wrapper_t {
 /// The application's main window (its top window), or a null pointer when there is none.
 korvat2::smart_pointer_t<auto_dummy_wrapper_t> get_main_window();
 
+/// Whether `window`, or the top-level window it sits in, is being destroyed or waits for
+/// its deferred destruction. A dialog parented to such a window would be deleted with it,
+/// perhaps from inside the dialog's own modal loop. GUI thread.
+bool is_closing(const wxWindow* window);
+
+/// The parent to give a modal dialog that `window` asks for: `window` itself (null too)
+/// unless it is closing; for a closing one the main window when that isn't closing, else
+/// null. GUI thread.
+wxWindow* live_parent(wxWindow* window);
+
 }  // namespace plaxi1
