@@ -1,6 +1,8 @@
 #include <plaxi1/element_shapes.h>
 #include <plaxi1/ui_settings.h>
 
+#include "element_shapes_p.h"
+
 #include <wx/bitmap.h>
 #include <wx/dc.h>
 #include <wx/dcmemory.h>
@@ -13,7 +15,6 @@ namespace {
 
 // The radius of a rounded border's corners.
 constexpr double corner_radius = 3.0;
-const wxString ellipsis = wxString::FromUTF8("\xE2\x80\xA6");
 
 /// The extent of `text` drawn in `font`, in device-independent pixels.
 wxSize measure_text(const wxFont& font, const wxString& text) {
@@ -23,25 +24,33 @@ wxSize measure_text(const wxFont& font, const wxString& text) {
   return dc.GetMultiLineTextExtent(text);
 }
 
-// The longest start of `text` that fits `width` with the ellipsis behind it (the ellipsis
-// alone when nothing does), found by halving.
+}  // namespace
+
+namespace _internal {
+
+wxString ellipsis() { return wxString::FromUTF8("\xE2\x80\xA6"); }
+
 wxString cut_to_width(wxDC& dc, const wxString& text, int width) {
+  if (dc.GetTextExtent(text).x <= width) {
+    return text;
+  }
+  // The longest start that fits, found by halving.
   std::size_t fits = 0;
   std::size_t low = 1;
   std::size_t high = text.length();
   while (low <= high) {
     const std::size_t middle = (low + high) / 2;
-    if (dc.GetTextExtent(text.Left(middle) + ellipsis).x <= width) {
+    if (dc.GetTextExtent(text.Left(middle) + ellipsis()).x <= width) {
       fits = middle;
       low = middle + 1;
     } else {
       high = middle - 1;
     }
   }
-  return text.Left(fits) + ellipsis;
+  return text.Left(fits) + ellipsis();
 }
 
-}  // namespace
+}  // namespace _internal
 
 // ---- RectangleElement --------------------------------------------------------------------
 
@@ -206,12 +215,8 @@ void TextElement::OnPaint(wxDC& dc) {
   dc.SetFont(GetFont());
   dc.SetTextForeground(GetColor());
   dc.SetBackgroundMode(wxBRUSHSTYLE_TRANSPARENT);
-  wxString shown = m_text;
-  wxSize extent = dc.GetMultiLineTextExtent(shown);
-  if (m_truncate && extent.x > box.width) {
-    shown = cut_to_width(dc, m_text, box.width);
-    extent = dc.GetMultiLineTextExtent(shown);
-  }
+  const wxString shown = m_truncate ? _internal::cut_to_width(dc, m_text, box.width) : m_text;
+  const wxSize extent = dc.GetMultiLineTextExtent(shown);
   dc.DrawText(shown, box.x, box.y + (box.height - extent.y) / 2);
 }
 
