@@ -117,7 +117,7 @@ void Layout::Arrange(const wxRect& rect) {
 
 // ---- UIElement ---------------------------------------------------------------------------
 
-UIElement::UIElement(ptr_t parent, int position_flags)
+UIElement::UIElement(const ptr_t& parent, int position_flags)
     : m_layout(new Layout(this)), m_position_flags(position_flags) {
   if (parent) {
     m_parent = parent.get();
@@ -156,11 +156,13 @@ void UIElement::Detach() {
   }
 }
 
-void UIElement::ChangeParent(ptr_t parent) {
-  if (parent.get() == m_parent && parent) {
+void UIElement::ChangeParent(const ptr_t& parent) {
+  // `parent` may lie in the vector that Detach shortens: the element itself is what counts.
+  UIElement* const target = parent.get();
+  if (target && target == m_parent) {
     return;
   }
-  for (UIElement* p = parent.get(); p; p = p->m_parent) {
+  for (UIElement* p = target; p; p = p->m_parent) {
     if (p == this) {
       return;  // into its own subtree: refused
     }
@@ -168,10 +170,10 @@ void UIElement::ChangeParent(ptr_t parent) {
   const ptr_t self = share(this);  // the old parent may hold the only share
   Detach();
   m_rect = wxRect();
-  if (parent) {
-    m_parent = parent.get();
-    parent->m_children.push_back(ptr_t(this));
-    parent->RequestLayout();
+  if (target) {
+    m_parent = target;
+    target->m_children.push_back(ptr_t(this));
+    target->RequestLayout();
   }
 }
 

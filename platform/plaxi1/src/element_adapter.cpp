@@ -62,7 +62,7 @@ void ElementAdapter::BindWindow(bool bind) {
   m_window->Unbind(wxEVT_DESTROY, &ElementAdapter::handle_destroy, this);
 }
 
-void ElementAdapter::SetRootElement(UIElement::ptr_t root) {
+void ElementAdapter::SetRootElement(const UIElement::ptr_t& root) {
   if (root == m_root) {
     return;
   }

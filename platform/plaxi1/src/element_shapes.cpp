@@ -122,7 +122,7 @@ struct BgImageElement::cache_t {
   wxBitmap bitmap;
 };
 
-BgImageElement::BgImageElement(ptr_t parent, int position_flags)
+BgImageElement::BgImageElement(const ptr_t& parent, int position_flags)
     : RectangleElement(parent, position_flags), m_cache(std::make_unique<cache_t>()) {}
 
 BgImageElement::~BgImageElement() = default;
@@ -154,7 +154,7 @@ void BgImageElement::OnPaint(wxDC& dc) {
 
 // ---- TextElement -------------------------------------------------------------------------
 
-TextElement::TextElement(ptr_t parent, int position_flags, const wxString& text)
+TextElement::TextElement(const ptr_t& parent, int position_flags, const wxString& text)
     : UIElement(parent, position_flags), m_text(text) {}
 
 void TextElement::SetText(const wxString& text) {

@@ -68,14 +68,14 @@ class UIElement : public korvat2::intrusive_pointer_impl_t {
   using ptr_t = korvat2::intrusive_pointer_t<UIElement>;
 
   /// Appends the element to `parent`'s children (a null parent leaves it alone, for a root).
-  UIElement(ptr_t parent, int position_flags);
+  UIElement(const ptr_t& parent, int position_flags);
   ~UIElement() override;
   UIElement(const UIElement&) = delete;
   UIElement& operator=(const UIElement&) = delete;
 
   /// Moves the element to the end of `parent`'s children; null takes it out of the tree.
   /// An element that only its old parent held is deleted when `parent` is null.
-  void ChangeParent(ptr_t parent);
+  void ChangeParent(const ptr_t& parent);
   const std::vector<ptr_t>& GetChildren() const { return m_children; }
 
   int GetPositionFlags() const { return m_position_flags; }
@@ -170,7 +170,7 @@ class UIElement : public korvat2::intrusive_pointer_impl_t {
 /// An empty element that takes room: its content size is the given size.
 class SpacerElement : public UIElement {
  public:
-  SpacerElement(ptr_t parent, int position_flags, const wxSize& size = wxSize(0, 0))
+  SpacerElement(const ptr_t& parent, int position_flags, const wxSize& size = wxSize(0, 0))
       : UIElement(parent, position_flags), m_size(size) {}
 
   void SetSize(const wxSize& size);

@@ -40,7 +40,7 @@ class ElementAdapter : public wxEvtHandler, public korvat2::subscriber_base_t {
   ElementAdapter& operator=(const ElementAdapter&) = delete;
 
   /// Makes `root` the tree's root (the former root leaves) and lays it out.
-  void SetRootElement(UIElement::ptr_t root);
+  void SetRootElement(const UIElement::ptr_t& root);
   UIElement::ptr_t GetRootElement() const { return m_root; }
   /// The window, or null once it was destroyed.
   wxWindow* GetWindow() const { return m_window; }

@@ -19,7 +19,7 @@ class RectangleElement : public UIElement {
  public:
   /// A root element, without parent.
   RectangleElement() : RectangleElement(nullptr, pos_none) {}
-  RectangleElement(ptr_t parent, int position_flags) : UIElement(parent, position_flags) {}
+  RectangleElement(const ptr_t& parent, int position_flags) : UIElement(parent, position_flags) {}
 
   void SetBkColor(const wxColour& color);
   wxColour GetBkColor() const { return m_bk_color; }
@@ -48,7 +48,7 @@ class RectangleElement : public UIElement {
 class BgImageElement : public RectangleElement {
  public:
   BgImageElement() : BgImageElement(nullptr, pos_none) {}
-  BgImageElement(ptr_t parent, int position_flags);
+  BgImageElement(const ptr_t& parent, int position_flags);
   ~BgImageElement() override;
 
   void SetBgStaticPicture(const wxStaticPicture& picture);
@@ -68,7 +68,7 @@ class BgImageElement : public RectangleElement {
 /// ends it with "…", unless truncation is turned off; the text is centred vertically.
 class TextElement : public UIElement {
  public:
-  TextElement(ptr_t parent, int position_flags, const wxString& text = wxString());
+  TextElement(const ptr_t& parent, int position_flags, const wxString& text = wxString());
 
   virtual void SetText(const wxString& text);
   const wxString& GetText() const { return m_text; }
