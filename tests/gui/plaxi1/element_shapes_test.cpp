@@ -156,6 +156,19 @@ class text_element_paint_test : public ::testing::Test {
     EXPECT_TRUE(gui_test::wait_until([&] { return m_text->GetPaintCount() > before; }));
     return m_window.picture();
   }
+  static bool same_pictures(const wxImage& a, const wxImage& b) {
+    if (a.GetSize() != b.GetSize()) {
+      return false;
+    }
+    for (int x = 0; x < a.GetWidth(); ++x) {
+      for (int y = 0; y < a.GetHeight(); ++y) {
+        if (colour_at(a, x, y) != colour_at(b, x, y)) {
+          return false;
+        }
+      }
+    }
+    return true;
+  }
   // Whether a dark pixel lies in the columns [from, to) of the text's rows.
   bool ink_in(const wxImage& image, int from, int to) {
     const double scale = m_window.panel->GetContentScaleFactor();
@@ -190,13 +203,21 @@ TEST_F(text_element_paint_test, truncation_ends_a_cut_text_before_the_edge) {
   const wxImage cut = paint(true);
   EXPECT_FALSE(ink_in(cut, 120, 200));
   EXPECT_TRUE(ink_in(cut, 0, 10));
-  bool same = true;
-  for (int x = 0; x < clipped.GetWidth() && same; ++x) {
-    for (int y = 0; y < clipped.GetHeight() && same; ++y) {
-      same = colour_at(clipped, x, y) == colour_at(cut, x, y);
-    }
+  EXPECT_FALSE(same_pictures(clipped, cut));
+}
+
+TEST_F(text_element_paint_test, a_text_at_its_wanted_width_is_not_cut) {
+  m_root->SetBkColor(*wxWHITE);
+  m_text->SetColor(*wxBLACK);
+  m_text->SetFont(plaxi1::ui_settings_t::get()->get_font(plaxi1::font_bold));
+  for (const wxString text : {"Advanced", "Wide Words With Weight", "iiiiiiiiiiiiil", "Side panel button"}) {
+    m_text->SetText(text);
+    m_window.show(m_root);
+    ASSERT_EQ(m_text->GetRect().width, m_text->GetWantedWidth());
+    const wxImage whole = paint(false);
+    const wxImage cut = paint(true);
+    EXPECT_TRUE(same_pictures(whole, cut)) << text;
   }
-  EXPECT_FALSE(same);
 }
 
 TEST(bg_image_element_test, the_picture_is_stretched_over_the_painted_box) {

@@ -25,7 +25,8 @@ namespace plaxi1::elements {
 /// Mouse: the hover element is the deepest visible element under the pointer that takes
 /// the mouse; the left button pressed on it makes it the pressed element, which captures
 /// the mouse until the release. An element's unused mouse and key events go on to its
-/// parent. Keys go to the element pressed last.
+/// parent. Keys go to the element pressed last. An element whose look follows these states
+/// repaints itself (Invalidate) when they change.
 ///
 /// The window may die before the adapter (the adapter then does nothing) and the adapter
 /// before the window. An element taken out of the tree or hidden stops being the hover,
