@@ -13,7 +13,7 @@ using namespace element_test;
 /// A coloured box of a given content size that records what reaches it.
 class probe_t : public RectangleElement {
  public:
-  probe_t(const element_ptr_t& parent, int flags, const wxSize& size, const wxColour& colour = *wxRED)
+  probe_t(const element_ptr& parent, int flags, const wxSize& size, const wxColour& colour = *wxRED)
       : RectangleElement(parent, flags), m_size(size) {
     SetBkColor(colour);
   }
@@ -45,7 +45,7 @@ class probe_t : public RectangleElement {
   }
   void OnThemeChanged() override { ++m_theme_changes; }
 };
-using probe_ptr_t = korvat2::intrusive_pointer_t<probe_t>;
+using probe_ptr = korvat2::intrusive_pointer_t<probe_t>;
 
 class element_adapter_test : public ::testing::Test {
  protected:
@@ -84,9 +84,9 @@ class element_adapter_test : public ::testing::Test {
   }
 
   element_window_t m_window;
-  rectangle_ptr_t m_root{new RectangleElement()};
-  probe_ptr_t m_left;
-  probe_ptr_t m_right;
+  rectangle_ptr m_root{new RectangleElement()};
+  probe_ptr m_left;
+  probe_ptr m_right;
   wxUIActionSimulator m_mouse;
 };
 
@@ -111,7 +111,7 @@ TEST_F(element_adapter_test, the_tree_is_painted_into_the_window) {
 }
 
 TEST_F(element_adapter_test, only_visible_elements_meeting_the_damage_are_repainted) {
-  const probe_ptr_t hidden(new probe_t(m_root, pos_bottom, wxSize(50, 50)));
+  const probe_ptr hidden(new probe_t(m_root, pos_bottom, wxSize(50, 50)));
   hidden->SetVisible(false);
   ASSERT_TRUE(
       gui_test::wait_until([&] { return m_left->GetPaintCount() > 0 && m_right->GetPaintCount() > 0; }));
@@ -175,7 +175,7 @@ TEST_F(element_adapter_test, a_double_click_is_two_presses_and_two_releases) {
 }
 
 TEST_F(element_adapter_test, events_go_on_to_the_parent_when_unused) {
-  const probe_ptr_t inner(new probe_t(m_left, pos_left | pos_top, wxSize(40, 40)));
+  const probe_ptr inner(new probe_t(m_left, pos_left | pos_top, wxSize(40, 40)));
   const korvat2::intrusive_pointer_t<TextElement> label(
       new TextElement(m_right, pos_left | pos_top, "label"));
   inner->m_handles = false;
@@ -221,7 +221,7 @@ TEST_F(element_adapter_test, an_element_taken_out_while_pressed_is_forgotten) {
   press(true);
   ASSERT_TRUE(m_window.panel->HasCapture());
   probe_t* right = m_right.get();
-  const probe_ptr_t keep = m_right;
+  const probe_ptr keep = m_right;
   m_right->ChangeParent(nullptr);
   m_right.reset();
   EXPECT_EQ(m_window.adapter->GetPressedElement(), nullptr);
@@ -262,7 +262,7 @@ TEST(element_adapter_lifetime_test, a_window_outlives_its_adapter) {
   auto* panel = new wxPanel(frame);
   frame->Show();
   auto adapter = std::make_unique<ElementAdapter>(panel);
-  const rectangle_ptr_t root(new RectangleElement());
+  const rectangle_ptr root(new RectangleElement());
   adapter->SetRootElement(root);
   ASSERT_TRUE(gui_test::wait_until_shown(panel));
   root->RequestLayout();
@@ -297,7 +297,7 @@ TEST_F(element_adapter_test, a_requested_layout_runs_from_the_loop) {
   m_left->RequestLayout();
   EXPECT_EQ(m_left->GetRect(), wxRect(0, 0, 100, 100));
   EXPECT_TRUE(gui_test::wait_until([&] { return m_left->GetRect() == wxRect(0, 0, 60, 60); }));
-  EXPECT_EQ(m_window.adapter->FindByTestID("none"), element_ptr_t());
+  EXPECT_EQ(m_window.adapter->FindByTestID("none"), element_ptr());
   m_left->SetTestID("left");
   EXPECT_EQ(m_window.adapter->FindByTestID("left").get(), m_left.get());
 }

@@ -18,8 +18,8 @@
 namespace element_test {
 
 using namespace plaxi1::elements;
-using element_ptr_t = korvat2::intrusive_pointer_t<UIElement>;
-using rectangle_ptr_t = korvat2::intrusive_pointer_t<RectangleElement>;
+using element_ptr = korvat2::intrusive_pointer_t<UIElement>;
+using rectangle_ptr = korvat2::intrusive_pointer_t<RectangleElement>;
 
 /// A frame at a known place, with a panel of `client` size under an adapter. Shown and
 /// laid out once constructed; the adapter dies before the frame.
@@ -41,7 +41,7 @@ class element_window_t {
   element_window_t& operator=(const element_window_t&) = delete;
 
   /// Makes `root` the adapter's root and lays it out.
-  void show(const element_ptr_t& root) {
+  void show(const element_ptr& root) {
     adapter->SetRootElement(root);
     adapter->Relayout();
   }

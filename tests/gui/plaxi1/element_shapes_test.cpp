@@ -23,7 +23,7 @@ class element_shapes_test : public ::testing::Test {
   }
 
   element_window_t m_window{wxSize(200, 100)};
-  rectangle_ptr_t m_root{new RectangleElement()};
+  rectangle_ptr m_root{new RectangleElement()};
 };
 
 TEST_F(element_shapes_test, a_rectangle_paints_its_background_and_its_border_once_shown) {
@@ -50,14 +50,14 @@ TEST_F(element_shapes_test, a_rectangle_paints_its_background_and_its_border_onc
 
 TEST_F(element_shapes_test, the_margin_insets_the_painted_box_but_not_the_children) {
   m_root->SetBkColor(*wxWHITE);
-  const rectangle_ptr_t frame(new RectangleElement(m_root, pos_expand_h | pos_fill_v));
+  const rectangle_ptr frame(new RectangleElement(m_root, pos_expand_h | pos_fill_v));
   frame->SetBkColor(*wxRED);
   frame->SetBorderColor(*wxBLUE);
   frame->SetBorderStyle(border_solid);
   EXPECT_TRUE(frame->IsBorderShown());
   frame->SetMargin(margin_t(10, 20, 30, 40));
   EXPECT_EQ(frame->GetMargin(), margin_t(10, 20, 30, 40));
-  const rectangle_ptr_t title(new RectangleElement(frame, pos_left | pos_top));
+  const rectangle_ptr title(new RectangleElement(frame, pos_left | pos_top));
   title->SetFixedSize(wxSize(30, 8));
   title->SetBkColor(*wxGREEN);
   m_window.show(m_root);
@@ -90,7 +90,7 @@ TEST_F(element_shapes_test, border_style_none_hides_the_border) {
 namespace {
 
 using namespace element_test;
-using text_ptr_t = korvat2::intrusive_pointer_t<TextElement>;
+using text_ptr = korvat2::intrusive_pointer_t<TextElement>;
 
 wxSize extent_in(const wxFont& font, const wxString& text) {
   wxBitmap bitmap(1, 1);
@@ -100,8 +100,8 @@ wxSize extent_in(const wxFont& font, const wxString& text) {
 }
 
 TEST(text_element_test, a_text_wants_its_extent_in_its_font) {
-  const element_ptr_t root(new UIElement(nullptr, pos_none));
-  const text_ptr_t text(new TextElement(root, pos_left, "Some text"));
+  const element_ptr root(new UIElement(nullptr, pos_none));
+  const text_ptr text(new TextElement(root, pos_left, "Some text"));
   const wxFont normal = plaxi1::ui_settings_t::get()->get_font(plaxi1::font_normal);
   EXPECT_EQ(text->GetText(), "Some text");
   EXPECT_EQ(text->GetFont(), normal);
@@ -119,7 +119,7 @@ TEST(text_element_test, a_text_wants_its_extent_in_its_font) {
 }
 
 TEST(text_element_test, the_colour_falls_back_to_the_dialog_text_colour) {
-  const text_ptr_t text(new TextElement(nullptr, pos_none));
+  const text_ptr text(new TextElement(nullptr, pos_none));
   EXPECT_EQ(text->GetColor(), plaxi1::ui_settings_t::get()->get_color(plaxi1::color_dialog_text));
   text->SetColor(*wxRED);
   EXPECT_EQ(text->GetColor(), *wxRED);
@@ -184,8 +184,8 @@ class text_element_paint_test : public ::testing::Test {
   }
 
   element_window_t m_window{wxSize(200, 40)};
-  rectangle_ptr_t m_root{new RectangleElement()};
-  text_ptr_t m_text{
+  rectangle_ptr m_root{new RectangleElement()};
+  text_ptr m_text{
       new TextElement(m_root, pos_left | pos_center_v, "WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW")};
 };
 
