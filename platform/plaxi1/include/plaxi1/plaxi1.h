@@ -1,9 +1,11 @@
 #pragma once
 /// The windowing toolkit of the tamsel3 family: UI settings and styles, pictures,
 /// layout and picture loaders, modal dialogs, GUI tasks, tooltips and text wrapping.
+#include <plaxi1/icon_button.h>
 #include <plaxi1/image_loader.h>
 #include <plaxi1/modal.h>
 #include <plaxi1/picture.h>
+#include <plaxi1/press_tracker.h>
 #include <plaxi1/resource_loader.h>
 #include <plaxi1/screenshot.h>
 #include <plaxi1/style.h>
