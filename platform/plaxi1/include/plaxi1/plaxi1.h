@@ -10,5 +10,6 @@
 #include <plaxi1/screenshot.h>
 #include <plaxi1/style.h>
 #include <plaxi1/tasks.h>
+#include <plaxi1/text_metrics.h>
 #include <plaxi1/tooltip.h>
 #include <plaxi1/ui_settings.h>
