@@ -1,31 +1,11 @@
 #include <plaxi1/icon_button.h>
 
+#include "state_images_p.h"
+
 #include <wx/dcbuffer.h>
 #include <wx/image.h>
 
-#include <cstddef>
-#include <iterator>
-
 namespace plaxi1 {
-
-namespace {
-
-// The looks' bits, by their position in the bitmaps.
-constexpr int look_bits[] = {1, 2, 4, 8};
-constexpr int look_normal = 1;
-constexpr int look_hover = 2;
-constexpr int look_pressed = 4;
-constexpr int look_disabled = 8;
-
-std::size_t slot_of(int bit) {
-  std::size_t slot = 0;
-  while (slot + 1 < std::size(look_bits) && look_bits[slot] != bit) {
-    ++slot;
-  }
-  return slot;
-}
-
-}  // namespace
 
 wxBEGIN_EVENT_TABLE(wxIconButton, wxControl)
   EVT_PAINT(wxIconButton::handle_paint)
@@ -35,42 +15,25 @@ wxEND_EVENT_TABLE()
 
 wxIconButton::wxIconButton(wxWindow* parent, int id, const wxPoint& pos, const wxSize& size, long style,
                            wxSize image_size)
-    : m_image_size(image_size) {
+    : m_image_size(image_size), m_images(std::make_unique<_internal::state_images_t>()) {
   SetBackgroundStyle(wxBG_STYLE_PAINT);
   Create(parent, id, pos, size, style | wxBORDER_NONE);
   SetInitialSize(size);
 }
 
+wxIconButton::~wxIconButton() = default;
+
 void wxIconButton::SetImage(int state, const wxImage& image) {
-  wxBitmap bitmap;
-  if (image.IsOk()) {
-    // The display-scale form of a picture is larger than the size it shows at.
-    const double scale = m_image_size.x > 0 && image.GetWidth() > m_image_size.x
-                             ? static_cast<double>(image.GetWidth()) / m_image_size.x
-                             : 1.0;
-    bitmap = wxBitmap(image, -1, scale);
-  }
-  for (std::size_t slot = 0; slot < m_bitmaps.size(); ++slot) {
-    if (state & look_bits[slot]) {
-      m_bitmaps[slot] = bitmap;
-    }
-  }
+  // The display-scale form of a picture is larger than the size it shows at.
+  const double scale = image.IsOk() && m_image_size.x > 0 && image.GetWidth() > m_image_size.x
+                           ? static_cast<double>(image.GetWidth()) / m_image_size.x
+                           : 1.0;
+  m_images->set(state, image, scale);
   Refresh();
 }
 
 int wxIconButton::GetShownState() const {
-  if (!IsEnabled()) {
-    return look_disabled;
-  }
-  if (m_press.is_pressed()) {
-    return look_pressed;
-  }
-  return m_press.is_hot() ? look_hover : look_normal;
-}
-
-const wxBitmap& wxIconButton::shown_bitmap() const {
-  const wxBitmap& bitmap = m_bitmaps[slot_of(GetShownState())];
-  return bitmap.IsOk() ? bitmap : m_bitmaps[slot_of(look_normal)];
+  return _internal::state_images_t::shown_state(m_press, IsEnabled());
 }
 
 bool wxIconButton::Enable(bool enable) {
@@ -89,7 +52,7 @@ void wxIconButton::handle_paint(wxPaintEvent&) {
   wxAutoBufferedPaintDC dc(this);
   dc.SetBackground(wxBrush(GetBackgroundColour()));
   dc.Clear();
-  const wxBitmap& bitmap = shown_bitmap();
+  const wxBitmap& bitmap = m_images->get(GetShownState());
   if (bitmap.IsOk()) {
     const wxSize client = GetClientSize();
     const wxSize shown = bitmap.GetLogicalSize();

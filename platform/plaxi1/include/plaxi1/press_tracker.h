@@ -28,6 +28,8 @@ class press_tracker_t {
   bool set_enabled(bool enabled);
 
   bool is_enabled() const { return m_enabled; }
+  /// Whether the pointer is over the button, enabled or not.
+  bool is_inside() const { return m_inside; }
   /// Under the pointer (and enabled).
   bool is_hot() const { return m_enabled && m_inside; }
   /// A press runs and the pointer is over the button: show it pushed in.
