@@ -80,6 +80,7 @@ TEST(press_tracker_test, a_disabled_button_is_neither_hot_nor_pressed_nor_clicke
   EXPECT_TRUE(tracker.set_enabled(false));
   EXPECT_FALSE(tracker.is_enabled());
   EXPECT_FALSE(tracker.is_hot());
+  EXPECT_TRUE(tracker.is_inside());  // the pointer is still there, for a disabled look under it
   EXPECT_FALSE(tracker.is_pressed());
   EXPECT_FALSE(tracker.on_up(true));
   EXPECT_FALSE(tracker.on_down(true));
