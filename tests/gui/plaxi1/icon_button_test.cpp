@@ -1,5 +1,6 @@
 #include "gui_test.h"
 
+#include <plaxi1/element_flags.h>
 #include <plaxi1/icon_button.h>
 #include <plaxi1/screenshot.h>
 
@@ -16,10 +17,10 @@ namespace {
 
 using plaxi1::wxIconButton;
 
-constexpr int normal = 1;
-constexpr int hover = 2;
-constexpr int pressed = 4;
-constexpr int disabled = 8;
+constexpr int normal = plaxi1::elements::image_normal;
+constexpr int hover = plaxi1::elements::image_hover;
+constexpr int pressed = plaxi1::elements::image_pressed;
+constexpr int disabled = plaxi1::elements::image_disabled;
 
 wxImage solid(const wxSize& size, unsigned char red) {
   wxImage image(size);
