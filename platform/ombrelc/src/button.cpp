@@ -30,20 +30,19 @@ CButton::CButton(CVisualElement* parent, const ombrelc7::size<int>& size, ombrel
 }
 
 void CButton::Enable(bool enable) {
-  if (enable != m_enabled) {
-    m_enabled = enable;
-    m_pressed = false;
-    if (!enable && HasFocus()) {
-      if (CBaseControl* control = GetBaseControl()) {
-        control->SetFocusElement(nullptr);
-      }
-    }
-    Invalidate();
+  if (!m_press.set_enabled(enable)) {
+    return;
   }
+  if (!enable && HasFocus()) {
+    if (CBaseControl* control = GetBaseControl()) {
+      control->SetFocusElement(nullptr);
+    }
+  }
+  Invalidate();
 }
 
 void CButton::Click() {
-  if (m_enabled) {
+  if (IsEnabled()) {
     m_click(this);
   }
 }
@@ -64,13 +63,13 @@ rect<int> CButton::TextArea() const {
 void CButton::PaintContent(wxDC& dc, const rect<int>& clip) {
   const rect<int>& r = GetRect();
   int flags = 0;
-  if (!m_enabled) {
+  if (!IsEnabled()) {
     flags |= wxCONTROL_DISABLED;
   } else {
-    if (m_pressed && m_hot) {
+    if (m_press.is_pressed()) {
       flags |= wxCONTROL_PRESSED;
     }
-    if (m_hot) {
+    if (m_press.is_hot()) {
       flags |= wxCONTROL_CURRENT;
     }
     if (HasFocus()) {
@@ -84,8 +83,8 @@ void CButton::PaintContent(wxDC& dc, const rect<int>& clip) {
                                            flags);
   }
   const wxColour text =
-      m_enabled ? (GetTextColor().IsOk() ? GetTextColor() : theme_colour(plaxi1::color_dialog_text))
-                : theme_colour(plaxi1::color_grey_text);
+      IsEnabled() ? (GetTextColor().IsOk() ? GetTextColor() : theme_colour(plaxi1::color_dialog_text))
+                  : theme_colour(plaxi1::color_grey_text);
   DrawText(dc, TextArea(), text);
   // As GTK does, the focus ring shows only while the window has the keyboard.
   if (HasFocus() && wx_window && wx_window->HasFocus()) {
@@ -95,52 +94,36 @@ void CButton::PaintContent(wxDC& dc, const rect<int>& clip) {
 }
 
 bool CButton::OnMouse(const element_mouse_t& event) {
-  CBaseControl* control = GetBaseControl();
+  const bool inside = GetRect().contains(event.pos);
+  bool changed = false;
+  bool click = false;
   switch (event.kind) {
     case element_mouse_t::down:
     case element_mouse_t::double_click:
-      if (!m_enabled) {
-        return true;
+      changed = m_press.on_down(inside);
+      if (m_press.is_press_running()) {
+        if (CBaseControl* control = GetBaseControl()) {
+          control->CaptureMouse(this);
+        }
       }
-      m_pressed = true;
-      m_hot = true;
-      if (control) {
-        control->CaptureMouse(this);
-      }
-      Invalidate();
-      return true;
-    case element_mouse_t::up: {
-      const bool inside = GetRect().contains(event.pos);
-      const bool was_pressed = m_pressed;
-      m_pressed = false;
-      m_hot = inside;
-      Invalidate();
-      if (was_pressed && inside) {
-        Click();
-      }
-      return true;
-    }
-    case element_mouse_t::move: {
-      const bool inside = GetRect().contains(event.pos);
-      if (inside != m_hot) {
-        m_hot = inside;
-        Invalidate();
-      }
-      return true;
-    }
-    case element_mouse_t::leave:
-      if (m_hot || m_pressed) {
-        m_hot = false;
-        m_pressed = false;
-        Invalidate();
-      }
-      return true;
+      break;
+    case element_mouse_t::up: click = m_press.on_up(inside, &changed); break;
+    case element_mouse_t::move: changed = m_press.on_move(inside); break;
+    // The control sends a leave only without a capture, or when it lost the capture.
+    case element_mouse_t::leave: changed = m_press.on_leave(); break;
     default: return false;
   }
+  if (changed) {
+    Invalidate();
+  }
+  if (click) {
+    Click();
+  }
+  return true;
 }
 
 bool CButton::OnKey(const element_key_t& key) {
-  if (!m_enabled || !HasFocus()) {
+  if (!IsEnabled() || !HasFocus()) {
     return false;
   }
   if (key.keycode == WXK_SPACE || key.keycode == WXK_RETURN || key.keycode == WXK_NUMPAD_ENTER) {

@@ -1,11 +1,11 @@
 #include <plaxi1/element_shapes.h>
+#include <plaxi1/text_metrics.h>
 #include <plaxi1/ui_settings.h>
 
 #include "element_shapes_p.h"
 
 #include <wx/bitmap.h>
 #include <wx/dc.h>
-#include <wx/dcmemory.h>
 
 #include <cmath>
 
@@ -15,14 +15,6 @@ namespace {
 
 // The radius of a rounded border's corners.
 constexpr double corner_radius = 3.0;
-
-/// The extent of `text` drawn in `font`, in device-independent pixels.
-wxSize measure_text(const wxFont& font, const wxString& text) {
-  static wxBitmap* const bitmap = new wxBitmap(1, 1);  // kept: wx may be gone at exit
-  wxMemoryDC dc(*bitmap);
-  dc.SetFont(font);
-  return dc.GetMultiLineTextExtent(text);
-}
 
 }  // namespace
 
@@ -201,7 +193,7 @@ void TextElement::OnThemeChanged() { m_extent = wxDefaultSize; }
 
 wxSize TextElement::GetContentSize() const {
   if (m_extent == wxDefaultSize) {
-    m_extent = m_text.empty() ? wxSize(0, 0) : measure_text(GetFont(), m_text);
+    m_extent = m_text.empty() ? wxSize(0, 0) : text_extent(GetFont(), m_text);
   }
   return m_extent;
 }

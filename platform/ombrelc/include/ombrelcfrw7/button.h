@@ -3,6 +3,7 @@
 #include <ombrelcfrw7/caption.h>
 
 #include <korvat2/signal.h>
+#include <plaxi1/press_tracker.h>
 
 #include <cstddef>
 #include <string>
@@ -16,15 +17,15 @@ class CButton : public CCaption {
  public:
   CButton(CVisualElement* parent, const ombrelc7::size<int>& size, ombrelc7::Alignment alignment);
   virtual void Enable(bool enable);
-  bool IsEnabled() const { return m_enabled; }
+  bool IsEnabled() const { return m_press.is_enabled(); }
   int GetId() const { return m_id; }
   void SetId(int id) { m_id = id; }
   korvat2::signal_t<CButton*>& ClickSignal() { return m_click; }
   /// What a click does: emits ClickSignal when the button is enabled.
   void Click();
-  bool IsFocusable() const override { return m_enabled && IsShownInTree(); }
-  bool IsPressed() const { return m_pressed; }
-  bool IsHot() const { return m_hot; }
+  bool IsFocusable() const override { return IsEnabled() && IsShownInTree(); }
+  bool IsPressed() const { return m_press.is_pressed(); }
+  bool IsHot() const { return m_press.is_hot(); }
 
  protected:
   int MeasureWidth() const override;
@@ -38,9 +39,7 @@ class CButton : public CCaption {
  private:
   korvat2::signal_t<CButton*> m_click;
   int m_id = 0;
-  bool m_enabled = true;
-  bool m_pressed = false;
-  bool m_hot = false;
+  plaxi1::press_tracker_t m_press;
 };
 
 /// A row of buttons at the trailing (right) side. ButtonSignal fires with the id of the
