@@ -284,7 +284,7 @@ void CBaseControl::HandleFocus(bool) {
 }
 
 void CBaseControl::HandleThemeChanged() {
-  _internal::reset_text_metrics();
+  plaxi1::reset_text_metrics();
   // Fonts may have changed: every element measures again.
   visit(m_root.get(), [](CVisualElement* e) {
     e->m_pref_width = -1;

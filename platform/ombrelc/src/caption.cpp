@@ -207,7 +207,7 @@ void CCaption::DrawText(wxDC& dc, const rect<int>& area, const wxColour& colour)
       }
       for (const auto& piece : line.pieces) {
         const wx_run_t& run = runs[piece.run];
-        dc.SetFont(font_for(m_font, run.style));
+        dc.SetFont(theme_font(m_font, run.style));
         wxString text = run.text.Mid(piece.begin, piece.end - piece.begin);
         const int room = text_area.width() - piece.x;
         const bool cut = !IsAdjustHeight() && piece.x + piece.width > text_area.width();

@@ -4,6 +4,8 @@
 
 #include "theme_p.h"
 
+#include <plaxi1/style.h>
+
 #include <wx/dc.h>
 #include <wx/stockitem.h>
 
@@ -55,7 +57,7 @@ void CGauge::PaintContent(wxDC& dc, const rect<int>& clip) {
   const wxColour window = theme_colour(plaxi1::color_window);
   const wxColour border = theme_colour(plaxi1::color_border);
   dc.SetPen(*wxTRANSPARENT_PEN);
-  dc.SetBrush(wxBrush(blend(window, border, 0.45)));
+  dc.SetBrush(wxBrush(plaxi1::color_helpers_t::make_gradient(window, border, 0.74)));
   dc.DrawRoundedRectangle(area.left, top, area.width(), bar_height, bar_height / 2.0);
   const double fraction = m_max > 0 ? m_pos / m_max : 0.0;
   const int filled = static_cast<int>(std::lround(area.width() * fraction));

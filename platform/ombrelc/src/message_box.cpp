@@ -6,6 +6,8 @@
 #include "text_metrics_p.h"
 #include "theme_p.h"
 
+#include <plaxi1/style.h>
+
 #include <plaxi1/ui_settings.h>
 
 #include <wx/dc.h>
@@ -93,7 +95,8 @@ void CMessageBoxBase::ArrangeChildren() {
 
 void CMessageBoxBase::PaintContent(wxDC& dc, const rect<int>& clip) {
   const rect<int>& r = GetRect();
-  const wxColour line = blend(theme_colour(plaxi1::color_window), theme_colour(plaxi1::color_border), 0.6);
+  const wxColour line = plaxi1::color_helpers_t::make_gradient(theme_colour(plaxi1::color_window),
+                                                               theme_colour(plaxi1::color_border), 0.87);
   dc.SetPen(*wxTRANSPARENT_PEN);
   dc.SetBrush(wxBrush(line));
   // A rectangle rather than a line: exactly one pixel at any pen scaling.

@@ -1,5 +1,6 @@
 #include <ombrelc7/picture.h>
 
+#include <plaxi1/animation_frames.h>
 #include <plaxi1/picture.h>
 
 #include <wx/animate.h>
@@ -64,57 +65,22 @@ class image_list_t : public ref_counted<IImageList> {
 
 class animation_t : public ref_counted<IAnimation> {
  public:
-  animation_t(const wxAnimation& animation, const wxAnimation& animation_2x) {
-    if (!animation.IsOk()) {
-      return;
-    }
-    const wxSize normal = animation.GetSize();
-    m_size = size<int>(normal.x, normal.y);
-    if (animation_2x.IsOk() && plaxi1::display_scale() > 1.0) {
-      add_frames(animation_2x, 2.0);
-    } else {
-      add_frames(animation, 1.0);
-    }
-    if (m_size.cx <= 0 && !m_frames.empty()) {
-      m_size = logical_size(m_frames[0]);
-    }
-  }
+  animation_t(const wxAnimation& animation, const wxAnimation& animation_2x)
+      : m_frames(animation, animation_2x) {}
   int GetFrameCount() const override { return static_cast<int>(m_frames.size()); }
   wxBitmap GetFrame(int index) const override {
-    return index >= 0 && index < GetFrameCount() ? m_frames[static_cast<std::size_t>(index)] : wxBitmap();
+    return index >= 0 ? m_frames.frame(static_cast<std::size_t>(index)) : wxBitmap();
   }
   int GetDelay(int index) const override {
-    return index >= 0 && index < GetFrameCount() ? m_delays[static_cast<std::size_t>(index)] : 0;
+    return index >= 0 ? m_frames.delay(static_cast<std::size_t>(index)) : 0;
   }
-  size<int> GetSize() const override { return m_size; }
+  size<int> GetSize() const override {
+    const wxSize logical = m_frames.logical_size();
+    return size<int>(logical.x, logical.y);
+  }
 
  private:
-  // Frames of `scale` device pixels a logical one.
-  void add_frames(const wxAnimation& animation, double scale) {
-    const wxSize full = animation.GetSize();
-    // Frames may cover a part of the picture: each is drawn over the one before.
-    wxImage canvas;
-    for (unsigned int i = 0; i < animation.GetFrameCount(); ++i) {
-      wxImage frame = animation.GetFrame(i);
-      if (!frame.IsOk()) {
-        continue;
-      }
-      if (!canvas.IsOk() || frame.GetSize() == full || full.x <= 0) {
-        canvas = frame;
-      } else {
-        canvas.Paste(frame, 0, 0, wxIMAGE_ALPHA_BLEND_COMPOSE);
-      }
-      if (!canvas.HasAlpha()) {
-        canvas.InitAlpha();
-      }
-      m_frames.emplace_back(canvas, wxBITMAP_SCREEN_DEPTH, scale);
-      m_delays.push_back(std::max(10, animation.GetDelay(i)));
-    }
-  }
-
-  std::vector<wxBitmap> m_frames;
-  std::vector<int> m_delays;
-  size<int> m_size;
+  plaxi1::animation_frames_t m_frames;
 };
 
 class system_t : public ISystem {

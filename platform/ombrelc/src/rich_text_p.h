@@ -1,6 +1,8 @@
 #pragma once
 // The text of captions: a small HTML subset parsed into styled runs, their plain text, and
 // the greedy line breaking that wraps them.
+#include <plaxi1/text_metrics.h>
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -8,7 +10,12 @@
 
 namespace ombrelcfrw7::_internal {
 
-enum run_style_t : std::uint8_t { style_plain = 0, style_bold = 1, style_italic = 2 };
+/// The style bits of a run: those of plaxi1's text measures, so that runs measure as they are.
+enum run_style_t : std::uint8_t {
+  style_plain = plaxi1::text_plain,
+  style_bold = plaxi1::text_bold,
+  style_italic = plaxi1::text_italic
+};
 
 /// A piece of text in one style; a run with `line_break` ends the line and has no text.
 struct text_run_t {

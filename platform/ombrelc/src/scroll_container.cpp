@@ -6,6 +6,8 @@
 #include "text_metrics_p.h"
 #include "theme_p.h"
 
+#include <plaxi1/style.h>
+
 #include <wx/dc.h>
 #include <wx/event.h>
 
@@ -155,10 +157,12 @@ void CScrollContainer::PaintContent(wxDC& dc, const rect<int>& clip) {
   // A thin track with a rounded thumb, as GTK's overlay bars look; wider while in use.
   const int thickness = active ? 8 : 6;
   const int x = track.right - thickness - 2;
+  // Amounts of light, not of sRGB values: 0.13 is a faint tint.
+  const auto mix = plaxi1::color_helpers_t::make_gradient;
   dc.SetPen(*wxTRANSPARENT_PEN);
-  dc.SetBrush(wxBrush(blend(window, text, 0.06)));
+  dc.SetBrush(wxBrush(mix(window, text, 0.13)));
   dc.DrawRoundedRectangle(x, track.top + 2, thickness, track.height() - 4, thickness / 2.0);
-  dc.SetBrush(wxBrush(blend(window, text, active ? 0.55 : 0.35)));
+  dc.SetBrush(wxBrush(mix(window, text, active ? 0.83 : 0.62)));
   dc.DrawRoundedRectangle(x, thumb.top + 2, thickness, std::max(4, thumb.height() - 4), thickness / 2.0);
 }
 

@@ -1,32 +1,25 @@
 #pragma once
-// Fonts and text measures shared by all captions of the process: fonts by kind and style,
-// cached character extents and a quick bound for texts that surely fit. GUI thread.
+// The layout of a caption's styled runs in lines, measured with the process's shared text
+// measures. GUI thread.
 #include "rich_text_p.h"
 
-#include <wx/font.h>
+#include <plaxi1/text_metrics.h>
+
+#include <wx/colour.h>
 #include <wx/string.h>
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-class wxDC;
-
 namespace ombrelcfrw7::_internal {
 
-/// The plaxi1 font `kind` in `style` (run_style_t bits).
-const wxFont& font_for(int kind, std::uint8_t style);
-/// Height of a line in that font.
-int line_height(int kind, std::uint8_t style);
-/// Cumulative widths of `text`'s characters (see break_lines), cached.
-const std::vector<int>& text_extents(int kind, std::uint8_t style, const wxString& text);
-/// Width of `text` on one line.
-int text_width(int kind, std::uint8_t style, const wxString& text);
-/// An upper bound of the width of `text` from per-character advances, or -1 when the text
-/// has characters beyond ASCII; it spares a real measurement for texts that surely fit.
-int quick_width_bound(int kind, std::uint8_t style, const std::string& utf8);
-/// Drops every cached font and measure (the theme changed).
-void reset_text_metrics();
+// Fonts and measures are plaxi1's, shared with the element tree.
+using plaxi1::line_height;
+using plaxi1::quick_width_bound;
+using plaxi1::text_extents;
+using plaxi1::text_width;
+using plaxi1::theme_font;
 
 /// A caption's runs, converted for measuring and drawing.
 struct wx_run_t {

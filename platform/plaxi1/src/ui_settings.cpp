@@ -1,4 +1,5 @@
 #include <plaxi1/style.h>
+#include <plaxi1/text_metrics.h>
 #include <plaxi1/ui_settings.h>
 
 #include <wx/app.h>
@@ -206,6 +207,8 @@ int ui_settings_t::get_metric(default_metrics_t metric) const {
 
 void ui_settings_t::refresh() {
   m_data->read();
+  // Before anyone hears of the change: whoever measures text then measures in the new fonts.
+  reset_text_metrics();
   m_changed_signal();
 }
 

@@ -48,7 +48,7 @@ TEST_F(caption_scale_test, runs_side_by_side_keep_the_blank_between_them) {
   ASSERT_EQ(lines.size(), 1u);
   ASSERT_EQ(lines[0].pieces.size(), 2u);
 
-  const wxFont& italic = font_for(plaxi1::font_normal, style_italic);
+  const wxFont& italic = theme_font(plaxi1::font_normal, style_italic);
   const double date_end = ink_end(italic, wxString::FromUTF8(date), scale);
   const double blank = ink_end(italic, "x x", scale) - ink_end(italic, "xx", scale);
   ASSERT_GT(blank, 2.0);

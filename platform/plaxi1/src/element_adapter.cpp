@@ -1,0 +1,317 @@
+#include <plaxi1/element_adapter.h>
+#include <plaxi1/ui_settings.h>
+
+#include <wx/dcbuffer.h>
+#include <wx/window.h>
+
+#include <functional>
+
+namespace plaxi1::elements {
+
+namespace {
+
+using ptr_t = UIElement::ptr_t;
+
+bool within(const UIElement* element, const UIElement* ancestor) {
+  for (; element; element = element->m_parent) {
+    if (element == ancestor) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// Keeps an element alive across a call that may take it out of the tree; an element that
+// nobody owns (a root on the stack) is left as it is.
+ptr_t hold(UIElement* element) {
+  if (element && element->try_add_ref()) {
+    return ptr_t::adopt(element);
+  }
+  return ptr_t();
+}
+
+const wxEventTypeTag<wxMouseEvent> mouse_events[] = {wxEVT_LEFT_DOWN, wxEVT_LEFT_DCLICK, wxEVT_LEFT_UP,
+                                                     wxEVT_MOTION, wxEVT_LEAVE_WINDOW};
+
+}  // namespace
+
+ElementAdapter::ElementAdapter(wxWindow* window) : m_window(window) {
+  if (m_window) {
+    // Every pixel is painted here: no erasing first, which would flicker.
+    m_window->SetBackgroundStyle(wxBG_STYLE_PAINT);
+    BindWindow(true);
+  }
+  ui_settings_t::get()->m_changed_signal.connect(this, &ElementAdapter::OnSettingsChanged);
+}
+
+ElementAdapter::~ElementAdapter() {
+  ForgetStates();
+  if (m_root) {
+    m_root->m_adapter = nullptr;
+  }
+  if (m_window) {
+    BindWindow(false);
+  }
+}
+
+void ElementAdapter::BindWindow(bool bind) {
+  if (bind) {
+    m_window->Bind(wxEVT_PAINT, &ElementAdapter::handle_paint, this);
+    m_window->Bind(wxEVT_SIZE, &ElementAdapter::handle_size, this);
+    for (const auto& type : mouse_events) {
+      m_window->Bind(type, &ElementAdapter::handle_mouse, this);
+    }
+    m_window->Bind(wxEVT_MOUSE_CAPTURE_LOST, &ElementAdapter::handle_capture_lost, this);
+    m_window->Bind(wxEVT_KEY_DOWN, &ElementAdapter::handle_key, this);
+    m_window->Bind(wxEVT_DESTROY, &ElementAdapter::handle_destroy, this);
+    return;
+  }
+  m_window->Unbind(wxEVT_PAINT, &ElementAdapter::handle_paint, this);
+  m_window->Unbind(wxEVT_SIZE, &ElementAdapter::handle_size, this);
+  for (const auto& type : mouse_events) {
+    m_window->Unbind(type, &ElementAdapter::handle_mouse, this);
+  }
+  m_window->Unbind(wxEVT_MOUSE_CAPTURE_LOST, &ElementAdapter::handle_capture_lost, this);
+  m_window->Unbind(wxEVT_KEY_DOWN, &ElementAdapter::handle_key, this);
+  m_window->Unbind(wxEVT_DESTROY, &ElementAdapter::handle_destroy, this);
+}
+
+void ElementAdapter::SetRootElement(UIElement::ptr_t root) {
+  if (root == m_root) {
+    return;
+  }
+  ForgetStates();
+  if (m_root) {
+    m_root->m_adapter = nullptr;
+  }
+  m_root = root;
+  if (m_root) {
+    m_root->m_adapter = this;
+  }
+  Relayout();
+  if (m_window) {
+    m_window->Refresh(false);
+  }
+}
+
+UIElement::ptr_t ElementAdapter::FindByTestID(const std::string& id) const {
+  return m_root ? m_root->FindByTestID(id) : UIElement::ptr_t();
+}
+
+void ElementAdapter::Relayout() {
+  m_layout_pending = false;
+  if (!m_window || !m_root) {
+    return;
+  }
+  // Elements that move or appear repaint their old and new places as they are arranged.
+  m_root->Arrange(wxRect(wxPoint(0, 0), m_window->GetClientSize()));
+}
+
+void ElementAdapter::RequestLayout() {
+  m_layout_pending = true;
+  if (!m_layout_posted && m_window) {
+    m_layout_posted = true;
+    // Queued to this handler: if the adapter dies first, the call goes with it.
+    CallAfter([this] {
+      m_layout_posted = false;
+      FlushLayout();
+    });
+  }
+}
+
+void ElementAdapter::FlushLayout() {
+  if (m_layout_pending) {
+    Relayout();
+  }
+}
+
+void ElementAdapter::RefreshRect(const wxRect& rect) {
+  if (m_window && !rect.IsEmpty()) {
+    m_window->RefreshRect(rect, false);
+  }
+}
+
+void ElementAdapter::ElementRemoved(UIElement* element) {
+  if (within(m_hover, element)) {
+    m_hover = nullptr;
+  }
+  if (within(m_key_target, element)) {
+    m_key_target = nullptr;
+  }
+  if (within(m_pressed, element)) {
+    UIElement* pressed = m_pressed;
+    Release();
+    mouse_event_t event;
+    event.kind = mouse_event_t::capture_lost;
+    event.target = pressed;
+    pressed->OnMouse(event);
+  }
+}
+
+void ElementAdapter::ForgetStates() {
+  if (m_pressed) {
+    Release();
+  }
+  m_hover = nullptr;
+  m_key_target = nullptr;
+}
+
+void ElementAdapter::Release() {
+  m_pressed = nullptr;
+  if (m_window && m_window->HasCapture()) {
+    m_window->ReleaseMouse();
+  }
+}
+
+bool ElementAdapter::Dispatch(UIElement* element, mouse_event_t event) {
+  event.target = element;
+  while (element) {
+    const ptr_t keep = hold(element);
+    event.inside = element->GetRect().Contains(event.pos);
+    if (element->OnMouse(event)) {
+      return true;
+    }
+    // The call may have taken the element out of the tree: its parent is then null.
+    element = element->m_parent;
+  }
+  return false;
+}
+
+void ElementAdapter::SetHover(UIElement* element, const wxPoint& pos) {
+  if (element == m_hover) {
+    return;
+  }
+  const ptr_t old = hold(m_hover);
+  m_hover = element;
+  if (old) {
+    mouse_event_t leave;
+    leave.kind = mouse_event_t::leave;
+    leave.pos = pos;
+    leave.target = old.get();
+    old->OnMouse(leave);
+  }
+}
+
+void ElementAdapter::OnPressedMouse(mouse_event_t::kind_t kind, const wxPoint& pos) {
+  const ptr_t pressed = hold(m_pressed);
+  UIElement* element = m_pressed;
+  // While pressed, only the pressed element can be hot.
+  SetHover(element->GetRect().Contains(pos) ? element : nullptr, pos);
+  if (kind == mouse_event_t::up) {
+    Release();
+  }
+  mouse_event_t event;
+  event.kind = kind;
+  event.pos = pos;
+  Dispatch(element, event);
+  if (kind == mouse_event_t::up && m_root && m_window) {
+    SetHover(m_root->HitTest(pos), pos);
+  }
+}
+
+void ElementAdapter::handle_mouse(wxMouseEvent& wx_event) {
+  wx_event.Skip();
+  FlushLayout();  // hit tests need the current places
+  const wxPoint pos = wx_event.GetPosition();
+  const wxEventType type = wx_event.GetEventType();
+  mouse_event_t::kind_t kind = mouse_event_t::move;
+  if (type == wxEVT_LEFT_DOWN || type == wxEVT_LEFT_DCLICK) {
+    kind = mouse_event_t::down;
+  } else if (type == wxEVT_LEFT_UP) {
+    kind = mouse_event_t::up;
+  } else if (type == wxEVT_LEAVE_WINDOW) {
+    kind = mouse_event_t::leave;
+  }
+  if (m_pressed) {
+    if (kind != mouse_event_t::leave) {
+      OnPressedMouse(kind, pos);
+    }
+    return;
+  }
+  UIElement* hit = kind == mouse_event_t::leave || !m_root ? nullptr : m_root->HitTest(pos);
+  SetHover(hit, pos);
+  if (!hit || kind == mouse_event_t::leave || kind == mouse_event_t::up) {
+    return;
+  }
+  if (kind == mouse_event_t::down) {
+    m_pressed = hit;
+    m_key_target = hit;
+    if (m_window && !m_window->HasCapture()) {
+      m_window->CaptureMouse();
+    }
+  }
+  mouse_event_t event;
+  event.kind = kind;
+  event.pos = pos;
+  Dispatch(hit, event);
+}
+
+void ElementAdapter::handle_capture_lost(wxMouseCaptureLostEvent&) {
+  if (UIElement* pressed = m_pressed) {
+    const ptr_t keep = hold(pressed);
+    m_pressed = nullptr;  // the capture is gone already: nothing to release
+    SetHover(nullptr, wxPoint());
+    mouse_event_t event;
+    event.kind = mouse_event_t::capture_lost;
+    event.target = pressed;
+    pressed->OnMouse(event);
+  }
+}
+
+void ElementAdapter::handle_key(wxKeyEvent& event) {
+  FlushLayout();
+  for (UIElement* element = m_key_target; element; element = element->m_parent) {
+    const ptr_t keep = hold(element);
+    if (element->OnKey(event)) {
+      return;
+    }
+  }
+  event.Skip();
+}
+
+void ElementAdapter::handle_paint(wxPaintEvent&) {
+  wxAutoBufferedPaintDC dc(m_window);
+  FlushLayout();
+  const wxRegion update = m_window->GetUpdateRegion();
+  // Under the elements, the window's own background.
+  dc.SetPen(*wxTRANSPARENT_PEN);
+  dc.SetBrush(wxBrush(m_window->GetBackgroundColour()));
+  const wxRect box = update.GetBox();
+  dc.DrawRectangle(box);
+  if (m_root) {
+    m_root->Paint(dc, update);
+  }
+}
+
+void ElementAdapter::handle_size(wxSizeEvent& event) {
+  event.Skip();
+  Relayout();
+}
+
+void ElementAdapter::handle_destroy(wxWindowDestroyEvent& event) {
+  event.Skip();
+  if (event.GetEventObject() != m_window) {
+    return;
+  }
+  ForgetStates();
+  BindWindow(false);
+  m_window = nullptr;
+}
+
+void ElementAdapter::OnSettingsChanged() {
+  if (m_root) {
+    std::function<void(UIElement*)> visit = [&visit](UIElement* element) {
+      element->OnThemeChanged();
+      for (const ptr_t& child : element->GetChildren()) {
+        visit(child.get());
+      }
+    };
+    visit(m_root.get());
+  }
+  Relayout();
+  if (m_window) {
+    m_window->Refresh(false);
+  }
+}
+
+}  // namespace plaxi1::elements
