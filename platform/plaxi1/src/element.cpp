@@ -1,6 +1,8 @@
 #include <plaxi1/element.h>
 #include <plaxi1/element_adapter.h>
 
+#include "element_p.h"
+
 #include <wx/dc.h>
 #include <wx/region.h>
 
@@ -10,16 +12,8 @@ namespace plaxi1::elements {
 
 namespace {
 
+using _internal::share;
 using ptr_t = UIElement::ptr_t;
-
-// A share of `element` when an intrusive pointer owns it, else null: a pointer made from
-// an element that nobody owns would delete it when it goes.
-ptr_t share(UIElement* element) {
-  if (element && element->try_add_ref()) {
-    return ptr_t::adopt(element);
-  }
-  return ptr_t();
-}
 
 /// The flags of one axis: packed from the low or the high end, centred, stretched.
 struct axis_flags_t {

@@ -1,6 +1,8 @@
 #include <plaxi1/element_adapter.h>
 #include <plaxi1/ui_settings.h>
 
+#include "element_p.h"
+
 #include <wx/dcbuffer.h>
 #include <wx/window.h>
 
@@ -10,25 +12,9 @@ namespace plaxi1::elements {
 
 namespace {
 
+using _internal::share;
+using _internal::within;
 using ptr_t = UIElement::ptr_t;
-
-bool within(const UIElement* element, const UIElement* ancestor) {
-  for (; element; element = element->m_parent) {
-    if (element == ancestor) {
-      return true;
-    }
-  }
-  return false;
-}
-
-// Keeps an element alive across a call that may take it out of the tree; an element that
-// nobody owns (a root on the stack) is left as it is.
-ptr_t hold(UIElement* element) {
-  if (element && element->try_add_ref()) {
-    return ptr_t::adopt(element);
-  }
-  return ptr_t();
-}
 
 const wxEventTypeTag<wxMouseEvent> mouse_events[] = {wxEVT_LEFT_DOWN, wxEVT_LEFT_DCLICK, wxEVT_LEFT_UP,
                                                      wxEVT_MOTION, wxEVT_LEAVE_WINDOW};
@@ -166,7 +152,7 @@ void ElementAdapter::Release() {
 bool ElementAdapter::Dispatch(UIElement* element, mouse_event_t event) {
   event.target = element;
   while (element) {
-    const ptr_t keep = hold(element);
+    const ptr_t keep = share(element);
     event.inside = element->GetRect().Contains(event.pos);
     if (element->OnMouse(event)) {
       return true;
@@ -181,7 +167,7 @@ void ElementAdapter::SetHover(UIElement* element, const wxPoint& pos) {
   if (element == m_hover) {
     return;
   }
-  const ptr_t old = hold(m_hover);
+  const ptr_t old = share(m_hover);
   m_hover = element;
   if (old) {
     mouse_event_t leave;
@@ -193,7 +179,7 @@ void ElementAdapter::SetHover(UIElement* element, const wxPoint& pos) {
 }
 
 void ElementAdapter::OnPressedMouse(mouse_event_t::kind_t kind, const wxPoint& pos) {
-  const ptr_t pressed = hold(m_pressed);
+  const ptr_t pressed = share(m_pressed);
   UIElement* element = m_pressed;
   // While pressed, only the pressed element can be hot.
   SetHover(element->GetRect().Contains(pos) ? element : nullptr, pos);
@@ -248,7 +234,7 @@ void ElementAdapter::handle_mouse(wxMouseEvent& wx_event) {
 
 void ElementAdapter::handle_capture_lost(wxMouseCaptureLostEvent&) {
   if (UIElement* pressed = m_pressed) {
-    const ptr_t keep = hold(pressed);
+    const ptr_t keep = share(pressed);
     m_pressed = nullptr;  // the capture is gone already: nothing to release
     SetHover(nullptr, wxPoint());
     mouse_event_t event;
@@ -261,7 +247,7 @@ void ElementAdapter::handle_capture_lost(wxMouseCaptureLostEvent&) {
 void ElementAdapter::handle_key(wxKeyEvent& event) {
   FlushLayout();
   for (UIElement* element = m_key_target; element; element = element->m_parent) {
-    const ptr_t keep = hold(element);
+    const ptr_t keep = share(element);
     if (element->OnKey(event)) {
       return;
     }

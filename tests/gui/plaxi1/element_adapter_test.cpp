@@ -163,6 +163,17 @@ TEST_F(element_adapter_test, hover_and_pressed_states_follow_the_pointer) {
   EXPECT_FALSE(m_window.panel->HasCapture());
 }
 
+TEST_F(element_adapter_test, a_double_click_is_two_presses_and_two_releases) {
+  move_to(*m_right);
+  m_mouse.MouseDblClick();
+  ASSERT_TRUE(gui_test::wait_until([&] { return m_right->count(mouse_event_t::up) == 2; }));
+  gui_test::pump();
+  EXPECT_EQ(m_right->count(mouse_event_t::down), 2);
+  EXPECT_EQ(m_right->count(mouse_event_t::up), 2);
+  EXPECT_EQ(m_window.adapter->GetPressedElement(), nullptr);
+  EXPECT_FALSE(m_window.panel->HasCapture());
+}
+
 TEST_F(element_adapter_test, events_go_on_to_the_parent_when_unused) {
   const probe_ptr inner(new probe_t(m_left, pos_left | pos_top, wxSize(40, 40)));
   const korvat2::intrusive_pointer_t<TextElement> label(
