@@ -270,6 +270,10 @@ void caption_panel_t::on_ui_changed() {
   if (m_message_pane) {
     m_message_pane->SetBackgroundColour(pane_background());
   }
+  if (m_message_label) {
+    // Tooltip backgrounds are dark in some themes: the text takes the tooltips' colour.
+    m_message_label->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
+  }
   if (m_message_rectangle) {
     m_message_rectangle->SetBkColor(pane_background());
     m_message_rectangle->SetBorderColor(frame_colour());
@@ -310,8 +314,10 @@ void caption_panel_t::on_size(wxSizeEvent& event) {
   m_caption->wrap_to_width(width);
 
   update_height_floor();
-  if ((description_changed || message_changed) && GetParent()) {
-    GetParent()->Layout();
+  if (description_changed || message_changed) {
+    // The parent may be placing its children now, from this panel's old height, and would
+    // put back those places after a layout run from here: it lays out once it's done.
+    CallAfter(&caption_panel_t::layout_parent);
   }
   m_in_on_size = false;
 }
@@ -320,9 +326,11 @@ void caption_panel_t::update_height_floor() {
   if (!m_description || !m_message_pane || !m_message_label || !m_caption || !m_prev_button) {
     return;
   }
-  int floor = m_caption->GetSize().GetHeight() + m_description->GetSize().GetHeight() + height_floor_room;
+  // The heights the texts need, which the layout may not have given them yet.
+  int floor =
+      m_caption->GetBestSize().GetHeight() + m_description->GetBestSize().GetHeight() + height_floor_room;
   if (m_message_pane->IsShown()) {
-    floor += std::max(m_message_label->GetSize().GetHeight(), m_prev_button->GetSize().GetHeight());
+    floor += std::max(m_message_label->GetBestSize().GetHeight(), m_prev_button->GetBestSize().GetHeight());
   }
   SetMinSize(wxSize(-1, floor));
 }

@@ -56,6 +56,8 @@ void simple_message_panel_t::on_ui_changed() {
   SetBackgroundColour(background);
   m_rectangle->SetBkColor(background);
   m_rectangle->SetBorderColor(wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION));
+  // Tooltip backgrounds are dark in some themes: the text takes the tooltips' colour.
+  m_label->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
   m_label->update_delta(0);
 }
 

@@ -259,6 +259,9 @@ TEST_F(caption_panel_test, fonts_and_colours_come_from_the_settings) {
   EXPECT_EQ(m_panel->message_rectangle()->GetBkColor(), info);
   EXPECT_EQ(m_panel->message_rectangle()->GetBorderColor(),
             wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION));
+  // The text on the pane reads in every theme: tooltips are dark in some.
+  EXPECT_EQ(m_panel->message_label()->GetForegroundColour(),
+            wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
 }
 
 TEST_F(caption_panel_test, the_height_floor_is_the_texts_and_30_pixels) {
@@ -271,8 +274,13 @@ TEST_F(caption_panel_test, the_height_floor_is_the_texts_and_30_pixels) {
 }
 
 TEST_F(caption_panel_test, the_height_floor_grows_and_shrinks_with_the_description) {
+  // A window under the panel, which the page moves as the panel's height changes.
+  auto* below = new wxPanel(m_page, wxID_ANY, wxDefaultPosition, wxSize(100, 40));
+  m_page->GetSizer()->Add(below, 0, wxEXPAND | wxTOP, 10);
+  auto below_is_clear = [&] { return below->GetPosition().y == m_panel->GetRect().GetBottom() + 1 + 10; };
   m_panel->set_description(long_text);
   resize_frame(600);
+  EXPECT_TRUE(below_is_clear());
   const int lines_wide = m_panel->description()->m_lines;
   const int floor_wide = m_panel->GetMinSize().y;
   EXPECT_EQ(floor_wide, expected_floor());
@@ -281,9 +289,12 @@ TEST_F(caption_panel_test, the_height_floor_grows_and_shrinks_with_the_descripti
   EXPECT_GT(m_panel->GetMinSize().y, floor_wide);
   EXPECT_EQ(m_panel->GetMinSize().y, expected_floor());
   EXPECT_EQ(m_panel->GetSize().y, expected_floor()) << "the page lays out around the new height";
+  EXPECT_TRUE(below_is_clear());
   resize_frame(600);
   EXPECT_EQ(m_panel->description()->m_lines, lines_wide);
   EXPECT_EQ(m_panel->GetMinSize().y, floor_wide);
+  EXPECT_EQ(m_panel->GetSize().y, floor_wide);
+  EXPECT_TRUE(below_is_clear());
 }
 
 TEST_F(caption_panel_test, set_caption_and_description_show_the_text_and_its_tooltip) {

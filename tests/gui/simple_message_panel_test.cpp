@@ -83,6 +83,8 @@ TEST_F(simple_message_panel_test, a_new_panel_is_an_empty_box_in_the_tooltip_col
   EXPECT_EQ(m_panel->rectangle()->GetBkColor(), info);
   EXPECT_EQ(m_panel->rectangle()->GetBorderColor(),
             wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION));
+  // The text reads in every theme: tooltips are dark in some.
+  EXPECT_EQ(m_panel->label()->GetForegroundColour(), wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
   EXPECT_EQ(m_panel->GetWindowStyleFlag() & wxBORDER_MASK, static_cast<long>(wxNO_BORDER));
 }
 
