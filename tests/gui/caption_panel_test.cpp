@@ -27,6 +27,7 @@
 
 namespace {
 
+using caption_test::colour_at;
 using caption_test::paint_counter_t;
 using caption_test::same_pixels;
 using caption_test::shot;
@@ -537,6 +538,7 @@ TEST_F(caption_panel_test, hide_message_pane_forgets_the_shown_id_and_leaves_the
   gui_test::pump();
   const paint_counter_t pane_paints(m_panel->pane());
   const paint_counter_t label_paints(m_panel->message_label());
+  const int rectangle_paints = m_panel->message_rectangle()->GetPaintCount();
   // Less severe than the head: not shown, and nothing on screen changes.
   m_panel->add_message(caption_panel_t::severity_warning, "Warning: another.");
   gui_test::pump();
@@ -544,6 +546,7 @@ TEST_F(caption_panel_test, hide_message_pane_forgets_the_shown_id_and_leaves_the
   EXPECT_EQ(m_panel->message_label()->m_text, "Error: nothing found.");
   EXPECT_EQ(pane_paints.count(), 0);
   EXPECT_EQ(label_paints.count(), 0);
+  EXPECT_EQ(m_panel->message_rectangle()->GetPaintCount(), rectangle_paints);
   // Next and previous have no current message to start from.
   m_panel->show_next_message();
   m_panel->show_prev_message();
@@ -736,6 +739,8 @@ TEST_F(caption_panel_test, a_theme_change_repaints_with_the_new_colours_and_wrap
   const wxColour info_before = m_panel->message_rectangle()->GetBkColor();
   const paint_counter_t top_paints(m_panel);
   const paint_counter_t pane_paints(m_panel->pane());
+  const int message_rectangle_paints = m_panel->message_rectangle()->GetPaintCount();
+  const int top_rectangle_paints = m_panel->top_rectangle()->GetPaintCount();
   {
     const gui_test::theme_change_t theme("#2a7f3c", 20);
     const wxColour info = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
@@ -752,6 +757,9 @@ TEST_F(caption_panel_test, a_theme_change_repaints_with_the_new_colours_and_wrap
     EXPECT_TRUE(
         gui_test::wait_until([&] { return top_paints.count() > 0 && pane_paints.count() > 0; }, 3000));
     gui_test::pump();
+    EXPECT_GT(m_panel->message_rectangle()->GetPaintCount(), message_rectangle_paints);
+    EXPECT_GT(m_panel->top_rectangle()->GetPaintCount(), top_rectangle_paints);
+    EXPECT_EQ(colour_at(shot(m_panel->pane()), 2, 2), info) << "the pane is painted in the new colour";
     EXPECT_EQ(m_panel->GetSize().y, expected_floor()) << "the page lays out around the new height";
   }
   EXPECT_EQ(m_panel->message_rectangle()->GetBkColor(), info_before) << "the old theme came back";
