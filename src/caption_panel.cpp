@@ -11,6 +11,7 @@
 #include <plaxi1/tooltip.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/product_locations.h>
+#include <zandor/debug.h>
 
 #include <wx/dcclient.h>
 #include <wx/event.h>
@@ -20,7 +21,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace tamsel3 {
 namespace {
@@ -347,23 +347,17 @@ void caption_panel_t::layout_parent() {
 // ---------------------------------------------------------------------------------------
 // caption_panel_t: texts and states
 
-void caption_panel_t::set_caption(const std::string& text) {
-  if (!m_caption) {
-    return;
-  }
-  m_caption->m_text = text;
-  set_tooltip(text, m_caption);
-  m_caption->wrap_to_width(GetSize().GetWidth());
-  layout_parent();
-}
+void caption_panel_t::set_caption(const std::string& text) { show_label_text(m_caption, text); }
 
-void caption_panel_t::set_description(const std::string& text) {
-  if (!m_description) {
+void caption_panel_t::set_description(const std::string& text) { show_label_text(m_description, text); }
+
+void caption_panel_t::show_label_text(caption_label_t* label, const std::string& text) {
+  if (!label) {
     return;
   }
-  m_description->m_text = text;
-  set_tooltip(text, m_description);
-  m_description->wrap_to_width(GetSize().GetWidth());
+  label->m_text = text;
+  set_tooltip(text, label);
+  label->wrap_to_width(GetSize().GetWidth());
   layout_parent();
 }
 
