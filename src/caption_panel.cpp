@@ -146,7 +146,7 @@ void caption_panel_t::init(const std::string& caption, const std::string& descri
   main_sizer->Add(create_top_controls(caption, description), 0, wxEXPAND, 0);
   set_style(plaxi1::style_t::create_dialog_style());
   create_message_pane();
-  main_sizer->Add(m_message_sizer, 1, wxEXPAND | wxTOP, 5);
+  main_sizer->Add(m_message_sizer, wxSizerFlags(1).Expand().Border(wxTOP, 5));
   SetSizer(main_sizer);
   main_sizer->Fit(this);
   Bind(wxEVT_SIZE, &caption_panel_t::on_size, this);
@@ -161,18 +161,18 @@ void caption_panel_t::create_message_pane() {
 
   auto* pane_sizer = new wxBoxSizer(wxHORIZONTAL);
   // Stretched across the pane's height; an alignment would be ignored beside wxEXPAND.
-  const int flags = wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM;
+  const wxSizerFlags flags = wxSizerFlags().Expand().Border(wxRIGHT | wxTOP | wxBOTTOM, 5);
   m_message_icon = new wxStaticBitmap(m_message_pane, wxID_ANY, wxNullBitmap);
   pane_sizer->Add(m_message_icon, 0, wxLEFT | wxRIGHT | wxTOP, 5);
   m_message_label = new caption_label_t(m_message_pane, "", this);
-  pane_sizer->Add(m_message_label, 1, flags, 5);
+  pane_sizer->Add(m_message_label, wxSizerFlags(flags).Proportion(1));
   const wxSize image_size(scroll_image_side, scroll_image_side);
   m_prev_button =
       new plaxi1::wxIconButton(m_message_pane, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, image_size);
   m_next_button =
       new plaxi1::wxIconButton(m_message_pane, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, image_size);
-  pane_sizer->Add(m_prev_button, 0, flags, 5);
-  pane_sizer->Add(m_next_button, 0, flags, 5);
+  pane_sizer->Add(m_prev_button, flags);
+  pane_sizer->Add(m_next_button, flags);
   m_prev_button->clicked.connect(this, &caption_panel_t::show_prev_message);
   m_next_button->clicked.connect(this, &caption_panel_t::show_next_message);
   set_button_images();
@@ -190,7 +190,7 @@ wxSizer* caption_panel_t::create_top_controls(const std::string& caption, const 
   caption_row->Add(7, 0);
   m_caption = new caption_label_t(this, caption, this);
   m_caption->m_max_lines = 1;
-  caption_row->Add(m_caption, 1, wxALIGN_CENTER_VERTICAL | wxALL, 5);
+  caption_row->Add(m_caption, wxSizerFlags(1).CentreVertical().Border(wxALL, 5));
   sizer->Add(caption_row, 0, wxEXPAND);
 
   auto* description_row = new wxBoxSizer(wxHORIZONTAL);

@@ -42,7 +42,7 @@ simple_message_panel_t::simple_message_panel_t(wxWindow* parent)
   m_label = new caption_label_t(this, "", this);
   m_label->m_max_lines = 2;
   // Stretched across the height; an alignment would be ignored beside wxEXPAND.
-  sizer->Add(m_label, 1, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, 5);
+  sizer->Add(m_label, wxSizerFlags(1).Expand().Border(wxRIGHT | wxTOP | wxBOTTOM, 5));
 
   Bind(wxEVT_SIZE, &simple_message_panel_t::on_size, this);
   SetSizer(sizer);
