@@ -214,12 +214,13 @@ class canvas_t:
         # outermost, so that a scaler that ignores alpha blends towards it, not towards black.
         self.ground = None
 
-    def paint(self, shape, colour):
+    def paint(self, shape, colour, opacity=1.0):
         if self.ground is None:
             self.ground = hex_colour(colour)
         r, g, b = (channel / 255.0 for channel in hex_colour(colour))
         for j, row in enumerate(coverage(shape, self.side)):
             for i, c in enumerate(row):
+                c *= opacity
                 if c:
                     pr, pg, pb, pa = self.pixels[j][i]
                     self.pixels[j][i] = (r * c + pr * (1 - c), g * c + pg * (1 - c),
@@ -244,23 +245,26 @@ class canvas_t:
 # The pictures
 
 RED, RED_EDGE = "#e01b24", "#c01c28"
+DARK_RED, DARK_RED_EDGE = "#a51d2d", "#7d1520"
 YELLOW, YELLOW_EDGE = "#f5c211", "#e5a50a"
 GREEN, GREEN_EDGE = "#2ec27e", "#26a269"
 BLUE, BLUE_EDGE = "#3584e4", "#1c71d8"
 WHITE = "#ffffff"
 DARK = "#3d3846"
 SPINNER = "#77767b"
+LIGHT, LIGHTER = "#c0bfbc", "#deddda"
+MID_GREY = "#86858a"  # as far in contrast from light yellow as from near black
 
-# Each picture is drawn for a design size, 12 or 24, at a scale, 1 or 2: `side` pixels is
-# their product. Measures are given in pixels for each (design, scale), so that straight
+# Each picture is drawn for a design size, 12, 15, 16 or 24, at a scale, 1 or 2: `side`
+# pixels is their product. Measures are given in pixels for each (design, scale), so that straight
 # strokes fill whole pixels; a 2x form keeps the proportions of its 1x form.
 
 # The darker edge: a pixel at 24, less on the small pictures, where it would crowd the
 # symbol.
-EDGE = {(12, 1): 0.6, (12, 2): 1.2, (24, 1): 1.0, (24, 2): 1.5}
+EDGE = {(12, 1): 0.6, (12, 2): 1.2, (16, 1): 0.8, (16, 2): 1.4, (24, 1): 1.0, (24, 2): 1.5}
 
 # The disc's margin.
-MARGIN = {12: 0.5, 24: 1.0}
+MARGIN = {12: 0.5, 16: 0.5, 24: 1.0}
 
 
 def badge(design, scale, fill, edge):
@@ -292,6 +296,7 @@ def draw_error(design, scale):
     canvas = badge(design, scale, RED, RED_EDGE)
     # At 12 the strokes run through pixel centres, about a pixel wide.
     arm, width = {(12, 1): (2.5, 1.4), (12, 2): (5.0, 2.8),
+                  (16, 1): (2.8, 2.0), (16, 2): (5.6, 4.0),
                   (24, 1): (4.2, 3.0), (24, 2): (8.4, 6.0)}[design, scale]
     canvas.paint(cross(design * scale / 2.0, arm, width), WHITE)
     return canvas
@@ -308,6 +313,8 @@ def draw_checkmark(design, scale):
 INFO_GLYPH = {
     (12, 1): (2, 5.0, 10.0, 0.5, 2, 2.0, 0.7),
     (12, 2): (4, 10.0, 20.0, 1.0, 4, 4.0, 2.0),
+    (16, 1): (2, 7.0, 12.0, 0.5, 2, 4.0, 0.7),
+    (16, 2): (4, 14.0, 24.0, 1.0, 4, 8.0, 2.0),
     (24, 1): (4, 11.0, 19.0, 0.9, 4, 5.0, 2.0),
     (24, 2): (8, 22.0, 38.0, 1.8, 8, 10.0, 4.0),
 }
@@ -324,6 +331,8 @@ def warning_triangle(design, scale):
     u = design * scale / 24.0
     if design == 12:
         top, bottom, half, r = -0.3 * scale, 11.0 * scale, 6.2 * scale, 1.4 * scale
+    elif design == 16:
+        top, bottom, half, r = -0.4 * scale, 15.0 * scale, 8.3 * scale, 1.9 * scale
     else:
         top, bottom, half, r = -0.9 * u, 23.0 * u, 13.3 * u, 3.0 * u
     c = design * scale / 2.0
@@ -333,6 +342,8 @@ def warning_triangle(design, scale):
 WARNING_GLYPH = {
     (12, 1): (2, 4.0, 7.0, 0.5, 2, 8.0, 0.7),
     (12, 2): (4, 8.0, 14.0, 1.8, 4, 16.0, 2.0),
+    (16, 1): (2, 5.0, 10.0, 0.5, 2, 11.0, 0.7),
+    (16, 2): (4, 10.0, 20.0, 1.8, 4, 22.0, 2.0),
     (24, 1): (4, 7.0, 15.0, 1.8, 4, 16.6, 2.0),
     (24, 2): (8, 14.0, 30.0, 3.6, 8, 33.2, 4.0),
 }
@@ -347,8 +358,72 @@ def draw_warning(design, scale):
     return canvas
 
 
+def octagon(c, apothem, r):
+    """A regular octagon with flat sides at `apothem` from its centre, corners rounded to r."""
+    reach = (apothem - r) / math.cos(math.pi / 8)
+    corners = [(c + reach * math.cos(math.pi / 8 + k * math.pi / 4),
+                c + reach * math.sin(math.pi / 8 + k * math.pi / 4)) for k in range(8)]
+    return inset(polygon_sdf(corners), -r)
+
+
+# A bolder "!" than the warning's: critical must not pass for an error at a glance.
+CRITICAL_GLYPH = {
+    (16, 1): (2, 3.0, 9.0, 0.5, 2, 11.0, 0.7),
+    (16, 2): (6, 6.0, 18.0, 1.8, 6, 21.0, 3.0),
+}
+
+
+def draw_critical(design, scale):
+    """A stop sign: a dark red octagon with a white "!". Its flat sides lie a pixel in, on pixel
+    edges, so that it looks as large as a disc and stays sharp."""
+    side = design * scale
+    canvas = canvas_t(side)
+    shape = octagon(side / 2.0, side / 2.0 - scale, 0.6 * scale)
+    canvas.paint(shape, DARK_RED_EDGE)
+    canvas.paint(inset(shape, EDGE[design, scale]), DARK_RED)
+    canvas.paint(bar_and_dot(side / 2.0, CRITICAL_GLYPH[design, scale]), WHITE)
+    return canvas
+
+
 def draw_empty(design, scale):
     return canvas_t(design * scale)
+
+
+# The scroll buttons of a message pane: a chevron, alone or on a round ground. They sit on the
+# tooltip colour, light yellow in light themes and near black in dark ones, so the normal
+# chevron is a grey half way between, the disabled one the same grey mostly transparent (it
+# takes the tone of whatever lies under it), and the grounds of hover and pressed are light
+# discs that carry a dark chevron on either.
+SCROLL_DESIGN = 15
+SCROLL_LOOKS = {
+    # look: (ground colour or None, chevron colour, chevron opacity)
+    "normal": (None, MID_GREY, 1.0),
+    "hover": (LIGHTER, DARK, 1.0),
+    "pressed": (LIGHT, DARK, 1.0),
+    "disabled": (None, MID_GREY, 0.35),
+}
+
+
+def chevron(side, scale, pointing_right):
+    """A right angle of a stroke whose back and tip lie two pixels either side of the middle."""
+    u = float(scale)
+    c = side / 2.0
+    back, tip, reach = c - 2.0 * u, c + 2.0 * u, 4.0 * u
+    if not pointing_right:
+        back, tip = side - back, side - tip
+    return stroke([(back, c - reach), (tip, c), (back, c + reach)], 2.0 * u)
+
+
+def draw_scroll(pointing_right, look):
+    def draw(design, scale):
+        side = design * scale
+        canvas = canvas_t(side)
+        ground, colour, opacity = SCROLL_LOOKS[look]
+        if ground:
+            canvas.paint(circle(side / 2.0, side / 2.0, side / 2.0), ground)
+        canvas.paint(chevron(side, scale, pointing_right), colour, opacity)
+        return canvas
+    return draw
 
 
 # The spinner: eight dots on a ring, and a wave of size running round it clockwise, a whole
@@ -400,7 +475,12 @@ PICTURES = [
     ("warning12", draw_warning, 12),
     ("info12", draw_info, 12),
     ("empty12", draw_empty, 12),
-]
+    ("severity_critical", draw_critical, 16),
+    ("severity_error", draw_error, 16),
+    ("severity_warn", draw_warning, 16),
+    ("severity_info", draw_info, 16),
+] + [("scroll_%s_%s" % (way, look), draw_scroll(way == "right", look), SCROLL_DESIGN)
+     for way in ("left", "right") for look in SCROLL_LOOKS]
 
 
 def all_files():

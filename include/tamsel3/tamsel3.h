@@ -1,6 +1,7 @@
 #pragma once
 /// Everything that tamsel3 exports.
 #include <tamsel3/ask_dlg.h>
+#include <tamsel3/caption_panel.h>
 #include <tamsel3/char_rules.h>
 #include <tamsel3/clipboard_dlg.h>
 #include <tamsel3/common_dialogs.h>
@@ -26,4 +27,5 @@
 #include <tamsel3/resource.h>
 #include <tamsel3/result_saving_data.h>
 #include <tamsel3/result_saving_pp.h>
+#include <tamsel3/simple_message_panel.h>
 #include <tamsel3/text_helpers.h>

@@ -68,6 +68,21 @@ size_t warnings_about(const test_support::log_capture_t& log, const std::string&
   return count;
 }
 
+// A picture of the archive: `side` pixels square on a transparent ground, with its form twice
+// as large beside it.
+void expect_square_with_dense_form(const image_loader_t& loader, const std::string& name, int side) {
+  SCOPED_TRACE(name);
+  const wxStaticPicture picture = loader.load_static_picture(name);
+  ASSERT_FALSE(picture.is_empty());
+  const wxImage image = picture.getImage(false);
+  EXPECT_EQ(image.GetSize(), wxSize(side, side));
+  ASSERT_TRUE(image.HasAlpha());
+  EXPECT_EQ(image.GetAlpha(0, 0), 0);
+  const wxBitmap dense = picture.getBundle().GetBitmap(wxSize(2 * side, 2 * side));
+  EXPECT_EQ(dense.GetSize(), wxSize(2 * side, 2 * side));
+  EXPECT_TRUE(same_pixels(dense.ConvertToImage(), archive_image("images/" + name + "@2x.png")));
+}
+
 class image_loader_test : public ::testing::Test {
  protected:
   void SetUp() override { plaxi1::init_resource_handlers(); }
@@ -172,16 +187,7 @@ TEST_F(image_loader_test, loads_the_message_pictures_with_their_dense_forms) {
       {"error12", 12}, {"warning12", 12}, {"info12", 12},      {"empty12", 12},
   };
   for (const auto& [name, side] : pictures) {
-    SCOPED_TRACE(name);
-    const wxStaticPicture picture = loader.load_static_picture(name);
-    ASSERT_FALSE(picture.is_empty());
-    const wxImage image = picture.getImage(false);
-    EXPECT_EQ(image.GetSize(), wxSize(side, side));
-    ASSERT_TRUE(image.HasAlpha());
-    EXPECT_EQ(image.GetAlpha(0, 0), 0);  // a transparent ground
-    const wxBitmap dense = picture.getBundle().GetBitmap(wxSize(2 * side, 2 * side));
-    EXPECT_EQ(dense.GetSize(), wxSize(2 * side, 2 * side));
-    EXPECT_TRUE(same_pixels(dense.ConvertToImage(), archive_image("images/" + name + "@2x.png")));
+    expect_square_with_dense_form(loader, name, side);
   }
   // A white cross on red, a dark mark on yellow, white on green and on blue.
   const wxImage error = loader.load_static_picture("error24").getImage(false);
@@ -201,6 +207,61 @@ TEST_F(image_loader_test, loads_the_message_pictures_with_their_dense_forms) {
       EXPECT_EQ(empty.GetAlpha(x, y), 0);
     }
   }
+}
+
+// The message icons of the caption and message panels: critical is a darker stop sign with a
+// "!", so that it doesn't pass for an error's round cross.
+TEST_F(image_loader_test, loads_the_severity_pictures_with_their_dense_forms) {
+  const image_loader_t loader(archive_index());
+  for (const char* name : {"severity_critical", "severity_error", "severity_warn", "severity_info"}) {
+    expect_square_with_dense_form(loader, name, 16);
+  }
+  const wxImage critical = loader.load_static_picture("severity_critical").getImage(false);
+  EXPECT_EQ(colour_at(critical, 4, 8), wxColour(0xA5, 0x1D, 0x2D));
+  EXPECT_EQ(colour_at(critical, 7, 5), *wxWHITE);  // the bar of "!"
+  // A flat side on a pixel edge, where the disc's curve covers part of a pixel.
+  EXPECT_EQ(critical.GetAlpha(0, 7), 0);
+  EXPECT_EQ(critical.GetAlpha(1, 7), 255);
+  const wxImage error = loader.load_static_picture("severity_error").getImage(false);
+  EXPECT_EQ(colour_at(error, 8, 2), wxColour(0xE0, 0x1B, 0x24));
+  EXPECT_EQ(colour_at(error, 7, 7), *wxWHITE);  // the middle of the cross
+  EXPECT_GT(error.GetAlpha(0, 7), 0);
+  EXPECT_LT(error.GetAlpha(0, 7), 255);
+  const wxImage warning = loader.load_static_picture("severity_warn").getImage(false);
+  EXPECT_EQ(colour_at(warning, 7, 6), wxColour(0x3D, 0x38, 0x46));
+  EXPECT_EQ(colour_at(warning, 4, 13), wxColour(0xF5, 0xC2, 0x11));
+  const wxImage info = loader.load_static_picture("severity_info").getImage(false);
+  EXPECT_EQ(colour_at(info, 7, 9), *wxWHITE);
+  EXPECT_EQ(colour_at(info, 3, 8), wxColour(0x35, 0x84, 0xE4));
+}
+
+// The scroll buttons' looks: a grey chevron, a dark one on a light disc when hovered, on a
+// darker disc when pressed, and a faint one when disabled. Left mirrors right.
+TEST_F(image_loader_test, loads_the_scroll_button_pictures_in_every_look) {
+  const image_loader_t loader(archive_index());
+  for (const char* look : {"normal", "hover", "pressed", "disabled"}) {
+    const std::string left = std::string("scroll_left_") + look;
+    const std::string right = std::string("scroll_right_") + look;
+    expect_square_with_dense_form(loader, left, 15);
+    expect_square_with_dense_form(loader, right, 15);
+    EXPECT_TRUE(same_pixels(loader.load_static_picture(left).getImage(false),
+                            loader.load_static_picture(right).getImage(false).Mirror()))
+        << look;
+  }
+  const wxPoint tip(9, 7);  // of the right chevron
+  const wxImage normal = loader.load_static_picture("scroll_right_normal").getImage(false);
+  EXPECT_EQ(colour_at(normal, tip.x, tip.y), wxColour(0x86, 0x85, 0x8A));
+  EXPECT_EQ(normal.GetAlpha(tip.x, tip.y), 255);
+  EXPECT_EQ(normal.GetAlpha(7, 2), 0) << "no ground";
+  const wxImage hover = loader.load_static_picture("scroll_right_hover").getImage(false);
+  EXPECT_EQ(colour_at(hover, tip.x, tip.y), wxColour(0x3D, 0x38, 0x46));
+  EXPECT_EQ(colour_at(hover, 7, 2), wxColour(0xDE, 0xDD, 0xDA));
+  const wxImage pressed = loader.load_static_picture("scroll_right_pressed").getImage(false);
+  EXPECT_EQ(colour_at(pressed, tip.x, tip.y), wxColour(0x3D, 0x38, 0x46));
+  EXPECT_EQ(colour_at(pressed, 7, 2), wxColour(0xC0, 0xBF, 0xBC));
+  const wxImage disabled = loader.load_static_picture("scroll_right_disabled").getImage(false);
+  EXPECT_EQ(colour_at(disabled, tip.x, tip.y), wxColour(0x86, 0x85, 0x8A));
+  EXPECT_LT(disabled.GetAlpha(tip.x, tip.y), 128) << "faint on any ground";
 }
 
 TEST_F(image_loader_test, loads_the_progress_spinner) {
