@@ -11,6 +11,7 @@
 #include <plaxi1/tooltip.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/product_locations.h>
+#include <zandor/debug.h>
 
 #include <wx/dcclient.h>
 #include <wx/event.h>
@@ -20,7 +21,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace tamsel3 {
 namespace {
@@ -156,7 +156,7 @@ void caption_panel_t::init(const std::string& caption, const std::string& descri
   main_sizer->Add(create_top_controls(caption, description), 0, wxEXPAND, 0);
   set_style(plaxi1::style_t::create_dialog_style());
   create_message_pane();
-  main_sizer->Add(m_message_sizer, 1, wxEXPAND | wxTOP, 5);
+  main_sizer->Add(m_message_sizer, wxSizerFlags(1).Expand().Border(wxTOP, 5));
   SetSizer(main_sizer);
   main_sizer->Fit(this);
   Bind(wxEVT_SIZE, &caption_panel_t::on_size, this);
@@ -171,18 +171,18 @@ void caption_panel_t::create_message_pane() {
 
   auto* pane_sizer = new wxBoxSizer(wxHORIZONTAL);
   // Stretched across the pane's height; an alignment would be ignored beside wxEXPAND.
-  const int flags = wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM;
+  const wxSizerFlags flags = wxSizerFlags().Expand().Border(wxRIGHT | wxTOP | wxBOTTOM, 5);
   m_message_icon = new wxStaticBitmap(m_message_pane, wxID_ANY, wxNullBitmap);
   pane_sizer->Add(m_message_icon, 0, wxLEFT | wxRIGHT | wxTOP, 5);
   m_message_label = new caption_label_t(m_message_pane, "", this);
-  pane_sizer->Add(m_message_label, 1, flags, 5);
+  pane_sizer->Add(m_message_label, wxSizerFlags(flags).Proportion(1));
   const wxSize image_size(scroll_image_side, scroll_image_side);
   m_prev_button =
       new plaxi1::wxIconButton(m_message_pane, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, image_size);
   m_next_button =
       new plaxi1::wxIconButton(m_message_pane, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, image_size);
-  pane_sizer->Add(m_prev_button, 0, flags, 5);
-  pane_sizer->Add(m_next_button, 0, flags, 5);
+  pane_sizer->Add(m_prev_button, flags);
+  pane_sizer->Add(m_next_button, flags);
   m_prev_button->clicked.connect(this, &caption_panel_t::show_prev_message);
   m_next_button->clicked.connect(this, &caption_panel_t::show_next_message);
   set_button_images();
@@ -200,7 +200,7 @@ wxSizer* caption_panel_t::create_top_controls(const std::string& caption, const 
   caption_row->Add(7, 0);
   m_caption = new caption_label_t(this, caption, this);
   m_caption->m_max_lines = 1;
-  caption_row->Add(m_caption, 1, wxALIGN_CENTER_VERTICAL | wxALL, 5);
+  caption_row->Add(m_caption, wxSizerFlags(1).CentreVertical().Border(wxALL, 5));
   sizer->Add(caption_row, 0, wxEXPAND);
 
   auto* description_row = new wxBoxSizer(wxHORIZONTAL);
@@ -281,6 +281,10 @@ void caption_panel_t::on_ui_changed() {
   if (m_message_pane) {
     m_message_pane->SetBackgroundColour(pane_background(ground));
   }
+  if (m_message_label) {
+    // Tooltip backgrounds are dark in some themes: the text takes the tooltips' colour.
+    m_message_label->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
+  }
   if (m_message_rectangle) {
     m_message_rectangle->SetBkColor(pane_background(ground));
     m_message_rectangle->SetBorderColor(frame_colour());
@@ -289,10 +293,6 @@ void caption_panel_t::on_ui_changed() {
     if (button) {
       button->SetBackgroundColour(pane_background(ground));
     }
-  }
-  // The text goes with the tooltip ground, which is dark in some themes.
-  if (m_message_label) {
-    m_message_label->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
   }
   set_style(style);
   Layout();
@@ -330,8 +330,10 @@ void caption_panel_t::on_size(wxSizeEvent& event) {
   m_caption->wrap_to_width(width);
 
   update_height_floor();
-  if ((description_changed || message_changed) && GetParent()) {
-    GetParent()->Layout();
+  if (description_changed || message_changed) {
+    // The parent may be placing its children now, from this panel's old height, and would
+    // put back those places after a layout run from here: it lays out once it's done.
+    CallAfter(&caption_panel_t::layout_parent);
   }
   m_in_on_size = false;
 }
@@ -340,12 +342,11 @@ void caption_panel_t::update_height_floor() {
   if (!m_description || !m_message_pane || !m_message_label || !m_caption || !m_prev_button) {
     return;
   }
-  // The heights of the texts as they are wrapped, not as the last layout left the labels:
-  // a label laid out short would keep the floor, and so itself, short for good.
+  // The heights the texts need, which the layout may not have given them yet.
   int floor =
       m_caption->GetBestSize().GetHeight() + m_description->GetBestSize().GetHeight() + height_floor_room;
   if (m_message_pane->IsShown()) {
-    floor += std::max(m_message_label->GetBestSize().GetHeight(), m_prev_button->GetSize().GetHeight());
+    floor += std::max(m_message_label->GetBestSize().GetHeight(), m_prev_button->GetBestSize().GetHeight());
   }
   SetMinSize(wxSize(-1, floor));
 }
@@ -362,23 +363,17 @@ void caption_panel_t::layout_parent() {
 // ---------------------------------------------------------------------------------------
 // caption_panel_t: texts and states
 
-void caption_panel_t::set_caption(const std::string& text) {
-  if (!m_caption) {
-    return;
-  }
-  m_caption->m_text = text;
-  set_tooltip(text, m_caption);
-  m_caption->wrap_to_width(GetSize().GetWidth());
-  layout_parent();
-}
+void caption_panel_t::set_caption(const std::string& text) { show_label_text(m_caption, text); }
 
-void caption_panel_t::set_description(const std::string& text) {
-  if (!m_description) {
+void caption_panel_t::set_description(const std::string& text) { show_label_text(m_description, text); }
+
+void caption_panel_t::show_label_text(caption_label_t* label, const std::string& text) {
+  if (!label) {
     return;
   }
-  m_description->m_text = text;
-  set_tooltip(text, m_description);
-  m_description->wrap_to_width(GetSize().GetWidth());
+  label->m_text = text;
+  set_tooltip(text, label);
+  label->wrap_to_width(GetSize().GetWidth());
   layout_parent();
 }
 

@@ -42,7 +42,7 @@ simple_message_panel_t::simple_message_panel_t(wxWindow* parent)
   m_label = new caption_label_t(this, "", this);
   m_label->m_max_lines = 2;
   // Stretched across the height; an alignment would be ignored beside wxEXPAND.
-  sizer->Add(m_label, 1, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, 5);
+  sizer->Add(m_label, wxSizerFlags(1).Expand().Border(wxRIGHT | wxTOP | wxBOTTOM, 5));
 
   Bind(wxEVT_SIZE, &simple_message_panel_t::on_size, this);
   SetSizer(sizer);
@@ -56,7 +56,7 @@ void simple_message_panel_t::on_ui_changed() {
   SetBackgroundColour(background);
   m_rectangle->SetBkColor(background);
   m_rectangle->SetBorderColor(wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION));
-  // The tooltip colours come as a pair: in some themes the ground is dark.
+  // Tooltip backgrounds are dark in some themes: the text takes the tooltips' colour.
   m_label->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
   m_label->update_delta(0);
 }

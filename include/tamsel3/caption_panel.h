@@ -183,6 +183,7 @@ class caption_panel_t : public panel_t, public korvat2::_internal::subscriber_ba
   void handle_ui_settings_changed();
   void update_height_floor();
   void layout_parent();
+  void show_label_text(caption_label_t* label, const std::string& text);
   std::vector<message_info_t>::iterator find_message(int id);
   std::vector<message_info_t>::const_iterator find_message(int id) const;
   void show_at_offset(int offset);

@@ -27,6 +27,7 @@
 
 namespace {
 
+using caption_test::colour_at;
 using caption_test::paint_counter_t;
 using caption_test::same_pixels;
 using caption_test::shot;
@@ -268,6 +269,9 @@ TEST_F(caption_panel_test, fonts_and_colours_come_from_the_settings) {
   EXPECT_EQ(m_panel->next()->GetBackgroundColour(), pane);
   EXPECT_EQ(m_panel->message_rectangle()->GetBorderColor(),
             wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION));
+  // The text on the pane reads in every theme: tooltips are dark in some.
+  EXPECT_EQ(m_panel->message_label()->GetForegroundColour(),
+            wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
 }
 
 TEST_F(caption_panel_test, the_height_floor_is_the_texts_and_30_pixels) {
@@ -280,8 +284,13 @@ TEST_F(caption_panel_test, the_height_floor_is_the_texts_and_30_pixels) {
 }
 
 TEST_F(caption_panel_test, the_height_floor_grows_and_shrinks_with_the_description) {
+  // A window under the panel, which the page moves as the panel's height changes.
+  auto* below = new wxPanel(m_page, wxID_ANY, wxDefaultPosition, wxSize(100, 40));
+  m_page->GetSizer()->Add(below, 0, wxEXPAND | wxTOP, 10);
+  auto below_is_clear = [&] { return below->GetPosition().y == m_panel->GetRect().GetBottom() + 1 + 10; };
   m_panel->set_description(long_text);
   resize_frame(600);
+  EXPECT_TRUE(below_is_clear());
   const int lines_wide = m_panel->description()->m_lines;
   const int floor_wide = m_panel->GetMinSize().y;
   EXPECT_EQ(floor_wide, expected_floor());
@@ -290,9 +299,12 @@ TEST_F(caption_panel_test, the_height_floor_grows_and_shrinks_with_the_descripti
   EXPECT_GT(m_panel->GetMinSize().y, floor_wide);
   EXPECT_EQ(m_panel->GetMinSize().y, expected_floor());
   EXPECT_EQ(m_panel->GetSize().y, expected_floor()) << "the page lays out around the new height";
+  EXPECT_TRUE(below_is_clear());
   resize_frame(600);
   EXPECT_EQ(m_panel->description()->m_lines, lines_wide);
   EXPECT_EQ(m_panel->GetMinSize().y, floor_wide);
+  EXPECT_EQ(m_panel->GetSize().y, floor_wide);
+  EXPECT_TRUE(below_is_clear());
 }
 
 TEST_F(caption_panel_test, set_caption_and_description_show_the_text_and_its_tooltip) {
@@ -535,6 +547,7 @@ TEST_F(caption_panel_test, hide_message_pane_forgets_the_shown_id_and_leaves_the
   gui_test::pump();
   const paint_counter_t pane_paints(m_panel->pane());
   const paint_counter_t label_paints(m_panel->message_label());
+  const int rectangle_paints = m_panel->message_rectangle()->GetPaintCount();
   // Less severe than the head: not shown, and nothing on screen changes.
   m_panel->add_message(caption_panel_t::severity_warning, "Warning: another.");
   gui_test::pump();
@@ -542,6 +555,7 @@ TEST_F(caption_panel_test, hide_message_pane_forgets_the_shown_id_and_leaves_the
   EXPECT_EQ(m_panel->message_label()->m_text, "Error: nothing found.");
   EXPECT_EQ(pane_paints.count(), 0);
   EXPECT_EQ(label_paints.count(), 0);
+  EXPECT_EQ(m_panel->message_rectangle()->GetPaintCount(), rectangle_paints);
   // Next and previous have no current message to start from.
   m_panel->show_next_message();
   m_panel->show_prev_message();
@@ -734,6 +748,8 @@ TEST_F(caption_panel_test, a_theme_change_repaints_with_the_new_colours_and_wrap
   const wxColour info_before = m_panel->message_rectangle()->GetBkColor();
   const paint_counter_t top_paints(m_panel);
   const paint_counter_t pane_paints(m_panel->pane());
+  const int message_rectangle_paints = m_panel->message_rectangle()->GetPaintCount();
+  const int top_rectangle_paints = m_panel->top_rectangle()->GetPaintCount();
   {
     const gui_test::theme_change_t theme("#2a7f3c", 20);
     const wxColour info = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
@@ -750,6 +766,9 @@ TEST_F(caption_panel_test, a_theme_change_repaints_with_the_new_colours_and_wrap
     EXPECT_TRUE(
         gui_test::wait_until([&] { return top_paints.count() > 0 && pane_paints.count() > 0; }, 3000));
     gui_test::pump();
+    EXPECT_GT(m_panel->message_rectangle()->GetPaintCount(), message_rectangle_paints);
+    EXPECT_GT(m_panel->top_rectangle()->GetPaintCount(), top_rectangle_paints);
+    EXPECT_EQ(colour_at(shot(m_panel->pane()), 2, 2), info) << "the pane is painted in the new colour";
     EXPECT_EQ(m_panel->GetSize().y, expected_floor()) << "the page lays out around the new height";
   }
   EXPECT_EQ(m_panel->message_rectangle()->GetBkColor(), info_before) << "the old theme came back";
@@ -757,17 +776,7 @@ TEST_F(caption_panel_test, a_theme_change_repaints_with_the_new_colours_and_wrap
 }
 
 // ---------------------------------------------------------------------------------------
-// The pane in the tooltip colours
-
-// In some themes the tooltip ground is dark: the text goes with it.
-TEST_F(caption_panel_test, the_message_text_takes_the_tooltip_colours) {
-  add_three();
-  EXPECT_EQ(m_panel->message_label()->GetForegroundColour(),
-            wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
-  m_panel->show_next_message();
-  EXPECT_EQ(m_panel->message_label()->GetForegroundColour(),
-            wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
-}
+// The message pane's height and ground
 
 // The floor holds the whole text of a message that comes on show, also where the page had
 // laid the label out a line high before.
@@ -800,13 +809,11 @@ TEST_F(caption_panel_test, the_scroll_buttons_sit_on_the_ground_of_the_pane) {
   ASSERT_TRUE(gui_test::wait_until_shown(m_panel->next()));
   gui_test::pump();
   const wxImage frame = shot(m_frame);
-  const auto colour_at = [&frame](const wxPoint& at) {
-    return wxColour(frame.GetRed(at.x, at.y), frame.GetGreen(at.x, at.y), frame.GetBlue(at.x, at.y));
-  };
   for (plaxi1::wxIconButton* button : {m_panel->prev(), m_panel->next()}) {
     // A corner of the button, where its picture is transparent, and the gap left of it.
     const wxPoint corner = button->GetScreenPosition() - m_frame->GetScreenPosition() + wxPoint(1, 1);
-    EXPECT_EQ(colour_at(corner).GetAsString(), colour_at(corner - wxPoint(3, 0)).GetAsString());
+    EXPECT_EQ(colour_at(frame, corner.x, corner.y).GetAsString(),
+              colour_at(frame, corner.x - 3, corner.y).GetAsString());
   }
 }
 

@@ -42,6 +42,14 @@ inline wxImage shot(wxWindow* window) {
   return image;
 }
 
+/// The colour of a pixel, opaque, as a picture of the screen shows it; not ok outside.
+inline wxColour colour_at(const wxImage& image, int x, int y) {
+  if (!image.IsOk() || x >= image.GetWidth() || y >= image.GetHeight()) {
+    return wxColour();
+  }
+  return wxColour(image.GetRed(x, y), image.GetGreen(x, y), image.GetBlue(x, y));
+}
+
 /// Counts the paint events that reach a window, letting its own painting go on.
 class paint_counter_t {
  public:
