@@ -54,7 +54,17 @@ int severity_index(caption_panel_t::severity_t severity) {
   }
 }
 
-wxColour pane_background() { return wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK); }
+// The tooltip colour, laid over the panel's ground where it is translucent (as in some
+// themes): one plain colour that the pane, its rectangle and its buttons paint alike.
+wxColour pane_background(const wxColour& ground) {
+  const wxColour info = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
+  const int alpha = info.Alpha();
+  const auto mix = [alpha](int over, int under) {
+    return (over * alpha + under * (255 - alpha) + 127) / 255;
+  };
+  return wxColour(mix(info.Red(), ground.Red()), mix(info.Green(), ground.Green()),
+                  mix(info.Blue(), ground.Blue()));
+}
 wxColour frame_colour() { return wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION); }
 
 // A bordered rectangle as the root of a new adapter on `window`.
@@ -263,20 +273,26 @@ void caption_panel_t::set_style(plaxi1::style_t style) {
 
 void caption_panel_t::on_ui_changed() {
   const plaxi1::style_t style = plaxi1::style_t::create_dialog_style();
+  const wxColour ground = plaxi1::ui_settings_t::get()->get_color(style.m_color);
   if (m_top_rectangle) {
-    m_top_rectangle->SetBkColor(plaxi1::ui_settings_t::get()->get_color(style.m_color));
+    m_top_rectangle->SetBkColor(ground);
     m_top_rectangle->SetBorderColor(frame_colour());
   }
   if (m_message_pane) {
-    m_message_pane->SetBackgroundColour(pane_background());
+    m_message_pane->SetBackgroundColour(pane_background(ground));
   }
   if (m_message_label) {
     // Tooltip backgrounds are dark in some themes: the text takes the tooltips' colour.
     m_message_label->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
   }
   if (m_message_rectangle) {
-    m_message_rectangle->SetBkColor(pane_background());
+    m_message_rectangle->SetBkColor(pane_background(ground));
     m_message_rectangle->SetBorderColor(frame_colour());
+  }
+  for (plaxi1::wxIconButton* button : {m_prev_button, m_next_button}) {
+    if (button) {
+      button->SetBackgroundColour(pane_background(ground));
+    }
   }
   set_style(style);
   Layout();

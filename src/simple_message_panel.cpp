@@ -88,8 +88,16 @@ void simple_message_panel_t::on_size(wxSizeEvent& event) {
   event.Skip();
 }
 
+// The room around the label is known only once the sizer has placed it at this width; the
+// delta taken when the panel was built, before any layout, falls short of it, and the
+// label would then cut the lines that it wraps again by itself.
 void simple_message_panel_t::wrap_label(int width) {
-  if (IsShown() && m_label->wrap_to_width(width) && m_label->GetParent()) {
+  if (!IsShown()) {
+    return;
+  }
+  Layout();
+  m_label->update_delta(0);
+  if (m_label->wrap_to_width(width) && m_label->GetParent()) {
     m_label->GetParent()->Layout();
   }
 }

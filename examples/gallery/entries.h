@@ -22,6 +22,8 @@ struct entry_t {
 std::vector<entry_t> frame_entries();
 /// Message windows of every kind.
 std::vector<entry_t> message_entries();
+/// The caption panel over a page with its messages, and the simple message panel.
+std::vector<entry_t> caption_entries();
 /// The in-place message log fed by worker threads.
 std::vector<entry_t> inplace_entries();
 /// The Result saving page in a preferences dialog.

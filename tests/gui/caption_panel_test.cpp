@@ -255,9 +255,18 @@ TEST_F(caption_panel_test, fonts_and_colours_come_from_the_settings) {
   EXPECT_EQ(m_panel->top_rectangle()->GetBkColor(), settings->get_color(style.m_color));
   EXPECT_EQ(m_panel->top_rectangle()->GetBorderColor(),
             wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION));
+  // The tooltip colour, laid over the dialog colour where it is translucent.
   const wxColour info = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
-  EXPECT_EQ(m_panel->pane()->GetBackgroundColour(), info);
-  EXPECT_EQ(m_panel->message_rectangle()->GetBkColor(), info);
+  const wxColour ground = settings->get_color(style.m_color);
+  const auto mix = [&info](int over, int under) {
+    return (over * info.Alpha() + under * (255 - info.Alpha()) + 127) / 255;
+  };
+  const wxColour pane(mix(info.Red(), ground.Red()), mix(info.Green(), ground.Green()),
+                      mix(info.Blue(), ground.Blue()));
+  EXPECT_EQ(m_panel->pane()->GetBackgroundColour(), pane);
+  EXPECT_EQ(m_panel->message_rectangle()->GetBkColor(), pane);
+  EXPECT_EQ(m_panel->prev()->GetBackgroundColour(), pane);
+  EXPECT_EQ(m_panel->next()->GetBackgroundColour(), pane);
   EXPECT_EQ(m_panel->message_rectangle()->GetBorderColor(),
             wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION));
   // The text on the pane reads in every theme: tooltips are dark in some.
@@ -764,6 +773,48 @@ TEST_F(caption_panel_test, a_theme_change_repaints_with_the_new_colours_and_wrap
   }
   EXPECT_EQ(m_panel->message_rectangle()->GetBkColor(), info_before) << "the old theme came back";
   EXPECT_EQ(m_panel->description()->m_lines, description_lines);
+}
+
+// ---------------------------------------------------------------------------------------
+// The message pane's height and ground
+
+// The floor holds the whole text of a message that comes on show, also where the page had
+// laid the label out a line high before.
+TEST_F(caption_panel_test, a_message_of_several_lines_is_shown_whole) {
+  const std::string text = long_text.substr(0, 230);
+  for (const bool shown_first : {true, false}) {
+    SCOPED_TRACE(shown_first ? "added to a shown page" : "added before the page is shown");
+    if (!shown_first) {
+      m_frame->Hide();
+    }
+    m_panel->clear_messages();
+    m_panel->add_message(caption_panel_t::severity_error, "One line.");
+    m_panel->remove_message(m_panel->get_message_id(0));
+    m_panel->add_message(caption_panel_t::severity_warning, text);
+    m_frame->Show();
+    ASSERT_TRUE(gui_test::wait_until_shown(m_panel->pane()));
+    gui_test::pump();
+    caption_label_t* label = m_panel->message_label();
+    ASSERT_GT(label->m_lines, 1);
+    EXPECT_GE(label->GetSize().y, label->GetBestSize().y) << "no line is cut";
+    EXPECT_GE(m_panel->GetSize().y, m_panel->caption()->GetSize().y + m_panel->description()->GetSize().y +
+                                        label->GetBestSize().y + 30);
+  }
+}
+
+// No boxes of another shade around the chevrons, also where the tooltip colour is
+// translucent: the buttons paint the ground that the pane shows beside them.
+TEST_F(caption_panel_test, the_scroll_buttons_sit_on_the_ground_of_the_pane) {
+  add_three();
+  ASSERT_TRUE(gui_test::wait_until_shown(m_panel->next()));
+  gui_test::pump();
+  const wxImage frame = shot(m_frame);
+  for (plaxi1::wxIconButton* button : {m_panel->prev(), m_panel->next()}) {
+    // A corner of the button, where its picture is transparent, and the gap left of it.
+    const wxPoint corner = button->GetScreenPosition() - m_frame->GetScreenPosition() + wxPoint(1, 1);
+    EXPECT_EQ(colour_at(frame, corner.x, corner.y).GetAsString(),
+              colour_at(frame, corner.x - 3, corner.y).GetAsString());
+  }
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 #include <tamsel3/simple_message_panel.h>
 
 #include <gtest/gtest.h>
+#include <wx/arrstr.h>
+#include <wx/dcclient.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
 #include <wx/settings.h>
@@ -179,6 +181,22 @@ TEST_F(simple_message_panel_test, a_theme_change_repaints_with_the_new_colours_a
   }
   EXPECT_EQ(m_panel->rectangle()->GetBkColor(), before);
   EXPECT_EQ(m_panel->label()->m_lines, lines);
+}
+
+// A line wider than the label is wrapped again by the label itself, which then cuts what
+// doesn't fit its height: the panel's wrap keeps within the label's width.
+TEST_F(simple_message_panel_test, every_wrapped_line_fits_the_label) {
+  m_panel->set_message(simple_message_panel_t::severity_warning, long_text.substr(0, 200));
+  for (const int width : {520, 430, 360}) {
+    resize_frame(width);
+    tamsel3::caption_label_t* label = m_panel->label();
+    EXPECT_GE(label->m_delta, m_panel->GetSize().x - label->GetSize().x) << width;
+    wxClientDC dc(label);
+    dc.SetFont(plaxi1::ui_settings_t::get()->get_font(plaxi1::font_normal));
+    for (const wxString& line : wxSplit(label->GetLabelText(), '\n', 0)) {
+      EXPECT_LE(dc.GetTextExtent(line).x, label->GetSize().x) << width << ": " << line;
+    }
+  }
 }
 
 }  // namespace
