@@ -54,17 +54,6 @@ int severity_index(caption_panel_t::severity_t severity) {
   }
 }
 
-// The tooltip colour, laid over the panel's ground where it is translucent (as in some
-// themes): one plain colour that the pane, its rectangle and its buttons paint alike.
-wxColour pane_background(const wxColour& ground) {
-  const wxColour info = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
-  const int alpha = info.Alpha();
-  const auto mix = [alpha](int over, int under) {
-    return (over * alpha + under * (255 - alpha) + 127) / 255;
-  };
-  return wxColour(mix(info.Red(), ground.Red()), mix(info.Green(), ground.Green()),
-                  mix(info.Blue(), ground.Blue()));
-}
 wxColour frame_colour() { return wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION); }
 
 // A bordered rectangle as the root of a new adapter on `window`.
@@ -86,6 +75,16 @@ plaxi1::image_loader_t caption_images_loader() {
     return plaxi1::image_loader_t(std::string());
   }
   return plaxi1::image_loader_t(create_resource_filename("tamsel3.dat", "tamsel_images.xrc"));
+}
+
+wxColour opaque_info_background(const wxColour& ground) {
+  const wxColour info = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
+  const int alpha = info.Alpha();
+  const auto mix = [alpha](int over, int under) {
+    return (over * alpha + under * (255 - alpha) + 127) / 255;
+  };
+  return wxColour(mix(info.Red(), ground.Red()), mix(info.Green(), ground.Green()),
+                  mix(info.Blue(), ground.Blue()));
 }
 
 void forget_severity_pictures() { severity_pictures() = severity_pictures_t(); }
@@ -279,19 +278,19 @@ void caption_panel_t::on_ui_changed() {
     m_top_rectangle->SetBorderColor(frame_colour());
   }
   if (m_message_pane) {
-    m_message_pane->SetBackgroundColour(pane_background(ground));
+    m_message_pane->SetBackgroundColour(opaque_info_background(ground));
   }
   if (m_message_label) {
     // Tooltip backgrounds are dark in some themes: the text takes the tooltips' colour.
     m_message_label->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT));
   }
   if (m_message_rectangle) {
-    m_message_rectangle->SetBkColor(pane_background(ground));
+    m_message_rectangle->SetBkColor(opaque_info_background(ground));
     m_message_rectangle->SetBorderColor(frame_colour());
   }
   for (plaxi1::wxIconButton* button : {m_prev_button, m_next_button}) {
     if (button) {
-      button->SetBackgroundColour(pane_background(ground));
+      button->SetBackgroundColour(opaque_info_background(ground));
     }
   }
   set_style(style);

@@ -1,8 +1,8 @@
-#include "caption_panel_p.h"
 
 #include <tamsel3/caption_panel.h>
 #include <tamsel3/simple_message_panel.h>
 #include <tamsel3/text_helpers.h>
+#include "caption_panel_p.h"
 
 #include <plaxi1/element_adapter.h>
 #include <plaxi1/element_shapes.h>
@@ -52,7 +52,11 @@ simple_message_panel_t::simple_message_panel_t(wxWindow* parent)
 simple_message_panel_t::~simple_message_panel_t() { m_adapter.reset(); }
 
 void simple_message_panel_t::on_ui_changed() {
-  const wxColour background = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
+  // Over the window it sits on, as the caption panel's message pane: the same colour in
+  // themes whose tooltip colour is translucent.
+  const wxColour ground =
+      GetParent() ? GetParent()->GetBackgroundColour() : wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE);
+  const wxColour background = opaque_info_background(ground);
   SetBackgroundColour(background);
   m_rectangle->SetBkColor(background);
   m_rectangle->SetBorderColor(wxSystemSettings::GetColour(wxSYS_COLOUR_INACTIVECAPTION));

@@ -81,7 +81,7 @@ TEST_F(simple_message_panel_test, a_new_panel_is_an_empty_box_in_the_tooltip_col
   EXPECT_EQ(m_panel->label()->m_max_lines, 2);
   EXPECT_EQ(m_panel->label()->m_window_for_get_parent_size, m_panel);
   EXPECT_FALSE(m_panel->icon()->GetBitmap().IsOk());
-  const wxColour info = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
+  const wxColour info = tamsel3::opaque_info_background(m_page->GetBackgroundColour());
   EXPECT_EQ(m_panel->GetBackgroundColour(), info);
   EXPECT_EQ(m_panel->rectangle()->GetBkColor(), info);
   EXPECT_EQ(m_panel->rectangle()->GetBorderColor(),
@@ -170,7 +170,7 @@ TEST_F(simple_message_panel_test, a_theme_change_repaints_with_the_new_colours_a
   const int rectangle_paints = m_panel->rectangle()->GetPaintCount();
   {
     const gui_test::theme_change_t theme("#7f2a5c", 20);
-    const wxColour info = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
+    const wxColour info = tamsel3::opaque_info_background(m_page->GetBackgroundColour());
     ASSERT_NE(info, before) << "the theme changed the tooltip colour";
     EXPECT_EQ(m_panel->rectangle()->GetBkColor(), info);
     EXPECT_EQ(m_panel->GetBackgroundColour(), info);
