@@ -111,7 +111,7 @@ side_panel_t::button_ptr_t side_panel_t::add_button(const wxString& text, const 
 void side_panel_t::init_button(const button_ptr_t& button, const wxString& text,
                                const plaxi1::picture_t& picture, button_style_t /*style*/) {
   if (picture.is_animation()) {
-    button->SetAnimation(picture.get_animation());
+    button->SetAnimation(picture.get_animation(), picture.get_animation_2x());
   } else if (!picture.is_empty() && picture.is_image()) {
     button->SetImage(picture.get_image().getImage(true));
   }
