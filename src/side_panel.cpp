@@ -85,12 +85,12 @@ void side_panel_t::init() {
 }
 
 side_panel_t::element_ptr_t side_panel_t::create_holder_element(area_type_t area, int position_flags) {
-  const element_ptr_t holder(new UIElement(m_areas[area], holder_flags(position_flags)));
+  element_ptr_t holder(new UIElement(m_areas[area], holder_flags(position_flags)));
   new SpacerElement(holder, pos_expand_h | pos_top, m_holder_spacing);
   return holder;
 }
 
-void side_panel_t::add_element(element_ptr_t element, area_type_t area) {
+void side_panel_t::add_element(const element_ptr_t& element, area_type_t area) {
   if (!element) {
     ZANDOR_REPORT("element != nullptr");
     return;
@@ -102,7 +102,7 @@ void side_panel_t::add_element(element_ptr_t element, area_type_t area) {
 
 side_panel_t::button_ptr_t side_panel_t::add_button(const wxString& text, const plaxi1::picture_t& picture,
                                                     button_style_t style) {
-  const button_ptr_t button(new RoundBgButton(m_areas[area_middle], pos_left | pos_top, 0, false));
+  button_ptr_t button(new RoundBgButton(m_areas[area_middle], pos_left | pos_top, 0, false));
   init_button(button, text, picture, style);
   add_button(button, area_middle, style);
   return button;
@@ -119,7 +119,7 @@ void side_panel_t::init_button(const button_ptr_t& button, const wxString& text,
   button->SetTestID(text.utf8_string());
 }
 
-void side_panel_t::add_button(button_ptr_t button, area_type_t area, button_style_t style) {
+void side_panel_t::add_button(const button_ptr_t& button, area_type_t area, button_style_t style) {
   if (!button) {
     ZANDOR_REPORT("button != nullptr");
     return;
@@ -182,7 +182,7 @@ void side_panel_t::update_panel_min_size() {
   SetMinSize(layout->GetMinSize());
 }
 
-void side_panel_t::on_element_hidden(element_ptr_t element) {
+void side_panel_t::on_element_hidden(const element_ptr_t& element) {
   if (element->m_parent) {
     element->m_parent->SetVisible(element->IsVisible());
   }

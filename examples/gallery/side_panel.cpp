@@ -65,8 +65,10 @@ plaxi1::wxStaticPicture icon(const draw_t& draw) {
 void draw_overview(wxGraphicsContext& gc, const wxColour& ink) {
   gc.SetPen(*wxTRANSPARENT_PEN);
   gc.SetBrush(wxBrush(ink));
-  for (int i = 0; i < 4; ++i) {
-    gc.DrawRoundedRectangle(3 + (i % 2) * 10, 3 + (i / 2) * 10, 8, 8, 2);
+  for (int row = 0; row < 2; ++row) {
+    for (int column = 0; column < 2; ++column) {
+      gc.DrawRoundedRectangle(3 + column * 10, 3 + row * 10, 8, 8, 2);
+    }
   }
 }
 

@@ -57,10 +57,10 @@ class side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
   button_ptr_t add_button(const wxString& text, const plaxi1::picture_t& picture, button_style_t style);
   /// Moves `button` into `area` in a holder of its own and styles it; its test id becomes
   /// its label's text. A null button is reported and ignored.
-  void add_button(button_ptr_t button, area_type_t area, button_style_t style);
+  void add_button(const button_ptr_t& button, area_type_t area, button_style_t style);
   /// Moves `element` into `area` in a holder of its own. A null element is reported and
   /// ignored; adding the same element twice reports the second connection.
-  void add_element(element_ptr_t element, area_type_t area);
+  void add_element(const element_ptr_t& element, area_type_t area);
   /// The element of an area; `area` must be one of area_type_t.
   element_ptr_t get_area(area_type_t area);
 
@@ -89,7 +89,7 @@ class side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
   void update_button_colors();
   void set_button_font_and_color(const button_ptr_t& button, button_style_t style);
   /// An element was shown or hidden: its holder follows.
-  void on_element_hidden(element_ptr_t element);
+  void on_element_hidden(const element_ptr_t& element);
 
  protected:
   /// The UI settings changed: new fonts and colours, common sizes and minimum size.
