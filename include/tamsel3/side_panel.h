@@ -25,7 +25,9 @@ namespace tamsel3 {
 /// that any of them wants, at least (100, 23) for style 0 and (160, 46) for style 1; style
 /// 2 buttons keep their own sizes. Button fonts and colours come from the UI settings and
 /// follow a theme change, which also measures the common sizes again. The panel's minimum
-/// size follows its content, so that sizers around it make room.
+/// size is set to what its content needs at each element or button added and at each
+/// theme change, so that sizers around it make room (the host lays them out again). Hiding
+/// an element gives its place to the others but leaves the minimum as it was.
 ///
 /// The panel decides nothing about what the buttons do: the host subscribes to each
 /// button's `pressed` signal. Buttons can't be taken out again; hiding one makes it go.
