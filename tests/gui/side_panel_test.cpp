@@ -328,6 +328,7 @@ TEST_F(side_panel_test, hiding_an_element_hides_its_holder_and_gap_and_the_other
   EXPECT_EQ(first->GetRect(), wxRect(5, 10, 120, 30));
   EXPECT_EQ(second->GetRect(), wxRect(5, 50, 120, 30));
   EXPECT_EQ(note->GetRect().y, 90);
+  const wxSize min_size = m_panel->GetMinSize();
 
   first->SetVisible(false);
   const element_ptr holder = holder_of(element_ptr(first));
@@ -337,6 +338,7 @@ TEST_F(side_panel_test, hiding_an_element_hides_its_holder_and_gap_and_the_other
   EXPECT_FALSE(gap->IsShownInTree());
   ASSERT_TRUE(gui_test::wait_until([&] { return second->GetRect().y == 10; }));
   EXPECT_EQ(note->GetRect().y, 50);
+  EXPECT_EQ(m_panel->GetMinSize(), min_size);  // the room stays for when it comes back
 
   note->SetVisible(false);
   EXPECT_FALSE(holder_of(note)->IsVisible());
