@@ -34,5 +34,7 @@ std::vector<entry_t> editor_entries();
 std::vector<entry_t> small_dialog_entries();
 /// The experimental features page over sample list and choice files.
 std::vector<entry_t> feature_entries();
+/// A host window with a side panel of tab buttons.
+std::vector<entry_t> side_panel_entries();
 
 }  // namespace gallery

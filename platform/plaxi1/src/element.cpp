@@ -233,11 +233,16 @@ ptr_t UIElement::FindByTestID(const std::string& id) {
 }
 
 wxSize UIElement::GetWantedSize() const {
+  const wxSize natural = GetNaturalSize();
+  return wxSize(m_fixed_size.x >= 0 ? m_fixed_size.x : natural.x,
+                m_fixed_size.y >= 0 ? m_fixed_size.y : natural.y);
+}
+
+wxSize UIElement::GetNaturalSize() const {
   const wxSize content = GetContentSize();
   korvat2::intrusive_pointer_t<Layout> layout = const_cast<UIElement*>(this)->GetLayout();
   const wxSize min = layout ? layout->GetMinSize() : wxSize(0, 0);
-  return wxSize(m_fixed_size.x >= 0 ? m_fixed_size.x : std::max(content.x, min.x),
-                m_fixed_size.y >= 0 ? m_fixed_size.y : std::max(content.y, min.y));
+  return wxSize(std::max(content.x, min.x), std::max(content.y, min.y));
 }
 
 void UIElement::SetFixedSize(const wxSize& size) {

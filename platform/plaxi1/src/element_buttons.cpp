@@ -182,10 +182,10 @@ class _internal::picture_element_t : public UIElement {
     m_bitmap = image.IsOk() ? wxBitmap(image, -1, display_scale()) : wxBitmap();
     Changed();
   }
-  void SetAnimation(const wxAnimation& animation) {
+  void SetAnimation(const wxAnimation& animation, const wxAnimation& animation_2x) {
     m_timer.Stop();
     m_bitmap = wxBitmap();
-    m_frames = animation_frames_t(animation);
+    m_frames = animation_frames_t(animation, animation_2x);
     m_frame = 0;
     Changed();
   }
@@ -291,9 +291,11 @@ void TabButton::SetImage(const wxImage& image) {
   }
 }
 
-void TabButton::SetAnimation(const wxAnimation& animation) {
+void TabButton::SetAnimation(const wxAnimation& animation) { SetAnimation(animation, wxAnimation()); }
+
+void TabButton::SetAnimation(const wxAnimation& animation, const wxAnimation& animation_2x) {
   if (MakeContent()) {
-    m_picture->SetAnimation(animation);
+    m_picture->SetAnimation(animation, animation_2x);
   }
 }
 

@@ -106,6 +106,17 @@ TEST_F(element_layout_test, the_minimum_size_sums_the_packs_and_takes_the_larges
   m_root->ChangeParent(nullptr);
 }
 
+TEST_F(element_layout_test, the_natural_size_leaves_the_fixed_size_out) {
+  const korvat2::intrusive_pointer_t<SpacerElement> spacer(new SpacerElement(m_root, pos_left, wxSize(7, 9)));
+  box(spacer, pos_left | pos_top, wxSize(12, 4));
+  spacer->SetFixedSize(wxSize(30, -1));
+  EXPECT_EQ(spacer->GetWantedSize(), wxSize(30, 9));
+  // Content and children still count, so that a host can size a group to its widest.
+  EXPECT_EQ(spacer->GetNaturalSize(), wxSize(12, 9));
+  spacer->SetFixedSize(wxSize(1, 1));
+  EXPECT_EQ(spacer->GetNaturalSize(), wxSize(12, 9));
+}
+
 TEST_F(element_layout_test, a_spacer_wants_its_size) {
   const korvat2::intrusive_pointer_t<SpacerElement> spacer(new SpacerElement(m_root, pos_left, wxSize(7, 9)));
   EXPECT_EQ(spacer->GetWantedSize(), wxSize(7, 9));

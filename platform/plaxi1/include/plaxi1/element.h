@@ -100,6 +100,9 @@ class UIElement : public korvat2::intrusive_pointer_impl_t {
   ptr_t FindByTestID(const std::string& id);
 
   virtual wxSize GetWantedSize() const;
+  /// The size that the content and the children ask for, whatever fixed size is set: the
+  /// wanted size once the fixed size is taken away.
+  virtual wxSize GetNaturalSize() const;
   virtual int GetWantedWidth() const { return GetWantedSize().x; }
   virtual int GetWantedHeight() const { return GetWantedSize().y; }
   /// Fixes the wanted size; a component of -1 leaves that one free.

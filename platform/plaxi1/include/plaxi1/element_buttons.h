@@ -110,6 +110,9 @@ class TabButton : public FlatButton {
   void SetImage(const wxImage& image);
   /// Shows `animation` in place of any picture.
   void SetAnimation(const wxAnimation& animation);
+  /// The same with its form at twice the size, drawn instead on a scaled display; a bad
+  /// `animation_2x` leaves the normal form alone.
+  void SetAnimation(const wxAnimation& animation, const wxAnimation& animation_2x);
   /// Whether the animation is running now; for tests.
   bool IsAnimating() const;
   /// The frame of the animation shown now; for tests.
