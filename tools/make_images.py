@@ -214,12 +214,13 @@ class canvas_t:
         # outermost, so that a scaler that ignores alpha blends towards it, not towards black.
         self.ground = None
 
-    def paint(self, shape, colour):
+    def paint(self, shape, colour, opacity=1.0):
         if self.ground is None:
             self.ground = hex_colour(colour)
         r, g, b = (channel / 255.0 for channel in hex_colour(colour))
         for j, row in enumerate(coverage(shape, self.side)):
             for i, c in enumerate(row):
+                c *= opacity
                 if c:
                     pr, pg, pb, pa = self.pixels[j][i]
                     self.pixels[j][i] = (r * c + pr * (1 - c), g * c + pg * (1 - c),
@@ -391,6 +392,47 @@ def spinner_gif(scale):
                      SPINNER_DELAY_CS)
 
 
+# The disclosure button of a folding frame: a chevron that points down while the frame is
+# open and right while it is closed. The pictures sit beside a caption on the window's own
+# background, light or dark, so they are drawn in greys that keep about 3.5:1 on either,
+# with translucent grounds that darken a light background and lighten a dark one.
+CHEVRON = "#8b8a8f"
+CHEVRON_HOT = "#77767b"
+# Look: chevron colour, its opacity, and the opacity of the round ground (0 for none).
+CHEVRON_LOOKS = {
+    "": (CHEVRON, 1.0, 0.0),
+    "_hovered": (CHEVRON_HOT, 1.0, 0.18),
+    "_pressed": (CHEVRON_HOT, 1.0, 0.36),
+    "_disabled": (CHEVRON, 0.45, 0.0),
+}
+
+
+def chevron(design, scale, opened):
+    """Two strokes meeting at a point, centred. The side is odd, so that at 1x the point and
+    the ends lie on pixel centres and each 45-degree stroke is a clean stair of pixels."""
+    c = design * scale / 2.0
+    arm, depth = 4.0 * scale, 2.0 * scale
+    if opened:
+        points = [(c - arm, c - depth), (c, c + depth), (c + arm, c - depth)]
+    else:
+        points = [(c - depth, c - arm), (c + depth, c), (c - depth, c + arm)]
+    return stroke(points, 1.7 * scale)
+
+
+def draw_disclosure(opened, look):
+    colour, opacity, ground = CHEVRON_LOOKS[look]
+
+    def draw(design, scale):
+        side = design * scale
+        canvas = canvas_t(side)
+        canvas.ground = hex_colour(CHEVRON)
+        if ground:
+            canvas.paint(circle(side / 2.0, side / 2.0, side / 2.0), CHEVRON_HOT, ground)
+        canvas.paint(chevron(design, scale, opened), colour, opacity)
+        return canvas
+    return draw
+
+
 PICTURES = [
     ("error24", draw_error, 24),
     ("warning24", draw_warning, 24),
@@ -400,7 +442,8 @@ PICTURES = [
     ("warning12", draw_warning, 12),
     ("info12", draw_info, 12),
     ("empty12", draw_empty, 12),
-]
+] + [("advanced_%s%s" % (name, look), draw_disclosure(opened, look), 13)
+     for name, opened in (("open", True), ("close", False)) for look in CHEVRON_LOOKS]
 
 
 def all_files():
