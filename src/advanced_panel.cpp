@@ -47,6 +47,18 @@ const wxImage& button_picture(const plaxi1::image_loader_t& loader, const std::s
 
 plaxi1::ui_settings_t& settings() { return *plaxi1::ui_settings_t::get(); }
 
+// The colour that a window shows as its ground. A panel without a colour of its own paints
+// none under GTK, so its parent's shows, while wx reports the class's default colour for
+// it; top-level windows and windows given a colour report what they paint.
+wxColour shown_background(const wxWindow* window) {
+  for (const wxWindow* shown = window; shown; shown = shown->GetParent()) {
+    if (shown->UseBgCol() || shown->IsTopLevel()) {
+      return shown->GetBackgroundColour();
+    }
+  }
+  return window->GetBackgroundColour();
+}
+
 }  // namespace
 
 wxBEGIN_EVENT_TABLE(advanced_panel_t, wxPanel)
@@ -192,7 +204,7 @@ void advanced_panel_t::set_button_images() {
 }
 
 void advanced_panel_t::apply_colors() {
-  const wxColour background = GetBackgroundColour();
+  const wxColour background = shown_background(this);
   m_root->SetBkColor(background);
   m_root->SetBorderColor(background);
   m_frame->SetBkColor(background);

@@ -55,8 +55,8 @@ class state_recorder_t : public korvat2::subscriber_base_t {
 class advanced_panel_test : public ::testing::Test {
  protected:
   void SetUp() override {
-    m_frame = new wxFrame(nullptr, wxID_ANY, "advanced", wxPoint(40, 40));
-    m_page = new wxPanel(m_frame);
+    m_window = new wxFrame(nullptr, wxID_ANY, "advanced", wxPoint(40, 40));
+    m_page = new wxPanel(m_window);
     m_above = new wxStaticText(m_page, wxID_ANY, "Analysis engine");
     m_panel = new panel_t(m_page, "Advanced options");
     m_box = new wxCheckBox(m_page, wxID_ANY, "Keep intermediate files");
@@ -69,15 +69,15 @@ class advanced_panel_test : public ::testing::Test {
     sizer->Add(m_panel, 0, wxEXPAND | wxLEFT | wxRIGHT, 8);
     sizer->Add(m_below, 0, wxALL, 8);
     m_page->SetSizer(sizer);
-    m_frame->SetClientSize(wxSize(420, 320));
-    m_frame->Show();
+    m_window->SetClientSize(wxSize(420, 320));
+    m_window->Show();
     ASSERT_TRUE(gui_test::wait_until_shown(m_panel));
     m_panel->m_open_signal.connect(&m_recorder, &state_recorder_t::on_open);
-    m_mouse.MouseMove(m_frame->ClientToScreen(wxPoint(410, 310)));
+    m_mouse.MouseMove(m_window->ClientToScreen(wxPoint(410, 310)));
   }
   void TearDown() override {
     m_mouse.MouseUp();
-    m_frame->Destroy();
+    m_window->Destroy();
     gui_test::pump();
   }
 
@@ -114,7 +114,7 @@ class advanced_panel_test : public ::testing::Test {
     m_panel->reset_border();
   }
 
-  wxFrame* m_frame = nullptr;
+  wxFrame* m_window = nullptr;
   wxPanel* m_page = nullptr;
   wxStaticText* m_above = nullptr;
   panel_t* m_panel = nullptr;
@@ -194,7 +194,8 @@ TEST_F(advanced_panel_test, the_button_has_no_ground_of_its_own_and_shows_the_pi
 }
 
 TEST_F(advanced_panel_test, the_colours_and_font_come_from_the_ui_settings) {
-  const wxColour background = m_panel->GetBackgroundColour();
+  // The panel paints no ground of its own: the window's shows through the page.
+  const wxColour background = m_window->GetBackgroundColour();
   EXPECT_EQ(m_panel->m_root->GetBkColor(), background);
   EXPECT_EQ(m_panel->m_root->GetBorderColor(), background);
   EXPECT_EQ(m_panel->m_frame->GetBkColor(), background);
@@ -203,6 +204,28 @@ TEST_F(advanced_panel_test, the_colours_and_font_come_from_the_ui_settings) {
   EXPECT_EQ(m_panel->m_title_bg->GetBorderColor(), background);
   EXPECT_EQ(m_panel->m_caption->GetFont(), settings().get_font(plaxi1::font_normal));
   EXPECT_EQ(m_panel->m_caption->GetColor(), settings().get_color(plaxi1::color_heading));
+}
+
+TEST_F(advanced_panel_test, the_frame_lies_on_the_pages_ground) {
+  const wxImage shown = picture();
+  ASSERT_TRUE(shown.IsOk());
+  // Between the panel's edge and the frame's line, and inside the line below the title.
+  const wxSize size = m_panel->GetSize();
+  for (const wxPoint& p :
+       {wxPoint(2, size.y / 2), wxPoint(m_panel->m_border / 2 + 3, size.y - m_panel->m_border / 2 - 3)}) {
+    EXPECT_EQ(wxColour(shown.GetRed(p.x, p.y), shown.GetGreen(p.x, p.y), shown.GetBlue(p.x, p.y)),
+              m_window->GetBackgroundColour())
+        << p.x << "," << p.y;
+  }
+}
+
+TEST_F(advanced_panel_test, a_colour_that_the_host_gives_is_the_ground) {
+  const wxColour host_colour(250, 240, 200);
+  m_panel->SetBackgroundColour(host_colour);
+  settings().refresh();
+  EXPECT_EQ(m_panel->m_root->GetBkColor(), host_colour);
+  EXPECT_EQ(m_panel->m_frame->GetBkColor(), host_colour);
+  EXPECT_EQ(m_panel->m_title_bg->GetBkColor(), host_colour);
 }
 
 // ---------------------------------------------------------------------------------------
@@ -296,7 +319,7 @@ TEST_F(advanced_panel_test, the_hosts_controls_below_move_up_on_close_and_down_o
 // The chevron points down while open and right while closed: pixel (2, 4) of the 13-pixel
 // picture lies on the downward one only, pixel (4, 2) on the rightward one only.
 TEST_F(advanced_panel_test, the_button_shows_the_picture_of_the_state) {
-  const wxColour background = m_panel->GetBackgroundColour();
+  const wxColour background = m_window->GetBackgroundColour();
   auto drawn = [&](const wxImage& image, int x, int y) {
     const wxPoint p = m_panel->m_button->GetRect().GetPosition() + wxPoint(x, y);
     const wxColour shown(image.GetRed(p.x, p.y), image.GetGreen(p.x, p.y), image.GetBlue(p.x, p.y));
@@ -419,11 +442,11 @@ class dark_theme_t {
 };
 
 TEST_F(advanced_panel_test, a_theme_change_while_shown_gives_the_new_colours_and_font) {
-  const wxColour light = m_panel->GetBackgroundColour();
+  const wxColour light = m_window->GetBackgroundColour();
   const wxFont font_before = m_panel->m_caption->GetFont();
   {
     const dark_theme_t theme(14);
-    const wxColour dark = m_panel->GetBackgroundColour();
+    const wxColour dark = m_window->GetBackgroundColour();
     ASSERT_LT(dark.GetLuminance(), light.GetLuminance()) << "the theme got dark";
     EXPECT_EQ(m_panel->m_root->GetBkColor(), dark);
     EXPECT_EQ(m_panel->m_frame->GetBkColor(), dark);
