@@ -32,5 +32,7 @@ std::vector<entry_t> editor_entries();
 std::vector<entry_t> small_dialog_entries();
 /// The experimental features page over sample list and choice files.
 std::vector<entry_t> feature_entries();
+/// A preference page with a folding frame of advanced options, open and closed.
+std::vector<entry_t> advanced_panel_entries();
 
 }  // namespace gallery
