@@ -20,6 +20,8 @@ using namespace plaxi1::elements;
 constexpr int content_flags = wxEXPAND | wxALL;
 // What the border is measured from when neither the caption nor the button has a height.
 constexpr int default_title_height = 19;
+// How far in from the frame's left edge the title starts.
+constexpr int title_indent = 19;
 
 // The button's pictures of one state, by the looks that it sets them for.
 struct look_t {
@@ -97,7 +99,7 @@ void advanced_panel_t::build_elements(const std::string& caption) {
   const int spacing = settings().get_metric(plaxi1::metric_spacing);
   m_frame = new RectangleElement(m_root, pos_fill_v | pos_expand_h);
   m_frame->SetBorderStyle(border_solid);
-  new SpacerElement(m_frame, pos_left | pos_top, wxSize(19, 0));
+  new SpacerElement(m_frame, pos_left | pos_top, wxSize(title_indent, 0));
   m_title_bg = new RectangleElement(m_frame, pos_left | pos_top);
   m_title_bg->SetTestID("advanced_panel_bg_rect");
   new SpacerElement(m_frame, pos_expand_h | pos_center_v);
@@ -107,7 +109,8 @@ void advanced_panel_t::build_elements(const std::string& caption) {
   new SpacerElement(holder, pos_left | pos_top, wxSize(0, 2 * spacing));
   m_button = new IconButton(holder, pos_left | pos_top, 0);
   m_button->SetTestID("advanced_panel_button");
-  // No ground of its own: the pictures carry the looks.
+  // No ground of its own in any state of an unselected or selected button: the pictures
+  // carry the looks.
   for (int state = 0; state < 8; ++state) {
     m_button->SetColor(state, wxColour());
   }

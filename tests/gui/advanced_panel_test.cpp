@@ -16,6 +16,8 @@
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
