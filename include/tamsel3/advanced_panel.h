@@ -28,9 +28,12 @@ namespace tamsel3 {
 /// own window (test ids "advanced_panel_bg_rect", "advanced_panel_button",
 /// "advanced_panel_text"). A new panel is open. GUI thread only.
 ///
-/// The caption follows the theme's colours and font while shown. The border around the
-/// content is measured from the caption and the button when the panel is made and at each
-/// `set_caption`.
+/// The host owns the panel like any child window; the panel owns its elements, and the
+/// controls added become its children. The frame is painted in the ground that shows
+/// around the panel: the colour the host gave it, else its nearest ancestor's. The caption
+/// follows the theme's colours and font while shown; the border around the content is
+/// measured from the caption and the button when the panel is made and at each
+/// `set_caption`, not at a change of theme.
 class advanced_panel_t : public wxPanel, public korvat2::subscriber_base_t {
  public:
   advanced_panel_t(wxWindow* parent, const std::string& caption, int id = wxID_ANY);
