@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Draws the library's message pictures and writes them as PNG and GIF files.
+"""Draws the library's message pictures and the disclosure chevrons of folding frames, and
+writes them as PNG and GIF files.
 
     tools/make_images.py [output folder]   (default: resources/images)
 
@@ -252,7 +253,7 @@ WHITE = "#ffffff"
 DARK = "#3d3846"
 SPINNER = "#77767b"
 
-# Each picture is drawn for a design size, 12 or 24, at a scale, 1 or 2: `side` pixels is
+# Each picture is drawn for a design size, 12, 13 or 24, at a scale, 1 or 2: `side` pixels is
 # their product. Measures are given in pixels for each (design, scale), so that straight
 # strokes fill whole pixels; a 2x form keeps the proportions of its 1x form.
 
