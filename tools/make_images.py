@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Draws the library's message pictures and writes them as PNG and GIF files.
+"""Draws the library's message pictures and the disclosure chevrons of folding frames, and
+writes them as PNG and GIF files.
 
     tools/make_images.py [output folder]   (default: resources/images)
 
@@ -255,7 +256,7 @@ SPINNER = "#77767b"
 LIGHT, LIGHTER = "#c0bfbc", "#deddda"
 MID_GREY = "#86858a"  # as far in contrast from light yellow as from near black
 
-# Each picture is drawn for a design size, 12, 15, 16 or 24, at a scale, 1 or 2: `side`
+# Each picture is drawn for a design size, 12, 13, 15, 16 or 24, at a scale, 1 or 2: `side`
 # pixels is their product. Measures are given in pixels for each (design, scale), so that straight
 # strokes fill whole pixels; a 2x form keeps the proportions of its 1x form.
 
@@ -404,7 +405,7 @@ SCROLL_LOOKS = {
 }
 
 
-def chevron(side, scale, pointing_right):
+def scroll_chevron(side, scale, pointing_right):
     """A right angle of a stroke whose back and tip lie two pixels either side of the middle."""
     u = float(scale)
     c = side / 2.0
@@ -421,7 +422,7 @@ def draw_scroll(pointing_right, look):
         ground, colour, opacity = SCROLL_LOOKS[look]
         if ground:
             canvas.paint(circle(side / 2.0, side / 2.0, side / 2.0), ground)
-        canvas.paint(chevron(side, scale, pointing_right), colour, opacity)
+        canvas.paint(scroll_chevron(side, scale, pointing_right), colour, opacity)
         return canvas
     return draw
 
@@ -466,6 +467,47 @@ def spinner_gif(scale):
                      SPINNER_DELAY_CS)
 
 
+# The disclosure button of a folding frame: a chevron that points down while the frame is
+# open and right while it is closed. The pictures sit beside a caption on the window's own
+# background, light or dark, so they are drawn in greys that keep about 3.5:1 on either,
+# with translucent grounds that darken a light background and lighten a dark one.
+CHEVRON = "#8b8a8f"
+CHEVRON_HOT = "#77767b"
+# Look: chevron colour, its opacity, and the opacity of the round ground (0 for none).
+CHEVRON_LOOKS = {
+    "": (CHEVRON, 1.0, 0.0),
+    "_hovered": (CHEVRON_HOT, 1.0, 0.18),
+    "_pressed": (CHEVRON_HOT, 1.0, 0.36),
+    "_disabled": (CHEVRON, 0.45, 0.0),
+}
+
+
+def disclosure_chevron(design, scale, opened):
+    """Two strokes meeting at a point, centred. The side is odd, so that at 1x the point and
+    the ends lie on pixel centres and each 45-degree stroke is a clean stair of pixels."""
+    c = design * scale / 2.0
+    arm, depth = 4.0 * scale, 2.0 * scale
+    if opened:
+        points = [(c - arm, c - depth), (c, c + depth), (c + arm, c - depth)]
+    else:
+        points = [(c - depth, c - arm), (c + depth, c), (c - depth, c + arm)]
+    return stroke(points, 1.7 * scale)
+
+
+def draw_disclosure(opened, look):
+    colour, opacity, ground = CHEVRON_LOOKS[look]
+
+    def draw(design, scale):
+        side = design * scale
+        canvas = canvas_t(side)
+        canvas.ground = hex_colour(CHEVRON)
+        if ground:
+            canvas.paint(circle(side / 2.0, side / 2.0, side / 2.0), CHEVRON_HOT, ground)
+        canvas.paint(disclosure_chevron(design, scale, opened), colour, opacity)
+        return canvas
+    return draw
+
+
 PICTURES = [
     ("error24", draw_error, 24),
     ("warning24", draw_warning, 24),
@@ -480,7 +522,9 @@ PICTURES = [
     ("severity_warn", draw_warning, 16),
     ("severity_info", draw_info, 16),
 ] + [("scroll_%s_%s" % (way, look), draw_scroll(way == "right", look), SCROLL_DESIGN)
-     for way in ("left", "right") for look in SCROLL_LOOKS]
+     for way in ("left", "right") for look in SCROLL_LOOKS] + [
+    ("advanced_%s%s" % (name, look), draw_disclosure(opened, look), 13)
+    for name, opened in (("open", True), ("close", False)) for look in CHEVRON_LOOKS]
 
 
 def all_files():

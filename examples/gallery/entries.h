@@ -36,5 +36,7 @@ std::vector<entry_t> small_dialog_entries();
 std::vector<entry_t> feature_entries();
 /// A host window with a side panel of tab buttons.
 std::vector<entry_t> side_panel_entries();
+/// A preference page with a folding frame of advanced options, open and closed.
+std::vector<entry_t> advanced_panel_entries();
 
 }  // namespace gallery

@@ -1,5 +1,6 @@
 #pragma once
 /// Everything that tamsel3 exports.
+#include <tamsel3/advanced_panel.h>
 #include <tamsel3/ask_dlg.h>
 #include <tamsel3/caption_panel.h>
 #include <tamsel3/char_rules.h>
