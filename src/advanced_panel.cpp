@@ -17,7 +17,7 @@ namespace {
 using namespace plaxi1::elements;
 
 // The content sizer's place in the outer one: all the room, inside the border.
-constexpr int content_flags = wxEXPAND | wxALL;
+constexpr int content_flags = static_cast<int>(wxEXPAND) | static_cast<int>(wxALL);  // 0x20f0
 // What the border is measured from when neither the caption nor the button has a height.
 constexpr int default_title_height = 19;
 // How far in from the frame's left edge the title starts.

@@ -45,7 +45,7 @@ class FlatButton::padded_layout_t : public Layout {
   FlatButton* m_button;  // null once the button is gone
 };
 
-FlatButton::FlatButton(ptr_t parent, int position_flags)
+FlatButton::FlatButton(const ptr_t& parent, int position_flags)
     : UIElement(parent, position_flags), m_layout(new padded_layout_t(this)) {}
 
 FlatButton::~FlatButton() { m_layout->m_button = nullptr; }
@@ -172,7 +172,7 @@ void FlatButton::Fire() {
 // isn't, and its animation stops at the next frame until it is painted again.
 class _internal::picture_element_t : public UIElement {
  public:
-  picture_element_t(ptr_t parent, int position_flags, bool above)
+  picture_element_t(const ptr_t& parent, int position_flags, bool above)
       : UIElement(parent, position_flags), m_timer(this), m_above(above) {}
   ~picture_element_t() override { m_timer.Stop(); }
 
@@ -255,9 +255,9 @@ class _internal::picture_element_t : public UIElement {
   bool m_above;
 };
 
-TabButton::TabButton(ptr_t parent, int position_flags) : TabButton(parent, position_flags, false) {}
+TabButton::TabButton(const ptr_t& parent, int position_flags) : TabButton(parent, position_flags, false) {}
 
-TabButton::TabButton(ptr_t parent, int position_flags, bool image_above_text)
+TabButton::TabButton(const ptr_t& parent, int position_flags, bool image_above_text)
     : FlatButton(parent, position_flags), m_image_above_text(image_above_text) {
   MakeContent();
 }
@@ -303,7 +303,8 @@ bool TabButton::IsAnimating() const { return m_picture && m_picture->IsAnimating
 
 std::size_t TabButton::GetAnimationFrame() const { return m_picture ? m_picture->GetFrame() : 0; }
 
-RoundBgButton::RoundBgButton(ptr_t parent, int position_flags, int corner_radius, bool image_above_text)
+RoundBgButton::RoundBgButton(const ptr_t& parent, int position_flags, int corner_radius,
+                             bool image_above_text)
     : TabButton(parent, position_flags, image_above_text), m_radius(std::max(0, corner_radius)) {}
 
 void RoundBgButton::PaintBackground(wxDC& dc, const wxColour& color) {
@@ -314,7 +315,7 @@ void RoundBgButton::PaintBackground(wxDC& dc, const wxColour& color) {
   dc.DrawRoundedRectangle(box, std::min(radius, std::min(box.width, box.height) / 2));
 }
 
-IconButton::IconButton(ptr_t parent, int position_flags, int padding)
+IconButton::IconButton(const ptr_t& parent, int position_flags, int padding)
     : FlatButton(parent, position_flags), m_images(std::make_unique<plaxi1::_internal::state_images_t>()) {
   SetBorderSize(wxSize(padding, padding));
 }

@@ -39,7 +39,7 @@ class picture_element_t;
 /// selected state flipped (press_toggle). A disabled button never fires.
 class FlatButton : public UIElement {
  public:
-  FlatButton(ptr_t parent, int position_flags);
+  FlatButton(const ptr_t& parent, int position_flags);
   ~FlatButton() override;
 
   void SetPressingMode(PressingModes mode) { m_mode = mode; }
@@ -100,7 +100,7 @@ class TabButton : public FlatButton {
   /// A button made without parent gets its label and picture once an intrusive pointer
   /// owns it, at the first call that needs them; before, GetText() gives null and the
   /// picture setters do nothing.
-  TabButton(ptr_t parent, int position_flags);
+  TabButton(const ptr_t& parent, int position_flags);
   ~TabButton() override;
 
   /// The label.
@@ -119,7 +119,7 @@ class TabButton : public FlatButton {
   std::size_t GetAnimationFrame() const;
 
  protected:
-  TabButton(ptr_t parent, int position_flags, bool image_above_text);
+  TabButton(const ptr_t& parent, int position_flags, bool image_above_text);
 
  private:
   /// Makes the label and the picture once; false while no pointer owns the button.
@@ -135,7 +135,7 @@ class TabButton : public FlatButton {
 class RoundBgButton : public TabButton {
  public:
   /// `corner_radius` in device-independent pixels; 0 takes a quarter of the height.
-  RoundBgButton(ptr_t parent, int position_flags, int corner_radius, bool image_above_text);
+  RoundBgButton(const ptr_t& parent, int position_flags, int corner_radius, bool image_above_text);
 
  protected:
   void PaintBackground(wxDC& dc, const wxColour& color) override;
@@ -149,7 +149,7 @@ class RoundBgButton : public TabButton {
 class IconButton : public FlatButton {
  public:
   /// `padding` is the border size on every side.
-  IconButton(ptr_t parent, int position_flags, int padding);
+  IconButton(const ptr_t& parent, int position_flags, int padding);
   ~IconButton() override;
 
   /// Sets the picture of each look whose bit is in `state`; `image` is the display-scale
