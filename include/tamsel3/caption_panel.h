@@ -78,8 +78,9 @@ class caption_label_t : public wxStaticText {
 /// GUI thread.
 class caption_panel_t : public panel_t, public korvat2::_internal::subscriber_base_t {
  public:
-  /// Severity of a message; a lower value is more severe.
-  enum severity_t {
+  /// Severity of a message; a lower value is more severe. Any other value of the
+  /// underlying int is valid and shows as a warning.
+  enum severity_t : int {
     severity_critical = 0,
     severity_error = 1,
     severity_warning = 2,

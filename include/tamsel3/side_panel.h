@@ -38,14 +38,14 @@ class side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
   using button_ptr_t = korvat2::intrusive_pointer_t<plaxi1::elements::TabButton>;
 
   /// The areas, from top to bottom.
-  enum area_type_t {
+  enum area_type_t : int {
     area_top = 0,     ///< packed at the top, as high as its content
     area_middle = 1,  ///< between the others, over the rest of the height
     area_bottom = 2,  ///< packed at the bottom, as high as its content
   };
 
   /// How a button is sized.
-  enum button_style_t {
+  enum button_style_t : int {
     button_style_normal = 0,  ///< common size, at least (100, 23); the normal font
     button_style_large = 1,   ///< common size, at least (160, 46); the large font
     button_style_own = 2,     ///< its own size and font; colours set once when added

@@ -26,8 +26,9 @@ class caption_label_t;
 /// text again. GUI thread.
 class simple_message_panel_t : public wxPanel, public korvat2::_internal::subscriber_base_t {
  public:
-  /// Severity of the message; values out of range show the information icon.
-  enum severity_t {
+  /// Severity of the message; any other value of the underlying int is valid and shows
+  /// the information icon.
+  enum severity_t : int {
     severity_critical = 0,
     severity_error = 1,
     severity_warning = 2,
