@@ -80,7 +80,7 @@ korvat2::path_t path_info_t::extract_path() const {
   const boost::tokenizer<separator_t> tokens(m_str_path,
                                              separator_t(&Asterisk, "", boost::drop_empty_tokens));
   for (const std::string& token : tokens) {
-    const korvat2::path_t piece(token);
+    korvat2::path_t piece(token);
     if (!piece.is_empty() && piece.is_absolute()) {
       return piece;
     }

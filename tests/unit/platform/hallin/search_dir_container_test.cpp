@@ -71,7 +71,7 @@ void expect_load_fails_and_changes_nothing(const std::string& path, error_code_t
 }
 
 std::string saved_file(const temp_dir_t& dir) {
-  const std::string path = dir.file("search_dirs.xml");
+  std::string path = dir.file("search_dirs.xml");
   EXPECT_TRUE(filled()->save(path).succeeded());
   return path;
 }
@@ -82,7 +82,7 @@ std::string file_with_entry(const temp_dir_t& dir, const korvat2::variant_bag_t&
   bag.put("format", "search_dirs");
   bag.put("version", version);
   bag.add_variant_bag("dir", entry);
-  const std::string path = dir.file("made.xml");
+  std::string path = dir.file("made.xml");
   EXPECT_TRUE(korvat2::save_variant_bag(bag, path.c_str()).succeeded());
   return path;
 }

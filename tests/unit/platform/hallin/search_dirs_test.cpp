@@ -85,7 +85,7 @@ TEST(search_dirs_test, pointer_takes_a_reference_per_copy_and_gives_it_back) {
     EXPECT_EQ(probe.refs, 2);
     ObjectPtr<probe_t> moved = std::move(second);
     EXPECT_EQ(probe.refs, 2);
-    EXPECT_FALSE(second);
+    EXPECT_FALSE(second);  // NOLINT(bugprone-use-after-move): a moved-from pointer holds null
     EXPECT_EQ(moved.get(), &probe);
     moved.reset();
     EXPECT_EQ(probe.refs, 1);
@@ -120,7 +120,10 @@ TEST(search_dirs_test, last_release_deletes_the_object) {
   bool dead = false;
   {
     ObjectPtr<ISearchDirIterator> first(new dying_t(dead));
-    { const ObjectPtr<ISearchDirIterator> second = first; }
+    {
+      // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy's reference is the point
+      const ObjectPtr<ISearchDirIterator> second = first;
+    }
     EXPECT_FALSE(dead);
   }
   EXPECT_TRUE(dead);
