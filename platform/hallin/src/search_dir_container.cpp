@@ -6,7 +6,6 @@
 #include <korvat2/variant_bag.h>
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace HALLIN_2_13 {
