@@ -22,6 +22,7 @@
 #include <tamsel3/message.h>
 #include <tamsel3/message_entry.h>
 #include <tamsel3/message_window.h>
+#include <tamsel3/path_info.h>
 #include <tamsel3/path_validation.h>
 #include <tamsel3/pref_base.h>
 #include <tamsel3/progress.h>
