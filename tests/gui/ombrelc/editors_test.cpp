@@ -143,6 +143,7 @@ TEST_F(editors_test, a_fixed_combo_box_shows_only_its_values) {
   combo->SetText("three");
   EXPECT_EQ(combo->GetText(), "");
   auto* editable = new CComboBox;
+  editable->ReParent(root(), false);  // the tree owns it
   editable->Init(m_wrapper, true);
   editable->SetText("typed");
   EXPECT_EQ(editable->GetText(), "typed");
