@@ -365,6 +365,7 @@ bool CGrid::EditCurrentRow() {
 void CGrid::Refresh() {
   if (m_model) {
     std::vector<std::string> captions;
+    captions.reserve(m_model->GetColumnCount());
     for (int i = 0; i < m_model->GetColumnCount(); ++i) {
       captions.push_back(m_model->GetColumnCaption(i));
     }
