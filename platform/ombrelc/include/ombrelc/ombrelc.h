@@ -1,6 +1,7 @@
 #pragma once
 // Everything of the visual element library.
 #include <ombrelc7/control.h>
+#include <ombrelc7/edit_notify.h>
 #include <ombrelc7/geometry.h>
 #include <ombrelc7/object.h>
 #include <ombrelc7/picture.h>
@@ -10,6 +11,7 @@
 #include <ombrelcfrw7/button.h>
 #include <ombrelcfrw7/caption.h>
 #include <ombrelcfrw7/clipboard.h>
+#include <ombrelcfrw7/editors.h>
 #include <ombrelcfrw7/event_log.h>
 #include <ombrelcfrw7/gauge.h>
 #include <ombrelcfrw7/image.h>

@@ -1,0 +1,454 @@
+#include <ombrelgrid8/grid.h>
+
+#include <ombrelc7/sys_window.h>
+#include <ombrelcfrw7/base_control.h>
+#include <ombrelcfrw7/editors.h>
+
+#include <wx/dc.h>
+#include <wx/renderer.h>
+#include <wx/settings.h>
+#include <wx/window.h>
+
+#include <algorithm>
+
+namespace ombrelgrid8 {
+
+using ombrelc7::point;
+using ombrelc7::rect;
+using ombrelcfrw7::element_mouse_t;
+
+namespace {
+constexpr int default_column_width = 100;
+constexpr int edge_slack = 4;  // pixels either side of a header edge that grab it
+constexpr int text_margin = 4;
+
+wxWindow* wx_window_of(const ombrelcfrw7::CVisualElement* element) {
+  ombrelc7::ISysWindow* window = element->GetWindow();
+  return window ? window->GetWxWindow() : nullptr;
+}
+}  // namespace
+
+// ---- header ----------------------------------------------------------------------------
+
+CGridHeader::CGridHeader(ombrelcfrw7::CVisualElement* parent)
+    : CVisualElement(parent, ombrelc7::size<int>(0, 0), ombrelc7::alFill) {}
+
+int CGridHeader::GetColumnWidth(int column) const {
+  return column >= 0 && column < GetColumnCount() ? m_widths[column] : 0;
+}
+
+void CGridHeader::SetColumnWidth(int column, int width) {
+  if (column >= 0 && column < GetColumnCount() && width >= 0 && m_widths[column] != width) {
+    m_widths[column] = width;
+    Invalidate();
+  }
+}
+
+void CGridHeader::SetColumns(const std::vector<std::string>& captions) {
+  if (captions == m_captions) {
+    return;
+  }
+  const bool count_changed = captions.size() != m_captions.size();
+  m_captions = captions;
+  m_widths.resize(captions.size(), default_column_width);
+  if (count_changed) {
+    OnChange();  // the header appears or goes
+  } else {
+    Invalidate();
+  }
+}
+
+const std::string& CGridHeader::GetCaption(int column) const {
+  static const std::string none;
+  return column >= 0 && column < GetColumnCount() ? m_captions[column] : none;
+}
+
+int CGridHeader::GetColumnLeft(int column) const {
+  int left = 0;
+  for (int i = 0; i < column && i < GetColumnCount(); ++i) {
+    left += m_widths[i];
+  }
+  return left;
+}
+
+int CGridHeader::EdgeAt(int x) const {
+  int right = 0;
+  for (int i = 0; i < GetColumnCount(); ++i) {
+    right += m_widths[i];
+    if (x >= right - edge_slack && x <= right + edge_slack) {
+      return i;
+    }
+  }
+  return -1;
+}
+
+int CGridHeader::MeasureHeight(int) const {
+  if (m_captions.empty()) {
+    return 0;
+  }
+  wxWindow* window = wx_window_of(this);
+  return window ? wxRendererNative::Get().GetHeaderButtonHeight(window) : 24;
+}
+
+void CGridHeader::PaintContent(wxDC& dc, const rect<int>& clip) {
+  wxWindow* window = wx_window_of(this);
+  if (!window) {
+    return;
+  }
+  const rect<int>& r = GetRect();
+  int left = r.left;
+  for (int i = 0; i < GetColumnCount(); ++i) {
+    // The last column's button runs to the end, so that no bare strip is left.
+    const int right = i + 1 == GetColumnCount() ? std::max(r.right, left + m_widths[i]) : left + m_widths[i];
+    wxHeaderButtonParams params;
+    params.m_labelText = wxString::FromUTF8(m_captions[i]);
+    wxRendererNative::Get().DrawHeaderButton(window, dc, wxRect(left, r.top, right - left, r.height()), 0,
+                                             wxHDR_SORT_ICON_NONE, &params);
+    left = right;
+  }
+}
+
+bool CGridHeader::OnMouse(const element_mouse_t& event) {
+  const int x = event.pos.x - GetRect().left;
+  ombrelcfrw7::CBaseControl* control = GetBaseControl();
+  wxWindow* window = wx_window_of(this);
+  switch (event.kind) {
+    case element_mouse_t::down:
+      m_drag_column = EdgeAt(x);
+      if (m_drag_column >= 0 && control) {
+        m_drag_offset = GetColumnLeft(m_drag_column) + m_widths[m_drag_column] - x;
+        control->CaptureMouse(this);
+      }
+      return true;
+    case element_mouse_t::move:
+      if (m_drag_column >= 0) {
+        const int width = x + m_drag_offset - GetColumnLeft(m_drag_column);
+        if (m_resizing) {
+          m_resizing->Resize(*this, m_drag_column, std::max(width, m_resizing->GetMinWidth(m_drag_column)));
+        } else {
+          SetColumnWidth(m_drag_column, std::max(width, 0));
+        }
+        if (auto* grid = dynamic_cast<CGrid*>(GetParent() ? GetParent()->GetParent() : nullptr)) {
+          grid->Refresh();
+        }
+      }
+      if (window) {
+        window->SetCursor(m_drag_column >= 0 || EdgeAt(x) >= 0 ? wxCursor(wxCURSOR_SIZEWE) : wxNullCursor);
+      }
+      return true;
+    case element_mouse_t::up:
+      if (m_drag_column >= 0 && control) {
+        control->ReleaseMouse();
+      }
+      m_drag_column = -1;
+      return true;
+    case element_mouse_t::leave:
+      if (window && m_drag_column < 0) {
+        window->SetCursor(wxNullCursor);
+      }
+      return true;
+    default: return false;
+  }
+}
+
+// ---- viewer ----------------------------------------------------------------------------
+
+void CRowRange::SetRange(int first, int last) {
+  // The last one first, so that the first one wins when both don't fit.
+  m_viewer->ScrollToRow(last);
+  m_viewer->ScrollToRow(first);
+}
+
+CGridViewer::CGridViewer(CGrid* grid)
+    : CVisualElement(grid, ombrelc7::size<int>(0, 0), ombrelc7::alClient),
+      m_grid(grid),
+      m_header(new CGridHeader(this)),
+      m_range(this) {
+  SetBkColor(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
+}
+
+int CGridViewer::GetRowHeight() const {
+  wxWindow* window = wx_window_of(this);
+  return (window ? window->GetCharHeight() : 16) + 12;
+}
+
+int CGridViewer::RowsTop() const { return GetRect().top + m_header->GetRect().height(); }
+
+int CGridViewer::GetPageRows() const { return std::max(1, (GetRect().bottom - RowsTop()) / GetRowHeight()); }
+
+void CGridViewer::SetTopRow(int row) {
+  const int rows = m_grid->GetModel() ? m_grid->GetModel()->GetRowCount() : 0;
+  row = std::max(0, std::min(row, rows - GetPageRows()));
+  if (row != m_top) {
+    m_top = row;
+    Invalidate();
+    m_grid->Refresh();  // the open editor follows its row
+  }
+}
+
+void CGridViewer::ScrollToRow(int row) {
+  if (row < 0) {
+    return;
+  }
+  if (row < m_top) {
+    SetTopRow(row);
+  } else if (row >= m_top + GetPageRows()) {
+    SetTopRow(row - GetPageRows() + 1);
+  }
+}
+
+rect<int> CGridViewer::GetCellRect(int row, int column) const {
+  const rect<int>& r = GetRect();
+  const int top = RowsTop() + (row - m_top) * GetRowHeight();
+  if (column < 0 || m_header->GetColumnCount() == 0) {
+    return {r.left, top, r.right, top + GetRowHeight()};
+  }
+  const int left = r.left + m_header->GetColumnLeft(column);
+  const bool last = column + 1 >= m_header->GetColumnCount();
+  return {left, top,
+          last ? std::max(r.right, left + m_header->GetColumnWidth(column))
+               : left + m_header->GetColumnWidth(column),
+          top + GetRowHeight()};
+}
+
+int CGridViewer::RowAt(const point<int>& pos) const {
+  if (pos.y < RowsTop() || !m_grid->GetModel()) {
+    return -1;
+  }
+  const int row = m_top + (pos.y - RowsTop()) / GetRowHeight();
+  return row < m_grid->GetModel()->GetRowCount() ? row : -1;
+}
+
+int CGridViewer::ColumnAt(int x) const {
+  for (int i = 0; i + 1 < m_header->GetColumnCount(); ++i) {
+    if (x < GetRect().left + m_header->GetColumnLeft(i + 1)) {
+      return i;
+    }
+  }
+  return std::max(0, m_header->GetColumnCount() - 1);
+}
+
+void CGridViewer::ArrangeChildren() {
+  const rect<int>& r = GetRect();
+  m_header->Arrange(rect<int>(r.left, r.top, r.right, r.top + m_header->GetHeightFor(r.width())));
+}
+
+void CGridViewer::PaintContent(wxDC& dc, const rect<int>& clip) {
+  m_painted = 0;
+  IGridModel* model = m_grid->GetModel();
+  const rect<int> rows_area(GetRect().left, RowsTop(), GetRect().right, GetRect().bottom);
+  const rect<int> area = rows_area.intersection(clip);
+  if (!model || area.empty()) {
+    return;
+  }
+  const int height = GetRowHeight();
+  const int first = m_top + (area.top - RowsTop()) / height;
+  const int last = std::min(model->GetRowCount() - 1, m_top + (area.bottom - 1 - RowsTop()) / height);
+  wxDCClipper clipper(dc, wxRect(area.left, area.top, area.width(), area.height()));
+  for (int row = first; row <= last; ++row) {
+    PaintRow(dc, row, area);
+    ++m_painted;
+  }
+}
+
+void CGridViewer::PaintRow(wxDC& dc, int row, const rect<int>& area) {
+  IGridModel* model = m_grid->GetModel();
+  const rect<int> whole = GetCellRect(row, -1);
+  const bool current = row == m_grid->GetCurrentRow();
+  if (current) {
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(wxBrush(wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT)));
+    dc.DrawRectangle(whole.left, whole.top, whole.width(), whole.height());
+  }
+  dc.SetPen(wxPen(wxSystemSettings::GetColour(wxSYS_COLOUR_3DLIGHT)));
+  dc.DrawLine(whole.left, whole.bottom - 1, whole.right, whole.bottom - 1);
+  wxWindow* window = wx_window_of(this);
+  const int columns = std::max(1, m_header->GetColumnCount());
+  for (int column = 0; column < columns; ++column) {
+    const rect<int> cell = GetCellRect(row, column).intersection(area);
+    if (cell.empty()) {
+      continue;
+    }
+    if (column == m_grid->GetCheckColumn()) {
+      const int state = model->GetCheck(row);
+      if (state >= 0 && window) {
+        const wxSize box = wxRendererNative::Get().GetCheckBoxSize(window);
+        const rect<int> full = GetCellRect(row, column);
+        const wxRect place((full.left + full.right - box.x) / 2, (full.top + full.bottom - box.y) / 2, box.x,
+                           box.y);
+        wxRendererNative::Get().DrawCheckBox(window, dc, place, state == 1 ? int(wxCONTROL_CHECKED) : 0);
+      }
+      continue;
+    }
+    bool hint = false;
+    const std::string text = model->GetCellText(row, column, hint);
+    if (text.empty()) {
+      continue;
+    }
+    dc.SetTextForeground(hint      ? wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT)
+                         : current ? wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHTTEXT)
+                                   : wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOXTEXT));
+    wxDCClipper cell_clip(dc, wxRect(cell.left, cell.top, cell.width(), cell.height()));
+    const rect<int> full = GetCellRect(row, column);
+    const wxString label = wxString::FromUTF8(text);
+    dc.DrawText(label, full.left + text_margin, full.top + (full.height() - dc.GetCharHeight()) / 2);
+  }
+}
+
+bool CGridViewer::OnMouse(const element_mouse_t& event) {
+  if (event.kind == element_mouse_t::wheel) {
+    const int lines = event.wheel_rotation / std::max(1, event.wheel_delta) * event.wheel_lines;
+    SetTopRow(m_top - lines);
+    return true;
+  }
+  if (event.kind != element_mouse_t::down) {
+    return false;
+  }
+  m_grid->OnRowClicked(RowAt(event.pos), ColumnAt(event.pos.x), event.pos);
+  return true;
+}
+
+// ---- grid ------------------------------------------------------------------------------
+
+CGrid::CGrid(ombrelcfrw7::CVisualElement* parent, const ombrelc7::size<int>& size,
+             ombrelc7::Alignment alignment)
+    : CVisualElement(parent, size, alignment), m_viewer(new CGridViewer(this)) {}
+
+CGrid::~CGrid() = default;
+
+void CGrid::SetModel(IGridModel* model) {
+  m_model = model;
+  m_current = -1;
+  Refresh();
+}
+
+void CGrid::SetResizingModel(IResizingModel* model) {
+  m_resizing = model;
+  m_viewer->GetHeader()->SetResizingModel(model);
+}
+
+void CGrid::SetCheckColumn(int column) {
+  if (column != m_check_column) {
+    m_check_column = column;
+    m_viewer->Invalidate();
+  }
+}
+
+void CGrid::SetCurrentRow(int row) {
+  if (row < -1 || (row >= 0 && (!m_model || row >= m_model->GetRowCount()))) {
+    return;
+  }
+  if (row != m_current) {
+    m_current = row;
+    m_viewer->Invalidate();
+  }
+  m_viewer->ScrollToRow(row);
+}
+
+bool CGrid::EditCurrentRow() {
+  if (m_current < 0 || !m_editing) {
+    return false;
+  }
+  m_viewer->ScrollToRow(m_current);
+  if (!m_editing->BeginEdit(m_current)) {
+    return false;
+  }
+  Refresh();
+  return true;
+}
+
+void CGrid::Refresh() {
+  if (m_model) {
+    std::vector<std::string> captions;
+    for (int i = 0; i < m_model->GetColumnCount(); ++i) {
+      captions.push_back(m_model->GetColumnCaption(i));
+    }
+    m_viewer->GetHeader()->SetColumns(captions);
+    if (m_current >= m_model->GetRowCount()) {
+      m_current = -1;
+    }
+  }
+  m_viewer->Invalidate();
+  OnChange();
+  ForceRearrange();
+}
+
+void CGrid::ArrangeChildren() {
+  const rect<int>& r = GetRect();
+  ombrelcfrw7::CVisualElement* editor = m_editing ? m_editing->GetActiveEditor() : nullptr;
+  for (CVisualElement* child : GetChildren()) {
+    if (child == m_viewer) {
+      m_viewer->Arrange(r);
+    } else if (child == editor && child->IsVisible()) {
+      const int row = m_editing->GetEditingRow();
+      const int page = m_viewer->GetPageRows();
+      const bool in_view = row >= m_viewer->GetTopRow() && row < m_viewer->GetTopRow() + page;
+      child->Arrange(in_view ? m_viewer->GetCellRect(row, 0) : rect<int>(r.left, r.top, r.left, r.top));
+      if (auto* native_editor = dynamic_cast<ombrelcfrw7::CEditor*>(child)) {
+        native_editor->PlaceNative();
+      }
+    } else {
+      child->Arrange(rect<int>(r.left, r.top, r.left, r.top));
+    }
+  }
+}
+
+int CGrid::MoveTarget(int keycode) const {
+  const int last = m_model ? m_model->GetRowCount() - 1 : -1;
+  const int page = m_viewer->GetPageRows();
+  int target = m_current;
+  switch (keycode) {
+    case WXK_UP: target = m_current - 1; break;
+    case WXK_DOWN: target = m_current + 1; break;
+    case WXK_HOME: target = 0; break;
+    case WXK_END: target = last; break;
+    case WXK_PAGEUP: target = m_current - page; break;
+    case WXK_PAGEDOWN: target = m_current + page; break;
+    default: return -2;
+  }
+  return std::max(0, std::min(target, last));
+}
+
+bool CGrid::OnKey(const ombrelcfrw7::element_key_t& key) {
+  if (!m_model || key.alt || key.control) {
+    return false;
+  }
+  const int target = MoveTarget(key.keycode);
+  if (target != -2) {
+    SetCurrentRow(target);
+    return true;
+  }
+  if (key.keycode == WXK_RETURN || key.keycode == WXK_NUMPAD_ENTER || key.keycode == WXK_F2) {
+    return EditCurrentRow();
+  }
+  if (key.keycode == WXK_SPACE && m_check_column >= 0 && m_current >= 0) {
+    if (m_model->ToggleCheck(m_current)) {
+      m_viewer->Invalidate();
+    }
+    return true;
+  }
+  return false;
+}
+
+void CGrid::OnRowClicked(int row, int column, const point<int>&) {
+  SetFocus();
+  if (row < 0) {
+    return;
+  }
+  if (column == m_check_column && m_check_column >= 0 && m_model->GetCheck(row) >= 0) {
+    SetCurrentRow(row);
+    m_model->ToggleCheck(row);
+    m_viewer->Invalidate();
+    return;
+  }
+  if (row == m_current) {
+    EditCurrentRow();
+    return;
+  }
+  if (m_editing && m_editing->GetActiveEditor()) {
+    m_editing->EndEdit(true);
+  }
+  SetCurrentRow(row);
+}
+
+}  // namespace ombrelgrid8
