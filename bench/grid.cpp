@@ -145,6 +145,8 @@ class wxgrid_peer_t {
   wxGrid* m_grid;
 };
 
+using base_grid_t = ombrelpropgrid2::CBaseGrid<ombrelpropgrid2::HALLINGridModel>;
+
 // The library's directory grid in its sunken host window, filled as the directory tab
 // and panel fill it.
 class ombrelgrid_t {
@@ -171,9 +173,7 @@ class ombrelgrid_t {
           new ombrelpropgrid2::Property<std::string>(ombrelpropgrid2::etMore, ombrelpropgrid2::csUnset);
       item->SetValue(line);
       grid->SetItemEditor(item);
-      item->value_changed.connect(
-          static_cast<ombrelpropgrid2::CBaseGrid<ombrelpropgrid2::HALLINGridModel>*>(grid),
-          &ombrelpropgrid2::CBaseGrid<ombrelpropgrid2::HALLINGridModel>::OnExternalSetValue);
+      item->value_changed.connect(static_cast<base_grid_t*>(grid), &base_grid_t::OnExternalSetValue);
       model->AddItem(item);
       grid->SetEditingModel(model->GetEditingModel());
     }

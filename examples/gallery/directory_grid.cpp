@@ -26,6 +26,8 @@ namespace {
 using directory_grid_t = ombrelpropgrid2::CHALLINGrid;
 using grid_control_t = ombrelcfrw7::CBaseControlTmpl<directory_grid_t>;
 
+using base_grid_t = ombrelpropgrid2::CBaseGrid<ombrelpropgrid2::HALLINGridModel>;
+
 struct directory_t {
   const char* text;
   bool recursive;
@@ -131,9 +133,7 @@ class search_directories_dialog_t : public wxDialog {
       item->SetValue(directory.text);
       item->SetChecked(directory.recursive ? ombrelpropgrid2::csTicked : ombrelpropgrid2::csClear);
       grid->SetItemEditor(item);
-      item->value_changed.connect(
-          static_cast<ombrelpropgrid2::CBaseGrid<ombrelpropgrid2::HALLINGridModel>*>(grid),
-          &ombrelpropgrid2::CBaseGrid<ombrelpropgrid2::HALLINGridModel>::OnExternalSetValue);
+      item->value_changed.connect(static_cast<base_grid_t*>(grid), &base_grid_t::OnExternalSetValue);
       model->AddItem(item);
     }
     model->setLastLineText("Type a folder or click \"...\"");
