@@ -230,6 +230,95 @@ void CBaseGrid<Model>::OnExternalSetValue(IPropItem* item) {
   RowAdding(property);
 }
 
+template <class Model>
+void CBaseGrid<Model>::ClearRows() {
+  const int rows = m_model ? m_model->GetRowCount() - 1 : -1;
+  for (int i = 0; i < rows; ++i) {
+    m_model->DeleteItem(0);
+  }
+  SetEditingModel(m_model ? m_model->GetEditingModel() : nullptr);
+}
+
+template <class Model>
+IPropItem* CBaseGrid<Model>::AppendRow(const std::string& value, int edit_type, int check) {
+  auto* item = new Property<std::string>(edit_type, csUnset);
+  item->SetValue(value);
+  if (check == csClear || check == csTicked) {
+    item->SetChecked(static_cast<check_state>(check));
+  }
+  if (!m_model) {
+    delete item;
+    return nullptr;
+  }
+  SetItemEditor(item);
+  item->value_changed.connect(this, &CBaseGrid::OnExternalSetValue);
+  m_model->AddItem(item);
+  SetEditingModel(m_model->GetEditingModel());
+  return item;
+}
+
+template <class Model>
+void CBaseGrid<Model>::FinishFill(const std::string& hint) {
+  if (m_model) {
+    m_model->setLastLineText(hint);
+    const int last = m_model->GetRowCount() - 1;
+    GetViewer()->GetRowRange().SetRange(last, last);
+  }
+  GetViewer()->OnChange();
+  if (m_model) {
+    m_model->changed();
+  }
+}
+
+template <class Model>
+void CBaseGrid<Model>::MoveRowUp() {
+  const int rows = m_model ? m_model->GetRowCount() - 1 : -1;
+  const int row = GetCurrentRow();
+  if (m_model && row > 0 && row < rows) {
+    const int moved = m_model->MoveUp(row);
+    if (moved >= -1 && moved <= rows) {
+      SetCurrentRow(moved);
+    }
+    m_model->changed();
+  }
+  if (m_model) {
+    m_model->changed();
+  }
+}
+
+template <class Model>
+void CBaseGrid<Model>::MoveRowDown() {
+  const int rows = m_model ? m_model->GetRowCount() - 1 : -1;
+  const int row = GetCurrentRow();
+  if (m_model && row >= 0 && row < rows - 1) {
+    const int moved = m_model->MoveDown(row);
+    if (moved >= -1 && moved <= rows) {
+      SetCurrentRow(moved);
+    }
+    m_model->changed();
+  }
+  if (m_model) {
+    m_model->changed();
+  }
+}
+
+template <class Model>
+void CBaseGrid<Model>::RemoveRow(int row) {
+  const int rows = m_model ? m_model->GetRowCount() - 1 : -1;
+  if (row >= rows || m_removing || !m_model) {
+    return;
+  }
+  if (row >= 0 && row < m_model->GetRowCount()) {
+    m_removing = true;
+    // The current row moves before the row goes, so that no editor stays on a dead item.
+    m_model->getPropertyByRow(row)->SetEditor(nullptr);
+    SetCurrentRow(row == 0 ? -1 : row - 1);
+    m_model->DeleteItem(row);
+  }
+  m_removing = false;
+  m_model->changed();
+}
+
 template class CBaseGrid<HALLINGridModel>;
 
 // ---- the directory grid ------------------------------------------------------------------

@@ -74,6 +74,24 @@ class CBaseGrid : public ombrelgrid8::CGrid, public korvat2::subscriber_base_t {
   CMoreEditor* GetMoreEditor() const { return m_more; }
   ombrelcfrw7::CComboBox* GetComboEditor(bool editable) const { return editable ? m_combo : m_fixed_combo; }
 
+  // The fill and the commands that every owner of a grid runs alike.
+
+  /// Deletes every row but the last line and sets the model's editing model again.
+  void ClearRows();
+  /// Appends a row of `value` and `edit_type`, tick 2 unless `check` is 0 or 1, bound to
+  /// its editor; gives the item.
+  IPropItem* AppendRow(const std::string& value, int edit_type, int check = -1);
+  /// Ends a fill: the last line's hint, the last line in view, a repaint and `changed`.
+  void FinishFill(const std::string& hint);
+  /// Moves the current row up, when it is a row below the first; `changed` fires once more
+  /// at the end, whether a row moved or not.
+  void MoveRowUp();
+  /// Moves the current row down, when a row but the last line is below it; as MoveRowUp.
+  void MoveRowDown();
+  /// Removes `row` when it is below the last line: it is unbound from its editor and the
+  /// current row moves first (row 0: none, else the row above), then `changed` fires.
+  void RemoveRow(int row);
+
   /// What a row added through the last line gets.
   void SetNewRowEditType(int type) { m_new_edit_type = type; }
   void SetNewRowCheckState(check_state state) { m_new_check = state; }
@@ -116,8 +134,6 @@ class CHALLINGrid : public CBaseGrid<HALLINGridModel> {
   virtual ombrelgrid8::IResizingModel* createResizingModel();
   /// The grid takes `model` and sets it on the header.
   void KeepResizingModel(ombrelgrid8::IResizingModel* model);
-  /// The guard against re-entering a row removal.
-  bool& RemovingGuard() { return m_removing; }
 
  private:
   std::unique_ptr<ombrelgrid8::IResizingModel> m_kept_resizing;

@@ -1,0 +1,160 @@
+#include "grid_fixture.h"
+
+namespace {
+
+using namespace ombrelgrid_test;
+using namespace ombrelpropgrid2;
+
+class grid_test : public grid_fixture_t {
+ protected:
+  ombrelgrid8::CGridViewer* viewer() const { return m_grid->GetViewer(); }
+  /// Repaints the whole window and waits for the paint.
+  void repaint() {
+    m_panel->Refresh();
+    m_panel->Update();
+    layout();
+  }
+};
+
+TEST_F(grid_test, only_the_rows_in_view_are_painted) {
+  fill(1000);
+  m_grid->SetCurrentRow(0);
+  repaint();
+  const int page = viewer()->GetPageRows();
+  EXPECT_GT(page, 3);
+  EXPECT_GT(viewer()->GetLastPaintedRows(), 0);
+  EXPECT_LE(viewer()->GetLastPaintedRows(), page + 1);
+  m_grid->SetCurrentRow(500);
+  repaint();
+  EXPECT_LE(viewer()->GetTopRow(), 500);
+  EXPECT_GT(viewer()->GetTopRow() + page, 500);
+  EXPECT_LE(viewer()->GetLastPaintedRows(), page + 1);
+}
+
+TEST_F(grid_test, the_fill_brings_the_last_line_into_view) {
+  fill(200);
+  const int last = model()->GetRowCount() - 1;
+  EXPECT_GT(viewer()->GetTopRow() + viewer()->GetPageRows(), last);
+  EXPECT_LE(viewer()->GetTopRow(), last);
+}
+
+TEST_F(grid_test, arrows_home_end_and_page_keys_move_the_current_row) {
+  fill(50);
+  focus_grid();
+  m_grid->SetCurrentRow(0);
+  press_on_grid(WXK_DOWN);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 1);
+  press_on_grid(WXK_UP);
+  press_on_grid(WXK_UP);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 0);
+  press_on_grid(WXK_END);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 50);
+  press_on_grid(WXK_DOWN);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 50);
+  press_on_grid(WXK_HOME);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 0);
+  const int page = viewer()->GetPageRows();
+  press_on_grid(WXK_PAGEDOWN);
+  EXPECT_EQ(m_grid->GetCurrentRow(), page);
+  press_on_grid(WXK_PAGEUP);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 0);
+}
+
+TEST_F(grid_test, enter_opens_the_editor_over_the_cell) {
+  fill(3);
+  focus_grid();
+  m_grid->SetCurrentRow(1);
+  press_on_grid(WXK_RETURN);
+  ASSERT_TRUE(gui_test::wait_until([this] { return more_text()->IsShown(); }));
+  EXPECT_EQ(more_text()->GetValue(), "/d1");
+  const rect<int> cell = viewer()->GetCellRect(1, 0);
+  const wxRect native = more_text()->GetRect();
+  EXPECT_EQ(native.GetTop(), cell.top);
+  EXPECT_EQ(native.GetLeft(), cell.left);
+  EXPECT_EQ(native.GetHeight(), cell.height());
+}
+
+TEST_F(grid_test, space_toggles_the_tick_in_the_check_box_column) {
+  model()->SetColumnCaptions("Directories", "Recursive");
+  fill(2);
+  focus_grid();
+  m_grid->SetCurrentRow(0);
+  EXPECT_EQ(model()->GetCheck(0), csUnset);
+  press_on_grid(WXK_SPACE);
+  EXPECT_EQ(model()->getPropertyByRow(0)->GetChecked(), csTicked);
+  EXPECT_EQ(m_record.m_changed, 1);
+  press_on_grid(WXK_SPACE);
+  EXPECT_EQ(model()->getPropertyByRow(0)->GetChecked(), csClear);
+  // The last line has no tick.
+  m_grid->SetCurrentRow(2);
+  press_on_grid(WXK_SPACE);
+  EXPECT_EQ(model()->GetCheck(2), -1);
+}
+
+TEST_F(grid_test, without_the_check_box_column_space_ticks_nothing) {
+  m_grid->enableCheckboxColumn(false);
+  fill(2);
+  focus_grid();
+  m_grid->SetCurrentRow(0);
+  press_on_grid(WXK_SPACE);
+  EXPECT_EQ(model()->getPropertyByRow(0)->GetChecked(), csUnset);
+  EXPECT_EQ(model()->GetCheck(0), -1);
+}
+
+TEST_F(grid_test, a_click_selects_and_a_click_on_the_current_row_edits) {
+  fill(4);
+  click_at(centre(viewer()->GetCellRect(2, 0)));
+  EXPECT_EQ(m_grid->GetCurrentRow(), 2);
+  EXPECT_FALSE(m_grid->GetMoreEditor()->IsVisible());
+  click_at(centre(viewer()->GetCellRect(2, 0)));
+  EXPECT_TRUE(m_grid->GetMoreEditor()->IsVisible());
+  EXPECT_EQ(m_grid->GetEditingModel()->GetEditingRow(), 2);
+}
+
+TEST_F(grid_test, a_click_on_a_check_box_toggles_it) {
+  model()->SetColumnCaptions("Directories", "Recursive");
+  fill(2);
+  click_at(centre(viewer()->GetCellRect(1, 1)));
+  EXPECT_EQ(model()->getPropertyByRow(1)->GetChecked(), csTicked);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 1);
+}
+
+TEST_F(grid_test, dragging_a_header_edge_resizes_the_column) {
+  model()->SetColumnCaptions("Directories", "Recursive");
+  ombrelgrid8::CGridHeader* header = viewer()->GetHeader();
+  std::unique_ptr<ombrelgrid8::IResizingModel> resizing(m_grid->createResizingModel());
+  m_grid->SetResizingModel(resizing.get());
+  header->SetColumnWidth(0, 300);
+  header->SetColumnWidth(1, 100);
+  layout();
+  const rect<int> r = header->GetWindowRect();
+  ASSERT_GT(r.height(), 0);
+  const int y = r.top + r.height() / 2;
+  mouse(wxEVT_LEFT_DOWN, {r.left + 300, y});
+  mouse(wxEVT_MOTION, {r.left + 250, y});
+  mouse(wxEVT_LEFT_UP, {r.left + 250, y});
+  layout();
+  EXPECT_EQ(header->GetColumnWidth(0), 250);
+  EXPECT_EQ(header->GetColumnWidth(1), 150);
+  m_grid->SetResizingModel(nullptr);
+}
+
+TEST_F(grid_test, the_row_range_brings_its_rows_into_view) {
+  fill(300);
+  viewer()->GetRowRange().SetRange(10, 10);
+  EXPECT_EQ(viewer()->GetTopRow(), 10);
+  viewer()->GetRowRange().SetRange(150, 150);
+  EXPECT_LE(viewer()->GetTopRow(), 150);
+  EXPECT_GT(viewer()->GetTopRow() + viewer()->GetPageRows(), 150);
+}
+
+TEST_F(grid_test, set_current_row_ignores_rows_out_of_range) {
+  fill(2);
+  m_grid->SetCurrentRow(1);
+  m_grid->SetCurrentRow(3);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 1);
+  m_grid->SetCurrentRow(-1);
+  EXPECT_EQ(m_grid->GetCurrentRow(), -1);
+}
+
+}  // namespace
