@@ -145,8 +145,6 @@ class wxgrid_peer_t {
   wxGrid* m_grid;
 };
 
-using base_grid_t = ombrelpropgrid2::CBaseGrid<ombrelpropgrid2::HALLINGridModel>;
-
 // The library's directory grid in its sunken host window, filled as the directory tab
 // and panel fill it.
 class ombrelgrid_t {
@@ -166,22 +164,11 @@ class ombrelgrid_t {
 
   void fill(const std::vector<std::string>& lines) {
     ombrelpropgrid2::CHALLINGrid* const grid = this->grid();
-    ombrelpropgrid2::HALLINGridModel* const model = grid->GetGridModel();
-    grid->SetEditingModel(model->GetEditingModel());
+    grid->ClearRows();
     for (const std::string& line : lines) {
-      auto* item =
-          new ombrelpropgrid2::Property<std::string>(ombrelpropgrid2::etMore, ombrelpropgrid2::csUnset);
-      item->SetValue(line);
-      grid->SetItemEditor(item);
-      item->value_changed.connect(static_cast<base_grid_t*>(grid), &base_grid_t::OnExternalSetValue);
-      model->AddItem(item);
-      grid->SetEditingModel(model->GetEditingModel());
+      grid->AppendRow(line, ombrelpropgrid2::etMore);
     }
-    model->setLastLineText("Type a directory or click \"...\"");
-    const int last_line = model->GetRowCount() - 1;
-    grid->GetViewer()->GetRowRange().SetRange(last_line, last_line);
-    grid->GetViewer()->OnChange();
-    model->changed();
+    grid->FinishFill("Type a directory or click \"...\"");
   }
 
   bool scroll_page() {

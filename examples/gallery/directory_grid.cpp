@@ -26,8 +26,6 @@ namespace {
 using directory_grid_t = ombrelpropgrid2::CHALLINGrid;
 using grid_control_t = ombrelcfrw7::CBaseControlTmpl<directory_grid_t>;
 
-using base_grid_t = ombrelpropgrid2::CBaseGrid<ombrelpropgrid2::HALLINGridModel>;
-
 struct directory_t {
   const char* text;
   bool recursive;
@@ -125,20 +123,12 @@ class search_directories_dialog_t : public wxDialog {
   }
 
   static void fill(directory_grid_t* grid) {
-    ombrelpropgrid2::HALLINGridModel* const model = grid->GetGridModel();
-    grid->SetEditingModel(model->GetEditingModel());
+    grid->ClearRows();
     for (const directory_t& directory : source_directories) {
-      auto* item =
-          new ombrelpropgrid2::Property<std::string>(ombrelpropgrid2::etMore, ombrelpropgrid2::csUnset);
-      item->SetValue(directory.text);
-      item->SetChecked(directory.recursive ? ombrelpropgrid2::csTicked : ombrelpropgrid2::csClear);
-      grid->SetItemEditor(item);
-      item->value_changed.connect(static_cast<base_grid_t*>(grid), &base_grid_t::OnExternalSetValue);
-      model->AddItem(item);
+      grid->AppendRow(directory.text, ombrelpropgrid2::etMore,
+                      directory.recursive ? ombrelpropgrid2::csTicked : ombrelpropgrid2::csClear);
     }
-    model->setLastLineText("Type a folder or click \"...\"");
-    grid->GetViewer()->OnChange();
-    model->changed();
+    grid->FinishFill("Type a folder or click \"...\"");
   }
 
   wxSizer* command_buttons() {
