@@ -204,7 +204,12 @@ void CComboBox::SetText(const std::string& utf8) {
   if (m_editable) {
     combo->ChangeValue(wxString::FromUTF8(utf8));
   } else {
-    combo->SetSelection(combo->FindString(wxString::FromUTF8(utf8)));  // a fixed box shows only its values
+    // A fixed box shows only its values; GTK keeps the old choice on wxNOT_FOUND.
+    const int index = combo->FindString(wxString::FromUTF8(utf8));
+    if (index == wxNOT_FOUND) {
+      FillNative();
+    }
+    combo->SetSelection(index);
   }
 }
 
@@ -213,17 +218,23 @@ std::string CComboBox::GetText() const {
   return combo ? combo->GetValue().utf8_string() : std::string();
 }
 
+void CComboBox::FillNative() {
+  auto* combo = static_cast<wxComboBox*>(GetNativeControl());
+  combo->Clear();
+  for (const std::string& value : m_values) {
+    combo->Append(wxString::FromUTF8(value));
+  }
+}
+
 void CComboBox::SetValues(const std::vector<std::string>& values) {
   auto* combo = static_cast<wxComboBox*>(GetNativeControl());
   if (!combo) {
     return;
   }
-  const wxString kept = combo->GetValue();
-  combo->Clear();
-  for (const std::string& value : values) {
-    combo->Append(wxString::FromUTF8(value));
-  }
-  combo->ChangeValue(kept);
+  const std::string kept = GetText();
+  m_values = values;
+  FillNative();
+  SetText(kept);
 }
 
 }  // namespace ombrelcfrw7

@@ -215,6 +215,13 @@ void CBaseGrid<Model>::RowAdding(IPropItem* last_line_item) {
   const int rows = m_model ? m_model->GetRowCount() - 1 : -1;
   row_added(item->GetStringValue(), rows - 1);
   last_line_item->Clear();
+  if (!m_model) {
+    // No model took the row: it dies here, and no editor keeps it.
+    if (open && open->GetItem() == item) {
+      open->SetProperty(nullptr);
+    }
+    item->release();
+  }
   Refresh();
 }
 

@@ -168,9 +168,14 @@ CGridViewer::CGridViewer(CGrid* grid)
 }
 
 int CGridViewer::GetRowHeight() const {
-  wxWindow* window = wx_window_of(this);
-  return (window ? window->GetCharHeight() : 16) + 12;
+  if (m_row_height <= 0) {
+    wxWindow* window = wx_window_of(this);
+    m_row_height = (window ? window->GetCharHeight() : 16) + 12;
+  }
+  return m_row_height;
 }
+
+void CGridViewer::OnThemeChanged() { m_row_height = 0; }
 
 int CGridViewer::RowsTop() const { return GetRect().top + m_header->GetRect().height(); }
 
@@ -360,6 +365,7 @@ bool CGrid::EditCurrentRow() {
 void CGrid::Refresh() {
   if (m_model) {
     std::vector<std::string> captions;
+    captions.reserve(m_model->GetColumnCount());
     for (int i = 0; i < m_model->GetColumnCount(); ++i) {
       captions.push_back(m_model->GetColumnCaption(i));
     }
@@ -447,6 +453,10 @@ void CGrid::OnRowClicked(int row, int column, const point<int>&) {
   }
   if (m_editing && m_editing->GetActiveEditor()) {
     m_editing->EndEdit(true);
+    // A last line that became a row keeps its editor: the click closes it all the same.
+    if (auto* still_open = dynamic_cast<ombrelcfrw7::CBaseEditor*>(m_editing->GetActiveEditor())) {
+      still_open->ShowEditor(false);
+    }
   }
   SetCurrentRow(row);
 }

@@ -76,7 +76,8 @@ int BaseGridModel::getIndexByProperty(IPropItem* item) const {
 }
 
 void BaseGridModel::AddItem(IPropItem* item) {
-  if (item && item != m_last_line.get() && getIndexByProperty(item) < 0) {
+  // No search for doubles: a fill of many rows stays linear.
+  if (item && item != m_last_line.get()) {
     m_items.push_back(item);
   }
 }

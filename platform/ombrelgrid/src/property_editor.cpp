@@ -109,6 +109,7 @@ void ComboPropertyEditor<std::string>::EditOnVisibleChange(ombrelcfrw7::CBaseEdi
   auto* item = dynamic_cast<ComboProperty<std::string>*>(GetItem());
   if (visible && combo && item) {
     std::vector<std::string> values;
+    values.reserve(item->getAdditionalCount());
     for (int i = 0; i < item->getAdditionalCount(); ++i) {
       values.push_back(item->getAdditionalValue(i));
     }

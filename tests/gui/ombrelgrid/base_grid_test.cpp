@@ -353,4 +353,25 @@ TEST_F(base_grid_test, new_rows_of_combo_types_are_combo_properties_and_a_protot
   EXPECT_TRUE(last_line->IsEmpty());
 }
 
+TEST_F(base_grid_test, without_a_model_the_commands_do_nothing_and_a_new_row_counts_as_minus_2) {
+  m_grid->SetGridModel(nullptr);
+  m_grid->SetCurrentRow(0);
+  EXPECT_EQ(m_grid->GetCurrentRow(), -1);
+  m_grid->SaveEditorsData();
+  m_grid->MoveRowUp();
+  m_grid->MoveRowDown();
+  m_grid->RemoveRow(0);
+  m_grid->ClearRows();
+  EXPECT_EQ(m_grid->AppendRow("/x", etMore), nullptr);
+  m_grid->FinishFill("hint");
+  Property<std::string> free_line(etMore, csUnset);
+  free_line.SetStringValue("/free");
+  m_grid->OnExternalSetValue(&free_line);
+  EXPECT_TRUE(m_record.m_added.empty());
+  m_grid->RowAdding(&free_line);
+  ASSERT_EQ(m_record.m_added.size(), 1u);
+  EXPECT_EQ(m_record.m_added[0], std::make_pair(std::string("/free"), -2));
+  EXPECT_TRUE(free_line.IsEmpty());
+}
+
 }  // namespace

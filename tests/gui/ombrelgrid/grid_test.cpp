@@ -111,6 +111,31 @@ TEST_F(grid_test, a_click_selects_and_a_click_on_the_current_row_edits) {
   EXPECT_EQ(m_grid->GetEditingModel()->GetEditingRow(), 2);
 }
 
+TEST_F(grid_test, the_open_editor_follows_its_row_out_of_view_and_back) {
+  fill(100);
+  ASSERT_TRUE(open_editor(5));
+  viewer()->SetTopRow(50);
+  layout();
+  EXPECT_TRUE(m_grid->GetMoreEditor()->IsVisible());
+  EXPECT_FALSE(more_text()->IsShown());
+  viewer()->SetTopRow(3);
+  layout();
+  ASSERT_TRUE(more_text()->IsShown());
+  EXPECT_EQ(more_text()->GetRect().GetTop(), viewer()->GetCellRect(5, 0).top);
+}
+
+TEST_F(grid_test, a_click_on_another_row_ends_the_open_edit) {
+  fill(3);
+  ASSERT_TRUE(open_editor(3));
+  type("/typed");
+  click_at(centre(viewer()->GetCellRect(0, 0)));
+  ASSERT_EQ(m_record.m_added.size(), 1u);
+  EXPECT_EQ(m_record.m_added[0], std::make_pair(std::string("/typed"), 3));
+  EXPECT_FALSE(m_grid->GetMoreEditor()->IsVisible());
+  EXPECT_FALSE(more_text()->IsShown());
+  EXPECT_EQ(m_grid->GetCurrentRow(), 0);
+}
+
 TEST_F(grid_test, a_click_on_a_check_box_toggles_it) {
   model()->SetColumnCaptions("Directories", "Recursive");
   fill(2);

@@ -125,7 +125,9 @@ class CComboBox : public CEditor {
 
  private:
   void OnNativeText(wxCommandEvent& event);
+  void FillNative();
   bool m_editable = true;
+  std::vector<std::string> m_values;
 };
 
 /// An editor `Base` with an element `Deco` (a button) beside its text. The decoration is

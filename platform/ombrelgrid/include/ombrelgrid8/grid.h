@@ -114,6 +114,7 @@ class CGridViewer : public ombrelcfrw7::CVisualElement {
   void ArrangeChildren() override;
   void PaintContent(wxDC& dc, const ombrelc7::rect<int>& clip) override;
   bool OnMouse(const ombrelcfrw7::element_mouse_t& event) override;
+  void OnThemeChanged() override;
 
  private:
   void PaintRow(wxDC& dc, int row, const ombrelc7::rect<int>& area);
@@ -124,6 +125,7 @@ class CGridViewer : public ombrelcfrw7::CVisualElement {
   CRowRange m_range;
   int m_top = 0;
   int m_painted = 0;
+  mutable int m_row_height = 0;  // measured from the window's font at first need
 };
 
 /// A grid: a viewer over a model, the current row, an editing and a resizing model.

@@ -5,6 +5,7 @@
 
 #include <korvat2/signal.h>
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -60,7 +61,7 @@ class BaseGridModel : public ombrelgrid8::IGridModel {
   void SetChecksShown(bool shown) { m_checks = shown; }
 
  private:
-  std::vector<IPropItem*> m_items;
+  std::deque<IPropItem*> m_items;  // rows go from the front when an owner refills
   std::unique_ptr<IPropItem> m_last_line;
   std::string m_last_line_text;
   std::vector<std::string> m_captions;
