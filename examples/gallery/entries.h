@@ -38,5 +38,7 @@ std::vector<entry_t> feature_entries();
 std::vector<entry_t> side_panel_entries();
 /// A preference page with a folding frame of advanced options, open and closed.
 std::vector<entry_t> advanced_panel_entries();
+/// Search directories on the directory grid, one row under edit.
+std::vector<entry_t> directory_grid_entries();
 
 }  // namespace gallery
