@@ -221,9 +221,11 @@ class sys_window_t : public wxEvtHandler, public ISysWindow {
     registry().erase(m_window);
     delete_control();
     m_window = nullptr;
-    // Not deleted inside its own handler: wx is still iterating the window's handlers.
+    // Not deleted inside its own handler: wx is still iterating the window's handlers. The
+    // application deletes what is scheduled at idle time, and at its exit too, where a
+    // posted call would never run.
     if (wxTheApp) {
-      wxTheApp->CallAfter([this] { delete this; });
+      wxTheApp->ScheduleForDestruction(this);
     } else {
       delete this;
     }
