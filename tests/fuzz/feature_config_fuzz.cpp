@@ -4,6 +4,8 @@
 #include <korvat2/path.h>
 #include <tamsel3/feature_config.h>
 
+#include "fuzz_support.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -15,34 +17,11 @@
 
 namespace {
 
+using fuzz_support::fail;
+using fuzz_support::work_dir;
+
 using tamsel3::active_features_config_impl_t;
 using tamsel3::feature_list_config_impl_t;
-
-void fail(const char* what, const std::string& input) {
-  std::cerr << what << " for input of " << input.size() << " bytes" << std::endl;
-  std::abort();
-}
-
-// One folder for the whole run, removed at exit.
-struct work_dir_t {
-  work_dir_t() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tamsel3_fuzz.XXXXXX").string();
-    if (::mkdtemp(pattern.data())) {
-      path = pattern;
-    }
-  }
-  ~work_dir_t() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
-  }
-  std::string file(const char* name) const { return path + "/" + name; }
-  std::string path;
-};
-
-const work_dir_t& work_dir() {
-  static const work_dir_t dir;
-  return dir;
-}
 
 void write(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;

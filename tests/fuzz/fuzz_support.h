@@ -1,0 +1,44 @@
+#pragma once
+// What the fuzz targets share: a loud stop that names the input, and one scratch folder for
+// the whole run.
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <system_error>
+
+#include <stdlib.h>
+
+namespace fuzz_support {
+
+/// Stops the run: a fuzzer keeps the input that got here.
+[[noreturn]] inline void fail(const char* what, const std::string& input) {
+  std::cerr << what << " for input of " << input.size() << " bytes" << std::endl;
+  std::abort();
+}
+
+/// A temporary folder, removed at exit; `path` is empty when none could be made.
+struct work_dir_t {
+  work_dir_t() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "tamsel3_fuzz.XXXXXX").string();
+    if (::mkdtemp(pattern.data())) {
+      path = pattern;
+    }
+  }
+  ~work_dir_t() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+  }
+  work_dir_t(const work_dir_t&) = delete;
+  work_dir_t& operator=(const work_dir_t&) = delete;
+  std::string file(const char* name) const { return path + "/" + name; }
+  std::string path;
+};
+
+/// The folder of the run.
+inline const work_dir_t& work_dir() {
+  static const work_dir_t dir;
+  return dir;
+}
+
+}  // namespace fuzz_support
