@@ -389,14 +389,24 @@ void CGrid::ArrangeChildren() {
       const int row = m_editing->GetEditingRow();
       const int page = m_viewer->GetPageRows();
       const bool in_view = row >= m_viewer->GetTopRow() && row < m_viewer->GetTopRow() + page;
-      child->Arrange(in_view ? m_viewer->GetCellRect(row, 0) : rect<int>(r.left, r.top, r.left, r.top));
-      if (auto* native_editor = dynamic_cast<ombrelcfrw7::CEditor*>(child)) {
+      auto* native_editor = dynamic_cast<ombrelcfrw7::CEditor*>(child);
+      child->Arrange(in_view ? EditorRect(row, native_editor) : rect<int>(r.left, r.top, r.left, r.top));
+      if (native_editor) {
         native_editor->PlaceNative();
       }
     } else {
       child->Arrange(rect<int>(r.left, r.top, r.left, r.top));
     }
   }
+}
+
+rect<int> CGrid::EditorRect(int row, const ombrelcfrw7::CEditor* editor) const {
+  rect<int> cell = m_viewer->GetCellRect(row, 0);
+  // The editor's text starts where the cell's was drawn, so that opening it moves nothing;
+  // a theme that pads more than the cell's margin moves the box left, never out of the grid.
+  const int inset = editor ? editor->GetTextInset() : 0;
+  cell.left = std::max(GetRect().left, cell.left + text_margin - inset);
+  return cell;
 }
 
 int CGrid::MoveTarget(int keycode) const {

@@ -1,5 +1,12 @@
 #include "grid_fixture.h"
 
+#include <plaxi1/screenshot.h>
+
+#include <wx/image.h>
+
+#include <algorithm>
+#include <filesystem>
+
 namespace {
 
 using namespace ombrelgrid_test;
@@ -13,6 +20,25 @@ class grid_test : public grid_fixture_t {
     m_panel->Refresh();
     m_panel->Update();
     layout();
+  }
+  /// The left-most x (window pixels) in `area` of a pixel as dark as text, or -1.
+  int first_dark_x(const rect<int>& area) {
+    repaint();
+    const std::string path = (std::filesystem::temp_directory_path() / "grid_text_place.png").string();
+    if (!plaxi1::save_screenshot(m_panel, path)) {
+      return -2;
+    }
+    wxImage image(wxString::FromUTF8(path), wxBITMAP_TYPE_PNG);
+    std::filesystem::remove(path);
+    const double scale = m_panel->GetContentScaleFactor();
+    for (int x = int(area.left * scale); x < std::min(image.GetWidth(), int(area.right * scale)); ++x) {
+      for (int y = int(area.top * scale); y < std::min(image.GetHeight(), int(area.bottom * scale)); ++y) {
+        if (image.GetRed(x, y) + image.GetGreen(x, y) + image.GetBlue(x, y) < 3 * 96) {
+          return int(x / scale);
+        }
+      }
+    }
+    return -1;
   }
 };
 
@@ -70,8 +96,20 @@ TEST_F(grid_test, enter_opens_the_editor_over_the_cell) {
   const rect<int> cell = viewer()->GetCellRect(1, 0);
   const wxRect native = more_text()->GetRect();
   EXPECT_EQ(native.GetTop(), cell.top);
-  EXPECT_EQ(native.GetLeft(), cell.left);
+  EXPECT_GE(native.GetLeft(), cell.left);
+  EXPECT_LE(native.GetLeft(), cell.left + 4);
   EXPECT_EQ(native.GetHeight(), cell.height());
+}
+
+TEST_F(grid_test, the_editor_text_starts_where_the_cell_text_was) {
+  fill(3);
+  const rect<int> cell = viewer()->GetCellRect(1, 0);
+  const int before = first_dark_x(cell);
+  ASSERT_GE(before, 0);
+  ASSERT_TRUE(open_editor(1));
+  more_text()->SetInsertionPoint(0);
+  const int after = first_dark_x(cell);
+  EXPECT_EQ(after, before);
 }
 
 TEST_F(grid_test, space_toggles_the_tick_in_the_check_box_column) {

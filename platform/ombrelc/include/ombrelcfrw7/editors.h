@@ -79,6 +79,9 @@ class CEditor : public CBaseEditor {
   wxWindow* GetNativeControl() const { return m_native; }
   /// The part of `area` (window coordinates) that the native control takes.
   virtual void GetEditorRect(ombrelc7::rect<int>& area) const {}
+  /// How far right of the native control's left edge its text starts (the theme's
+  /// border and padding), so that an owner can put the text where it drew its own.
+  int GetTextInset() const;
   void ShowEditor(bool show) override;
   /// Moves the native control over the element's rectangle, less GetEditorRect; an empty
   /// rectangle (the row scrolled away) hides it until the element is placed again.

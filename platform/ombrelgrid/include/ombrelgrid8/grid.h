@@ -5,6 +5,10 @@
 #include <string>
 #include <vector>
 
+namespace ombrelcfrw7 {
+class CEditor;
+}
+
 namespace ombrelgrid8 {
 
 class CGrid;
@@ -166,6 +170,8 @@ class CGrid : public ombrelcfrw7::CVisualElement {
 
  private:
   int MoveTarget(int keycode) const;
+  /// Where the editor of `row` goes: over its first cell, its text over the cell's text.
+  ombrelc7::rect<int> EditorRect(int row, const ombrelcfrw7::CEditor* editor) const;
 
   CGridViewer* m_viewer;
   IGridModel* m_model = nullptr;
