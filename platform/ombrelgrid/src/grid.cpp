@@ -406,6 +406,7 @@ rect<int> CGrid::EditorRect(int row, const ombrelcfrw7::CEditor* editor) const {
   // a theme that pads more than the cell's margin moves the box left, never out of the grid.
   const int inset = editor ? editor->GetTextInset() : 0;
   cell.left = std::max(GetRect().left, cell.left + text_margin - inset);
+  cell.bottom -= 1;  // the row's rule stays in sight under the editor
   return cell;
 }
 

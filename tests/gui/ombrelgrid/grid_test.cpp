@@ -98,7 +98,7 @@ TEST_F(grid_test, enter_opens_the_editor_over_the_cell) {
   EXPECT_EQ(native.GetTop(), cell.top);
   EXPECT_GE(native.GetLeft(), cell.left);
   EXPECT_LE(native.GetLeft(), cell.left + 4);
-  EXPECT_EQ(native.GetHeight(), cell.height());
+  EXPECT_EQ(native.GetHeight(), cell.height() - 1);
 }
 
 TEST_F(grid_test, the_editor_text_starts_where_the_cell_text_was) {

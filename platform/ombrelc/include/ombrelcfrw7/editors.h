@@ -134,7 +134,8 @@ class CComboBox : public CEditor {
 };
 
 /// An editor `Base` with an element `Deco` (a button) beside its text. The decoration is
-/// placed by its alignment: 1 left, 2 right, 3 top, 4 bottom.
+/// placed by its alignment: 1 left, 2 right, 3 top, 4 bottom; it takes its preferred width
+/// beside the text and its least height above or below it.
 template <class Deco, class Base>
 class CDecoration : public Base {
  public:
@@ -151,7 +152,7 @@ class CDecoration : public Base {
     if (!m_decoration) {
       return;
     }
-    const ombrelc7::size<int> deco = m_decoration->GetMinSize();
+    const ombrelc7::size<int> deco = DecorationSize();
     switch (static_cast<int>(m_decoration->GetAlignment())) {
       case 1: area.left += deco.cx; break;
       case 2: area.right -= deco.cx; break;
@@ -172,7 +173,7 @@ class CDecoration : public Base {
  private:
   ombrelc7::rect<int> DecorationRect() const {
     const ombrelc7::rect<int>& r = this->GetRect();
-    const ombrelc7::size<int> deco = m_decoration->GetMinSize();
+    const ombrelc7::size<int> deco = DecorationSize();
     switch (static_cast<int>(m_decoration->GetAlignment())) {
       case 1: return {r.left, r.top, r.left + deco.cx, r.bottom};
       case 2: return {r.right - deco.cx, r.top, r.right, r.bottom};
@@ -180,6 +181,10 @@ class CDecoration : public Base {
       case 4: return {r.left, r.bottom - deco.cy, r.right, r.bottom};
       default: return r;
     }
+  }
+
+  ombrelc7::size<int> DecorationSize() const {
+    return {m_decoration->GetPreferredWidth(), m_decoration->GetMinSize().cy};
   }
 
   Deco* m_decoration = nullptr;

@@ -170,7 +170,8 @@ class CGrid : public ombrelcfrw7::CVisualElement {
 
  private:
   int MoveTarget(int keycode) const;
-  /// Where the editor of `row` goes: over its first cell, its text over the cell's text.
+  /// Where the editor of `row` goes: over its first cell above its rule, its text over the
+  /// cell's text.
   ombrelc7::rect<int> EditorRect(int row, const ombrelcfrw7::CEditor* editor) const;
 
   CGridViewer* m_viewer;
