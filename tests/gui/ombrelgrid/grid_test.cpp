@@ -3,6 +3,7 @@
 #include <plaxi1/screenshot.h>
 
 #include <wx/image.h>
+#include <wx/scrolbar.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -209,6 +210,75 @@ TEST_F(grid_test, the_row_range_brings_its_rows_into_view) {
   viewer()->GetRowRange().SetRange(150, 150);
   EXPECT_LE(viewer()->GetTopRow(), 150);
   EXPECT_GT(viewer()->GetTopRow() + viewer()->GetPageRows(), 150);
+}
+
+TEST_F(grid_test, the_scroll_bar_shows_only_while_rows_are_out_of_view) {
+  fill(3);
+  wxScrollBar* bar = viewer()->GetScrollBar();
+  ASSERT_NE(bar, nullptr);
+  EXPECT_FALSE(bar->IsShown());
+  fill(100);
+  EXPECT_TRUE(bar->IsShown());
+  EXPECT_EQ(bar->GetRange(), 101);
+  EXPECT_EQ(bar->GetThumbSize(), viewer()->GetPageRows());
+  // It stands at the right edge, below the header, and the rows end where it starts.
+  const rect<int> area = viewer()->GetWindowRect();
+  EXPECT_EQ(bar->GetRect().GetRight() + 1, area.right);
+  EXPECT_EQ(bar->GetRect().GetTop(), area.top + viewer()->GetHeader()->GetRect().height());
+  EXPECT_EQ(viewer()->GetCellRect(0, -1).right, bar->GetRect().GetLeft());
+  fill(2);
+  EXPECT_FALSE(bar->IsShown());
+}
+
+TEST_F(grid_test, the_scroll_bar_follows_the_keys_and_the_wheel) {
+  fill(100);
+  wxScrollBar* bar = viewer()->GetScrollBar();
+  focus_grid();
+  press_on_grid(WXK_HOME);
+  EXPECT_EQ(bar->GetThumbPosition(), 0);
+  press_on_grid(WXK_PAGEDOWN);
+  press_on_grid(WXK_PAGEDOWN);
+  EXPECT_GT(viewer()->GetTopRow(), 0);
+  EXPECT_EQ(bar->GetThumbPosition(), viewer()->GetTopRow());
+  wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
+  wheel.SetPosition(wxPoint(50, 100));
+  wheel.m_wheelRotation = -120;
+  wheel.m_wheelDelta = 120;
+  wheel.m_linesPerAction = 3;
+  wheel.SetEventObject(m_panel);
+  const int top = viewer()->GetTopRow();
+  m_panel->GetEventHandler()->ProcessEvent(wheel);
+  layout();
+  EXPECT_EQ(viewer()->GetTopRow(), top + 3);
+  EXPECT_EQ(bar->GetThumbPosition(), top + 3);
+}
+
+TEST_F(grid_test, clicking_the_scroll_bar_track_and_dragging_its_thumb_move_the_rows) {
+  fill(100);
+  m_grid->SetCurrentRow(0);
+  layout();
+  wxScrollBar* bar = viewer()->GetScrollBar();
+  ASSERT_TRUE(bar->IsShown());
+  ASSERT_EQ(viewer()->GetTopRow(), 0);
+  const wxRect screen = bar->GetScreenRect();
+  wxUIActionSimulator mouse;
+  // A click low in the track, well below the thumb.
+  mouse.MouseMove(screen.x + screen.width / 2, screen.GetBottom() - screen.height / 4);
+  mouse.MouseClick();
+  EXPECT_TRUE(gui_test::wait_until([this] { return viewer()->GetTopRow() > 0; }));
+  EXPECT_EQ(bar->GetThumbPosition(), viewer()->GetTopRow());
+  // A drag of the thumb back to the top.
+  viewer()->SetTopRow(0);
+  layout();
+  ASSERT_EQ(bar->GetThumbPosition(), 0);
+  mouse.MouseMove(screen.x + screen.width / 2, screen.y + 6);
+  mouse.MouseDown();
+  layout();
+  mouse.MouseMove(screen.x + screen.width / 2, screen.y + screen.height / 2);
+  layout();
+  mouse.MouseUp();
+  EXPECT_TRUE(gui_test::wait_until([this] { return viewer()->GetTopRow() > 10; }));
+  EXPECT_EQ(bar->GetThumbPosition(), viewer()->GetTopRow());
 }
 
 TEST_F(grid_test, set_current_row_ignores_rows_out_of_range) {
