@@ -29,6 +29,15 @@ const wxEventTypeTag<wxScrollEvent> bar_events[] = {
     wxEVT_SCROLL_LINEDOWN,   wxEVT_SCROLL_PAGEUP,       wxEVT_SCROLL_PAGEDOWN,
     wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_THUMBRELEASE, wxEVT_SCROLL_CHANGED};
 
+// The keys stay with the grid: a click into the grid focuses its window, which would
+// otherwise hand the focus on to its first child that takes it, this bar.
+class unfocusable_scroll_bar_t : public wxScrollBar {
+ public:
+  explicit unfocusable_scroll_bar_t(wxWindow* parent)
+      : wxScrollBar(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL) {}
+  bool AcceptsFocus() const override { return false; }
+};
+
 wxWindow* wx_window_of(const ombrelcfrw7::CVisualElement* element) {
   ombrelc7::ISysWindow* window = element->GetWindow();
   return window ? window->GetWxWindow() : nullptr;
@@ -190,7 +199,7 @@ void CGridViewer::UpdateScrollBar() {
     return;
   }
   if (!m_bar) {
-    m_bar = new wxScrollBar(window, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL);
+    m_bar = new unfocusable_scroll_bar_t(window);
     m_bar->Hide();
     for (const auto& type : bar_events) {
       m_bar->Bind(type, &CGridViewer::HandleScroll, this);

@@ -253,6 +253,14 @@ TEST_F(grid_test, the_scroll_bar_follows_the_keys_and_the_wheel) {
   EXPECT_EQ(bar->GetThumbPosition(), top + 3);
 }
 
+TEST_F(grid_test, a_click_gives_the_keyboard_to_the_grid_not_to_its_scroll_bar) {
+  fill(100);
+  ASSERT_TRUE(viewer()->GetScrollBar()->IsShown());
+  click_at(centre(viewer()->GetCellRect(viewer()->GetTopRow() + 1, 0)));
+  EXPECT_TRUE(gui_test::wait_until([this] { return wxWindow::FindFocus() == m_panel; }));
+  EXPECT_NE(wxWindow::FindFocus(), viewer()->GetScrollBar());
+}
+
 TEST_F(grid_test, clicking_the_scroll_bar_track_and_dragging_its_thumb_move_the_rows) {
   fill(100);
   m_grid->SetCurrentRow(0);
