@@ -261,6 +261,19 @@ TEST_F(grid_test, a_click_gives_the_keyboard_to_the_grid_not_to_its_scroll_bar) 
   EXPECT_NE(wxWindow::FindFocus(), viewer()->GetScrollBar());
 }
 
+TEST_F(grid_test, after_a_real_click_on_the_grid_the_real_keys_reach_it) {
+  fill(20);
+  m_grid->SetCurrentRow(0);
+  layout();
+  const ombrelc7::point<int> row_2 = centre(viewer()->GetCellRect(2, 0));
+  wxUIActionSimulator input;
+  input.MouseMove(m_panel->ClientToScreen(wxPoint(row_2.x, row_2.y)));
+  input.MouseClick();
+  ASSERT_TRUE(gui_test::wait_until([this] { return m_grid->GetCurrentRow() == 2; }));
+  press(WXK_DOWN);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 3);
+}
+
 TEST_F(grid_test, clicking_the_scroll_bar_track_and_dragging_its_thumb_move_the_rows) {
   fill(100);
   m_grid->SetCurrentRow(0);
