@@ -274,6 +274,15 @@ TEST_F(grid_test, after_a_real_click_on_the_grid_the_real_keys_reach_it) {
   EXPECT_EQ(m_grid->GetCurrentRow(), 3);
 }
 
+TEST_F(grid_test, after_escape_from_the_editor_the_keys_go_back_to_the_grid) {
+  fill(5);
+  ASSERT_TRUE(open_editor(1));
+  press(WXK_ESCAPE);
+  ASSERT_FALSE(more_text()->IsShown());
+  press(WXK_DOWN);
+  EXPECT_EQ(m_grid->GetCurrentRow(), 2);
+}
+
 TEST_F(grid_test, clicking_the_scroll_bar_track_and_dragging_its_thumb_move_the_rows) {
   fill(100);
   m_grid->SetCurrentRow(0);
