@@ -215,7 +215,10 @@ void CBaseControl::HandleMouse(wxMouseEvent& wx_event) {
   if (event.kind == element_mouse_t::down) {
     wxWindow* window = GetWindow() ? GetWindow()->GetWxWindow() : nullptr;
     if (window && !window->HasFocus()) {
-      window->SetFocus();
+      // The window itself takes the keys, not a native child (an editor): wx makes a
+      // window with focusable children unfocusable, and GTK then drops the keys.
+      window->SetCanFocus(true);
+      window->wxWindow::SetFocus();
     }
     m_key_target = hit;
     if (m_focus && hit && !within(hit, m_focus) && !hit->IsFocusable()) {

@@ -47,7 +47,18 @@ void CButton::Click() {
   }
 }
 
+void CButton::SetCompact(bool compact) {
+  if (compact != m_compact) {
+    m_compact = compact;
+    OnChange();
+  }
+}
+
 int CButton::MeasureWidth() const {
+  if (m_compact) {
+    // The caption's inset on either side and a pixel of frame beyond it.
+    return std::max(GetMinSize().cx, NaturalTextWidth() + pad_x + 2);
+  }
   return std::max({GetMinSize().cx, min_width, NaturalTextWidth() + 2 * pad_x});
 }
 

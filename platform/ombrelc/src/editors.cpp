@@ -6,6 +6,8 @@
 #include <wx/textctrl.h>
 #include <wx/window.h>
 
+#include <gtk/gtk.h>
+
 #include <algorithm>
 
 namespace ombrelc7 {
@@ -120,6 +122,20 @@ void CEditor::ShowEditor(bool show) {
 void CEditor::ArrangeChildren() {
   CBaseEditor::ArrangeChildren();
   PlaceNative();
+}
+
+int CEditor::GetTextInset() const {
+  if (!m_native || !m_native->GetHandle() || !GTK_IS_ENTRY(m_native->GetHandle())) {
+    return 0;
+  }
+  // The entry's own border and padding, in the state it is in: the theme's, as GTK lays it.
+  GtkStyleContext* style = gtk_widget_get_style_context(m_native->GetHandle());
+  const GtkStateFlags state = gtk_style_context_get_state(style);
+  GtkBorder border{};
+  GtkBorder padding{};
+  gtk_style_context_get_border(style, state, &border);
+  gtk_style_context_get_padding(style, state, &padding);
+  return border.left + padding.left;
 }
 
 void CEditor::PlaceNative() {

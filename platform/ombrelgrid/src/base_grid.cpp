@@ -95,8 +95,9 @@ void CBaseGrid<Model>::CreateDefaultEditors(ombrelc7::ISysWindow* window) {
   if (!m_more) {
     m_more = new CMoreEditor;
     m_more->Init(window);
-    ombrelcfrw7::CButton* button = m_more->CreateDecoration(ombrelc7::size<int>(20, 20), ombrelc7::alEnd);
+    ombrelcfrw7::CButton* button = m_more->CreateDecoration(ombrelc7::size<int>(0, 0), ombrelc7::alEnd);
     button->SetCaption("...");
+    button->SetCompact(true);
     button->ClickSignal().connect(this, &CBaseGrid::OnButtonClicked);
     BindEditor(m_more, m_more_pe, true);
   }

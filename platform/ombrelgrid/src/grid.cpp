@@ -6,6 +6,7 @@
 
 #include <wx/dc.h>
 #include <wx/renderer.h>
+#include <wx/scrolbar.h>
 #include <wx/settings.h>
 #include <wx/window.h>
 
@@ -21,6 +22,21 @@ namespace {
 constexpr int default_column_width = 100;
 constexpr int edge_slack = 4;  // pixels either side of a header edge that grab it
 constexpr int text_margin = 4;
+
+// Every way the bar scrolls: lines, pages, its ends, a drag and its end.
+const wxEventTypeTag<wxScrollEvent> bar_events[] = {
+    wxEVT_SCROLL_TOP,        wxEVT_SCROLL_BOTTOM,       wxEVT_SCROLL_LINEUP,
+    wxEVT_SCROLL_LINEDOWN,   wxEVT_SCROLL_PAGEUP,       wxEVT_SCROLL_PAGEDOWN,
+    wxEVT_SCROLL_THUMBTRACK, wxEVT_SCROLL_THUMBRELEASE, wxEVT_SCROLL_CHANGED};
+
+// The keys stay with the grid: a click into the grid focuses its window, which would
+// otherwise hand the focus on to its first child that takes it, this bar.
+class unfocusable_scroll_bar_t : public wxScrollBar {
+ public:
+  explicit unfocusable_scroll_bar_t(wxWindow* parent)
+      : wxScrollBar(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSB_VERTICAL) {}
+  bool AcceptsFocus() const override { return false; }
+};
 
 wxWindow* wx_window_of(const ombrelcfrw7::CVisualElement* element) {
   ombrelc7::ISysWindow* window = element->GetWindow();
@@ -167,6 +183,56 @@ CGridViewer::CGridViewer(CGrid* grid)
   SetBkColor(wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX));
 }
 
+CGridViewer::~CGridViewer() {
+  if (m_bar) {
+    m_bar->Unbind(wxEVT_DESTROY, &CGridViewer::HandleBarDestroy, this);
+    for (const auto& type : bar_events) {
+      m_bar->Unbind(type, &CGridViewer::HandleScroll, this);
+    }
+    m_bar->Destroy();
+  }
+}
+
+void CGridViewer::UpdateScrollBar() {
+  wxWindow* window = wx_window_of(this);
+  if (!window) {
+    return;
+  }
+  if (!m_bar) {
+    m_bar = new unfocusable_scroll_bar_t(window);
+    m_bar->Hide();
+    for (const auto& type : bar_events) {
+      m_bar->Bind(type, &CGridViewer::HandleScroll, this);
+    }
+    m_bar->Bind(wxEVT_DESTROY, &CGridViewer::HandleBarDestroy, this);
+  }
+  const int rows = m_grid->GetModel() ? m_grid->GetModel()->GetRowCount() : 0;
+  const int page = GetPageRows();
+  const rect<int> area = GetWindowRect();
+  const int header = m_header->GetRect().height();
+  const bool show = rows > page && IsShownInTree() && area.height() > header;
+  const int width = show ? m_bar->GetBestSize().x : 0;
+  if (width != m_bar_width) {
+    m_bar_width = width;
+    Invalidate();
+  }
+  if (show) {
+    m_bar->SetScrollbar(m_top, page, rows, std::max(1, page - 1));
+    m_bar->SetSize(area.right - width, area.top + header, width, area.height() - header);
+  }
+  m_bar->Show(show);
+}
+
+void CGridViewer::HandleScroll(wxScrollEvent& event) { SetTopRow(event.GetPosition()); }
+
+void CGridViewer::HandleBarDestroy(wxWindowDestroyEvent& event) {
+  if (event.GetEventObject() == m_bar) {
+    m_bar = nullptr;
+    m_bar_width = 0;
+  }
+  event.Skip();
+}
+
 int CGridViewer::GetRowHeight() const {
   if (m_row_height <= 0) {
     wxWindow* window = wx_window_of(this);
@@ -178,6 +244,8 @@ int CGridViewer::GetRowHeight() const {
 void CGridViewer::OnThemeChanged() { m_row_height = 0; }
 
 int CGridViewer::RowsTop() const { return GetRect().top + m_header->GetRect().height(); }
+
+int CGridViewer::RowsRight() const { return std::max(GetRect().left, GetRect().right - m_bar_width); }
 
 int CGridViewer::GetPageRows() const { return std::max(1, (GetRect().bottom - RowsTop()) / GetRowHeight()); }
 
@@ -204,14 +272,15 @@ void CGridViewer::ScrollToRow(int row) {
 
 rect<int> CGridViewer::GetCellRect(int row, int column) const {
   const rect<int>& r = GetRect();
+  const int right = RowsRight();
   const int top = RowsTop() + (row - m_top) * GetRowHeight();
   if (column < 0 || m_header->GetColumnCount() == 0) {
-    return {r.left, top, r.right, top + GetRowHeight()};
+    return {r.left, top, right, top + GetRowHeight()};
   }
   const int left = r.left + m_header->GetColumnLeft(column);
   const bool last = column + 1 >= m_header->GetColumnCount();
   return {left, top,
-          last ? std::max(r.right, left + m_header->GetColumnWidth(column))
+          last ? std::max(right, left + m_header->GetColumnWidth(column))
                : left + m_header->GetColumnWidth(column),
           top + GetRowHeight()};
 }
@@ -236,12 +305,13 @@ int CGridViewer::ColumnAt(int x) const {
 void CGridViewer::ArrangeChildren() {
   const rect<int>& r = GetRect();
   m_header->Arrange(rect<int>(r.left, r.top, r.right, r.top + m_header->GetHeightFor(r.width())));
+  UpdateScrollBar();
 }
 
 void CGridViewer::PaintContent(wxDC& dc, const rect<int>& clip) {
   m_painted = 0;
   IGridModel* model = m_grid->GetModel();
-  const rect<int> rows_area(GetRect().left, RowsTop(), GetRect().right, GetRect().bottom);
+  const rect<int> rows_area(GetRect().left, RowsTop(), RowsRight(), GetRect().bottom);
   const rect<int> area = rows_area.intersection(clip);
   if (!model || area.empty()) {
     return;
@@ -374,6 +444,7 @@ void CGrid::Refresh() {
       m_current = -1;
     }
   }
+  m_viewer->UpdateScrollBar();
   m_viewer->Invalidate();
   OnChange();
   ForceRearrange();
@@ -389,14 +460,25 @@ void CGrid::ArrangeChildren() {
       const int row = m_editing->GetEditingRow();
       const int page = m_viewer->GetPageRows();
       const bool in_view = row >= m_viewer->GetTopRow() && row < m_viewer->GetTopRow() + page;
-      child->Arrange(in_view ? m_viewer->GetCellRect(row, 0) : rect<int>(r.left, r.top, r.left, r.top));
-      if (auto* native_editor = dynamic_cast<ombrelcfrw7::CEditor*>(child)) {
+      auto* native_editor = dynamic_cast<ombrelcfrw7::CEditor*>(child);
+      child->Arrange(in_view ? EditorRect(row, native_editor) : rect<int>(r.left, r.top, r.left, r.top));
+      if (native_editor) {
         native_editor->PlaceNative();
       }
     } else {
       child->Arrange(rect<int>(r.left, r.top, r.left, r.top));
     }
   }
+}
+
+rect<int> CGrid::EditorRect(int row, const ombrelcfrw7::CEditor* editor) const {
+  rect<int> cell = m_viewer->GetCellRect(row, 0);
+  // The editor's text starts where the cell's was drawn, so that opening it moves nothing;
+  // a theme that pads more than the cell's margin moves the box left, never out of the grid.
+  const int inset = editor ? editor->GetTextInset() : 0;
+  cell.left = std::max(GetRect().left, cell.left + text_margin - inset);
+  cell.bottom -= 1;  // the row's rule stays in sight under the editor
+  return cell;
 }
 
 int CGrid::MoveTarget(int keycode) const {

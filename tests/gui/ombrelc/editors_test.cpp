@@ -59,7 +59,9 @@ TEST_F(editors_test, the_decoration_shrinks_the_editor_rect_by_its_alignment) {
   };
   for (const auto& c : cases) {
     more_editor_t editor;
-    editor.CreateDecoration(size<int>(20, 20), static_cast<ombrelc7::Alignment>(c.alignment));
+    // A compact button without a caption is as wide as its least size.
+    editor.CreateDecoration(size<int>(20, 20), static_cast<ombrelc7::Alignment>(c.alignment))
+        ->SetCompact(true);
     rect<int> r = area;
     editor.GetEditorRect(r);
     EXPECT_EQ(r, c.expected) << "alignment " << c.alignment;
@@ -74,6 +76,7 @@ TEST_F(editors_test, the_native_box_lies_over_the_cell_beside_the_button) {
   auto* editor = new more_editor_t;
   editor->Init(m_wrapper);
   CButton* button = editor->CreateDecoration(size<int>(20, 20), ombrelc7::alEnd);
+  button->SetCompact(true);
   place(editor, rect<int>(10, 20, 210, 50));
   wxWindow* native = editor->GetNativeControl();
   ASSERT_NE(native, nullptr);

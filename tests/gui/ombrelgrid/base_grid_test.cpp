@@ -4,6 +4,7 @@
 
 #include <wx/clipbrd.h>
 #include <wx/dataobj.h>
+#include <wx/dcclient.h>
 
 namespace {
 
@@ -237,13 +238,28 @@ TEST_F(base_grid_test, the_more_button_reports_the_row_under_edit_the_last_line_
   ASSERT_NE(button, nullptr);
   EXPECT_EQ(button->GetCaption(), "...");
   const rect<int> r = button->GetWindowRect();
-  EXPECT_EQ(r.width(), 20);
   // The text box leaves the button free.
   EXPECT_LE(more_text()->GetRect().GetRight(), r.left);
   click_at(centre(r));
   ASSERT_EQ(m_record.m_clicks.size(), 1u);
   EXPECT_EQ(m_record.m_clicks[0].row, 2);
   EXPECT_EQ(m_record.m_clicks[0].item, model()->getPropertyByRow(2));
+}
+
+TEST_F(base_grid_test, the_more_button_lies_within_its_row_and_fits_its_caption) {
+  fill(3);
+  ASSERT_TRUE(open_editor(1));
+  const rect<int> r = m_grid->GetMoreEditor()->GetDecoration()->GetWindowRect();
+  const rect<int> row = m_grid->GetViewer()->GetCellRect(1, -1);
+  EXPECT_EQ(r.top, row.top);
+  // The row's bottom pixel is its rule, which stays in sight.
+  EXPECT_EQ(r.bottom, row.bottom - 1);
+  EXPECT_EQ(more_text()->GetRect().GetBottom() + 1, row.bottom - 1);
+  wxClientDC dc(m_panel);
+  dc.SetFont(m_panel->GetFont());
+  const int text = dc.GetTextExtent("...").x;
+  EXPECT_GE(r.width(), text + 14);
+  EXPECT_LE(r.width(), text + 24);
 }
 
 TEST_F(base_grid_test, a_typed_restricted_symbol_is_refused_and_the_tooltip_explains) {

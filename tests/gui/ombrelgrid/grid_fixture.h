@@ -84,20 +84,17 @@ class grid_fixture_t : public ::testing::Test {
     return static_cast<wxTextCtrl*>(m_grid->GetMoreEditor()->GetNativeControl());
   }
 
-  /// Gives the grid the keyboard, as a click into it does.
+  /// Gives the grid the keyboard, as a click into it does, and waits until GTK has it there.
   void focus_grid() {
-    m_panel->SetFocus();
+    m_panel->SetCanFocus(true);
+    m_panel->wxWindow::SetFocus();
     m_grid->SetFocus();
+    ASSERT_TRUE(gui_test::wait_until([this] { return wxWindow::FindFocus() == m_panel; }));
     layout();
   }
 
-  /// A key press on the grid's window, through its wx handlers, which are what handle the
-  /// grid's keys: without a window manager, the X keyboard doesn't reach a window that GTK
-  /// can't focus.
-  void press_on_grid(int keycode) {
-    gui_test::press_key(m_panel, keycode);
-    layout();
-  }
+  /// A real key press on the grid, which has the keyboard (focus_grid).
+  void press_on_grid(int keycode) { press(keycode); }
   /// Real key presses, to whatever native control has the keyboard focus.
   void press(int keycode) {
     const int seen = m_keys_seen;

@@ -26,6 +26,9 @@ class CButton : public CCaption {
   bool IsFocusable() const override { return IsEnabled() && IsShownInTree(); }
   bool IsPressed() const { return m_press.is_pressed(); }
   bool IsHot() const { return m_press.is_hot(); }
+  /// A compact button is as wide as its caption and the padding around it, with no
+  /// least width of a dialog button: for a small button inside a row.
+  void SetCompact(bool compact);
 
  protected:
   int MeasureWidth() const override;
@@ -39,6 +42,7 @@ class CButton : public CCaption {
  private:
   korvat2::signal_t<CButton*> m_click;
   int m_id = 0;
+  bool m_compact = false;
   plaxi1::press_tracker_t m_press;
 };
 

@@ -79,6 +79,9 @@ class CEditor : public CBaseEditor {
   wxWindow* GetNativeControl() const { return m_native; }
   /// The part of `area` (window coordinates) that the native control takes.
   virtual void GetEditorRect(ombrelc7::rect<int>& area) const {}
+  /// How far right of the native control's left edge its text starts (the theme's
+  /// border and padding), so that an owner can put the text where it drew its own.
+  int GetTextInset() const;
   void ShowEditor(bool show) override;
   /// Moves the native control over the element's rectangle, less GetEditorRect; an empty
   /// rectangle (the row scrolled away) hides it until the element is placed again.
@@ -131,7 +134,8 @@ class CComboBox : public CEditor {
 };
 
 /// An editor `Base` with an element `Deco` (a button) beside its text. The decoration is
-/// placed by its alignment: 1 left, 2 right, 3 top, 4 bottom.
+/// placed by its alignment: 1 left, 2 right, 3 top, 4 bottom; it takes its preferred width
+/// beside the text and its least height above or below it.
 template <class Deco, class Base>
 class CDecoration : public Base {
  public:
@@ -148,7 +152,7 @@ class CDecoration : public Base {
     if (!m_decoration) {
       return;
     }
-    const ombrelc7::size<int> deco = m_decoration->GetMinSize();
+    const ombrelc7::size<int> deco = DecorationSize();
     switch (static_cast<int>(m_decoration->GetAlignment())) {
       case 1: area.left += deco.cx; break;
       case 2: area.right -= deco.cx; break;
@@ -169,7 +173,7 @@ class CDecoration : public Base {
  private:
   ombrelc7::rect<int> DecorationRect() const {
     const ombrelc7::rect<int>& r = this->GetRect();
-    const ombrelc7::size<int> deco = m_decoration->GetMinSize();
+    const ombrelc7::size<int> deco = DecorationSize();
     switch (static_cast<int>(m_decoration->GetAlignment())) {
       case 1: return {r.left, r.top, r.left + deco.cx, r.bottom};
       case 2: return {r.right - deco.cx, r.top, r.right, r.bottom};
@@ -177,6 +181,10 @@ class CDecoration : public Base {
       case 4: return {r.left, r.bottom - deco.cy, r.right, r.bottom};
       default: return r;
     }
+  }
+
+  ombrelc7::size<int> DecorationSize() const {
+    return {m_decoration->GetPreferredWidth(), m_decoration->GetMinSize().cy};
   }
 
   Deco* m_decoration = nullptr;

@@ -5,6 +5,14 @@
 #include <string>
 #include <vector>
 
+class wxScrollBar;
+class wxScrollEvent;
+class wxWindowDestroyEvent;
+
+namespace ombrelcfrw7 {
+class CEditor;
+}
+
 namespace ombrelgrid8 {
 
 class CGrid;
@@ -89,10 +97,12 @@ class CRowRange {
   CGridViewer* m_viewer;
 };
 
-/// The header and the rows under it; paints only the rows in view.
+/// The header and the rows under it; paints only the rows in view. A native vertical
+/// scroll bar at the right edge shows and moves the rows in view while not all rows fit.
 class CGridViewer : public ombrelcfrw7::CVisualElement {
  public:
   explicit CGridViewer(CGrid* grid);
+  ~CGridViewer() override;
   CGridHeader* GetHeader() const { return m_header; }
   CRowRange& GetRowRange() { return m_range; }
   int GetRowHeight() const;
@@ -109,6 +119,10 @@ class CGridViewer : public ombrelcfrw7::CVisualElement {
   /// The rows painted by the last paint (for tests and benchmarks).
   int GetLastPaintedRows() const { return m_painted; }
   void ScrollToRow(int row);
+  /// The scroll bar (a child of the control's window), null before the first layout.
+  wxScrollBar* GetScrollBar() const { return m_bar; }
+  /// Shows, hides and places the scroll bar after the rows, the top row or the size changed.
+  void UpdateScrollBar();
 
  protected:
   void ArrangeChildren() override;
@@ -119,8 +133,14 @@ class CGridViewer : public ombrelcfrw7::CVisualElement {
  private:
   void PaintRow(wxDC& dc, int row, const ombrelc7::rect<int>& area);
   int RowsTop() const;
+  /// The right edge of the rows: left of the scroll bar while it shows.
+  int RowsRight() const;
+  void HandleScroll(wxScrollEvent& event);
+  void HandleBarDestroy(wxWindowDestroyEvent& event);
 
   CGrid* m_grid;
+  wxScrollBar* m_bar = nullptr;
+  int m_bar_width = 0;  // 0 while the bar is hidden
   CGridHeader* m_header;
   CRowRange m_range;
   int m_top = 0;
@@ -166,6 +186,9 @@ class CGrid : public ombrelcfrw7::CVisualElement {
 
  private:
   int MoveTarget(int keycode) const;
+  /// Where the editor of `row` goes: over its first cell above its rule, its text over the
+  /// cell's text.
+  ombrelc7::rect<int> EditorRect(int row, const ombrelcfrw7::CEditor* editor) const;
 
   CGridViewer* m_viewer;
   IGridModel* m_model = nullptr;
