@@ -280,26 +280,22 @@ void CBaseGrid<Model>::FinishFill(const std::string& hint) {
 
 template <class Model>
 void CBaseGrid<Model>::MoveRowUp() {
-  const int rows = m_model ? m_model->GetRowCount() - 1 : -1;
-  const int row = GetCurrentRow();
-  if (m_model && row > 0 && row < rows) {
-    const int moved = m_model->MoveUp(row);
-    if (moved >= -1 && moved <= rows) {
-      SetCurrentRow(moved);
-    }
-    m_model->changed();
-  }
-  if (m_model) {
-    m_model->changed();
-  }
+  MoveCurrentRow(true);
 }
 
 template <class Model>
 void CBaseGrid<Model>::MoveRowDown() {
+  MoveCurrentRow(false);
+}
+
+template <class Model>
+void CBaseGrid<Model>::MoveCurrentRow(bool up) {
   const int rows = m_model ? m_model->GetRowCount() - 1 : -1;
   const int row = GetCurrentRow();
-  if (m_model && row >= 0 && row < rows - 1) {
-    const int moved = m_model->MoveDown(row);
+  // The last line never moves, and nothing moves past it or above the first row.
+  const bool movable = up ? row > 0 && row < rows : row >= 0 && row < rows - 1;
+  if (m_model && movable) {
+    const int moved = up ? m_model->MoveUp(row) : m_model->MoveDown(row);
     if (moved >= -1 && moved <= rows) {
       SetCurrentRow(moved);
     }

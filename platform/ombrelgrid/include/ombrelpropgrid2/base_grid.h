@@ -102,6 +102,7 @@ class CBaseGrid : public ombrelgrid8::CGrid, public korvat2::subscriber_base_t {
   void OnModelChanged() { Refresh(); }
   IPropItem* MakeNewItem() const;
   void BindEditor(ombrelcfrw7::CEditor* editor, PropertyEditor& property_editor, bool end_editing);
+  void MoveCurrentRow(bool up);
 
   std::unique_ptr<Model> m_model;
   LinePropertyEditor<std::string> m_line_pe;
