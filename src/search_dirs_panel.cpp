@@ -100,6 +100,10 @@ void search_dirs_panel_t::build_grid() {
   }
   m_panel8->SetWindowStyleFlag(wxBORDER_SUNKEN);
   m_sys_window = ombrelc7::CreateWrapperForWx(m_panel8);
+  // The grid's editors are native children over the control, and it takes every key.
+  m_sys_window->m_clip_children = true;
+  m_sys_window->SetKeyboardMode(1);
+  m_sys_window->Setup();
   m_grid = new grid_control_t(m_sys_window, ombrelc7::size<int>(40, 40), ombrelc7::alClient);
   const ombrelc7::size<int> area = m_sys_window->GetClientSize();
   if (area.cx > 0 && area.cy > 0) {

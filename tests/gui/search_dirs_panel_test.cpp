@@ -285,4 +285,12 @@ TEST_F(search_dirs_panel_test, an_updated_text_sets_only_the_status_of_its_entry
   EXPECT_EQ(m_panel->get_dirs(search_dirs_panel_t::file_type_2)[0].m_path.as_string(), "/missing/dir");
 }
 
+TEST_F(search_dirs_panel_test, the_grid_window_is_set_up_to_keep_its_editors_and_keys) {
+  open();
+  const long style = m_panel->m_panel8->GetWindowStyleFlag();
+  EXPECT_TRUE(style & wxCLIP_CHILDREN);
+  EXPECT_TRUE(style & wxWANTS_CHARS);
+  EXPECT_TRUE(style & wxBORDER_SUNKEN);
+}
+
 }  // namespace
