@@ -1,9 +1,11 @@
+#include "modal_answer.h"
 #include "refusing_search_dir_container.h"
 #include "search_dirs_test_support.h"
 
 #include <tamsel3/char_rules.h>
 
 #include <wx/bmpbuttn.h>
+#include <wx/dirdlg.h>
 
 #include <string>
 #include <vector>
@@ -291,6 +293,32 @@ TEST_F(search_dirs_panel_test, the_grid_window_is_set_up_to_keep_its_editors_and
   EXPECT_TRUE(style & wxCLIP_CHILDREN);
   EXPECT_TRUE(style & wxWANTS_CHARS);
   EXPECT_TRUE(style & wxBORDER_SUNKEN);
+}
+
+TEST_F(search_dirs_panel_test, a_folder_chosen_with_the_more_button_on_the_last_line_adds_a_row) {
+  add(sources, "/a");
+  open();
+  const std::string chosen = dir("chosen");
+  gui_test::answer_t<wxDirDialog> answer([&](wxDirDialog& dialog) {
+    dialog.wxDirDialogBase::SetPath(wxString::FromUTF8(chosen));
+    return wxID_OK;
+  });
+  ASSERT_TRUE(open_editor(1));
+  click_more_button();
+  EXPECT_EQ(answer.m_calls, 1);
+  EXPECT_EQ(rows(), (std::vector<std::string>{"/a", chosen}));
+  EXPECT_TRUE(save());
+  EXPECT_EQ(entries(sources), (entries_t{{"/a", false, false}, {chosen, false, false}}));
+}
+
+TEST_F(search_dirs_panel_test, a_cancelled_folder_dialog_leaves_the_row_as_it_was) {
+  add(sources, "/a");
+  open();
+  gui_test::answer_t<wxDirDialog> answer([&](wxDirDialog&) { return wxID_CANCEL; });
+  ASSERT_TRUE(open_editor(0));
+  click_more_button();
+  EXPECT_EQ(answer.m_calls, 1);
+  EXPECT_EQ(rows(), std::vector<std::string>{"/a"});
 }
 
 }  // namespace

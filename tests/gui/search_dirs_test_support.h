@@ -210,7 +210,10 @@ class frame_fixture_t : public ::testing::Test {
   /// Clicks the check box of `row`, as the mouse does.
   void click_tick(int row) {
     const ombrelc7::rect<int> cell = grid()->GetViewer()->GetCellRect(row, 1);
-    const wxPoint at(cell.left + cell.width() / 2, cell.top + cell.height() / 2);
+    click_at(wxPoint(cell.left + cell.width() / 2, cell.top + cell.height() / 2));
+  }
+
+  void click_at(const wxPoint& at) {
     for (wxEventType type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP}) {
       wxMouseEvent event(type);
       event.SetPosition(at);
@@ -218,6 +221,13 @@ class frame_fixture_t : public ::testing::Test {
       m_panel->m_panel8->GetEventHandler()->ProcessEvent(event);
     }
     layout();
+  }
+
+  /// Clicks the "..." button of the open editor.
+  void click_more_button() {
+    const ombrelc7::rect<int> button = grid()->GetMoreEditor()->GetDecoration()->GetRect();
+    ASSERT_GT(button.width(), 0);
+    click_at(wxPoint(button.left + button.width() / 2, button.top + button.height() / 2));
   }
 
   /// Chooses `index` in the file type box, as the user does.
