@@ -31,6 +31,7 @@
 #include <tamsel3/result_saving_data.h>
 #include <tamsel3/result_saving_pp.h>
 #include <tamsel3/search_dirs_panel.h>
+#include <tamsel3/search_dirs_tab.h>
 #include <tamsel3/side_panel.h>
 #include <tamsel3/simple_message_panel.h>
 #include <tamsel3/text_helpers.h>
