@@ -3,14 +3,17 @@
 // was. The folders that the rows name are made in a scratch folder, so that the tab can tell
 // which exist, which are missing and which name a file.
 #include "entries.h"
+#include "samples.h"
 
 #include <HALLIN_2_13/search_dir_container.h>
 #include <plaxi1/screenshot.h>
 #include <tamsel3/file_finder_pp.h>
+#include <tamsel3/search_dirs_tab.h>
 
 #include <wx/dialog.h>
 #include <wx/sizer.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -36,7 +39,10 @@ fs::path scratch_folder() {
                           "render/build/bin", "render/assets"}) {
     fs::create_directories(folder / dir, ignored);
   }
-  std::ofstream(folder / "render/CMakeLists.txt") << "project(render CXX)\n";
+  std::ofstream file(folder / "render/CMakeLists.txt");
+  if (!(file << "project(render CXX)\n")) {
+    std::cerr << "couldn't write " << (folder / "render/CMakeLists.txt").string() << std::endl;
+  }
   return folder;
 }
 
@@ -47,6 +53,16 @@ struct row_t {
   std::string text;
   bool recursive;
 };
+
+// The rows of the tab, all of the source files: one that exists, one that doesn't, one that
+// names a file, and one that takes the subfolders of an existing folder by a wild-card.
+std::vector<row_t> tab_rows(const fs::path& folder) {
+  const search_category_t sources = HALLIN_2_13::search_category_sources;
+  return {{sources, under(folder, "render/src"), true},
+          {sources, under(folder, "render/build/generated"), false},
+          {sources, under(folder, "render/CMakeLists.txt"), false},
+          {sources, under(folder, "render/third_party/*"), false}};
+}
 
 // Folders of all four kinds, as a host that has been used for a while would have them.
 std::vector<row_t> finder_rows(const fs::path& folder) {
@@ -92,42 +108,49 @@ struct stored_container_t {
   }
 };
 
-// A host's dialog around a page whose layout has no buttons of its own: OK lets the page
-// write the container, and then writes the container to its file; Cancel writes nothing.
-class folders_dialog_t : public wxDialog {
+constexpr int dialog_width = 640;
+
+tamsel3::search_dirs_tab_t* make_tab(const stored_container_t& stored) {
+  auto* tab = new tamsel3::search_dirs_tab_t(stored.container, HALLIN_2_13::search_category_sources);
+  tab->set_dir_error_mode(1);
+  return tab;
+}
+
+// Tall enough that every row of the sample shows, below the caption panel's message.
+void make_room_for_rows(wxDialog& dialog) {
+  dialog.SetSize(dialog.GetSize().GetWidth(), std::max(dialog.GetSize().GetHeight(), dialog.FromDIP(420)));
+}
+
+// A host's dialog around the file finder page, whose layout has no buttons: OK has the page
+// save into the container, and then writes the container to its file; Cancel writes nothing.
+class finder_dialog_t : public wxDialog {
  public:
-  folders_dialog_t(wxWindow* parent, tamsel3::pref_base_t* page, const stored_container_t& stored)
+  finder_dialog_t(wxWindow* parent, const stored_container_t& stored)
       : wxDialog(parent, wxID_ANY, "Preferences", wxDefaultPosition, wxDefaultSize,
                  wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
-        m_page(page),
+        m_page(new tamsel3::file_finder_pp_t(stored.container)),
         m_file(stored) {
     m_page->create(this);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(m_page, 1, wxEXPAND);
     sizer->Add(CreateSeparatedButtonSizer(wxOK | wxCANCEL), 0, wxEXPAND | wxALL, FromDIP(12));
     SetSizerAndFit(sizer);
-    SetSize(FromDIP(wxSize(dialog_width, 0)).GetWidth(), GetSize().GetHeight());
-    Bind(wxEVT_BUTTON, &folders_dialog_t::handle_ok, this, wxID_OK);
+    SetSize(FromDIP(dialog_width), GetSize().GetHeight());
+    Bind(wxEVT_BUTTON, &finder_dialog_t::handle_ok, this, wxID_OK);
   }
 
  private:
   void handle_ok(wxCommandEvent& event) {
-    m_page->on_ok();
+    m_page->save_settings();
     m_file.save();
     event.Skip();  // the dialog ends as usual
   }
 
-  static constexpr int dialog_width = 640;
-  tamsel3::pref_base_t* m_page;
+  tamsel3::file_finder_pp_t* m_page;
   stored_container_t m_file;
 };
 
-void run_page(wxWindow* parent, const stored_container_t& stored, tamsel3::pref_base_t* page) {
-  folders_dialog_t(parent, page, stored).ShowModal();
-}
-
-wxTopLevelWindow* show_page(wxWindow* parent, const stored_container_t& stored, tamsel3::pref_base_t* page) {
-  auto* dialog = new folders_dialog_t(parent, page, stored);
+wxTopLevelWindow* show_painted(wxDialog* dialog) {
   dialog->Show();
   plaxi1::wait_until_painted(dialog, 5000);
   return dialog;
@@ -137,17 +160,37 @@ wxTopLevelWindow* show_page(wxWindow* parent, const stored_container_t& stored, 
 
 std::vector<entry_t> search_dirs_entries() {
   return {
+      {"search_dirs_tab", "Search directories: one kind, with warnings",
+       "The folders searched for source files, from a container file of the host's. Warnings "
+       "are on: a folder that doesn't exist and a row that names a file each get a message, "
+       "while an existing folder and a wild-card over an existing one don't. OK writes the "
+       "file back.",
+       [](wxWindow* parent) {
+         // The tab's layout carries its own OK and Cancel; the page has saved into the
+         // container when the dialog ends by OK.
+         const stored_container_t stored("search_dirs_tab.cfg", tab_rows, false);
+         preferences_dialog_t dialog(parent, make_tab(stored), dialog_width);
+         make_room_for_rows(dialog);
+         if (dialog.ShowModal() == wxID_OK) {
+           stored.save();
+         }
+       },
+       [](wxWindow* parent) -> wxTopLevelWindow* {
+         const stored_container_t stored("search_dirs_tab.cfg", tab_rows, true);
+         auto* dialog = new preferences_dialog_t(parent, make_tab(stored), dialog_width);
+         make_room_for_rows(*dialog);
+         return show_painted(dialog);
+       }},
       {"file_finder_page", "File finder: four kinds of folders",
        "The search directories of binaries, debug symbols, source files and other files, one "
        "kind shown at a time, with a tick for the subfolders. The file type starts at source "
        "files; the lists of all four are edited together and OK writes the container file back.",
        [](wxWindow* parent) {
-         const stored_container_t stored("file_finder.cfg", finder_rows, false);
-         run_page(parent, stored, new tamsel3::file_finder_pp_t(stored.container));
+         finder_dialog_t(parent, stored_container_t("file_finder.cfg", finder_rows, false)).ShowModal();
        },
        [](wxWindow* parent) -> wxTopLevelWindow* {
-         const stored_container_t stored("file_finder.cfg", finder_rows, true);
-         return show_page(parent, stored, new tamsel3::file_finder_pp_t(stored.container));
+         return show_painted(
+             new finder_dialog_t(parent, stored_container_t("file_finder.cfg", finder_rows, true)));
        }},
   };
 }
