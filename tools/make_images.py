@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Draws the library's message pictures and the disclosure chevrons of folding frames, and
-writes them as PNG and GIF files.
+"""Draws the library's message pictures, the disclosure chevrons of folding frames and the
+buttons of folder lists, and writes them as PNG and GIF files.
 
     tools/make_images.py [output folder]   (default: resources/images)
 
@@ -508,6 +508,36 @@ def draw_disclosure(opened, look):
     return draw
 
 
+# The bitmap buttons beside a list of folders: move up, move down, remove. Like the disclosure
+# chevrons they sit on the window's own background, so they take the same grey, with strokes
+# two pixels wide whose ends and corners lie on pixel corners, so that each 45-degree stroke is
+# a clean stair. Down mirrors up.
+LIST_BUTTON_DESIGN = 16
+
+
+def list_button(shape_of):
+    def draw(design, scale):
+        canvas = canvas_t(design * scale)
+        canvas.paint(shape_of(design * scale, float(scale)), CHEVRON)
+        return canvas
+    return draw
+
+
+def move_chevron(pointing_up):
+    def shape(side, u):
+        c = side / 2.0
+        arm, depth = 5.0 * u, 2.5 * u
+        middle = c + 0.5 * u if pointing_up else c - 0.5 * u
+        sign = 1.0 if pointing_up else -1.0
+        return stroke([(c - arm, middle + sign * depth), (c, middle - sign * depth),
+                       (c + arm, middle + sign * depth)], 2.0 * u)
+    return shape
+
+
+def remove_cross(side, u):
+    return cross(side / 2.0, 4.0 * u, 2.0 * u)
+
+
 PICTURES = [
     ("error24", draw_error, 24),
     ("warning24", draw_warning, 24),
@@ -524,7 +554,11 @@ PICTURES = [
 ] + [("scroll_%s_%s" % (way, look), draw_scroll(way == "right", look), SCROLL_DESIGN)
      for way in ("left", "right") for look in SCROLL_LOOKS] + [
     ("advanced_%s%s" % (name, look), draw_disclosure(opened, look), 13)
-    for name, opened in (("open", True), ("close", False)) for look in CHEVRON_LOOKS]
+    for name, opened in (("open", True), ("close", False)) for look in CHEVRON_LOOKS] + [
+    ("up", list_button(move_chevron(True)), LIST_BUTTON_DESIGN),
+    ("down", list_button(move_chevron(False)), LIST_BUTTON_DESIGN),
+    ("cross", list_button(remove_cross), LIST_BUTTON_DESIGN),
+]
 
 
 def all_files():

@@ -40,5 +40,7 @@ std::vector<entry_t> side_panel_entries();
 std::vector<entry_t> advanced_panel_entries();
 /// Search directories on the directory grid, one row under edit.
 std::vector<entry_t> directory_grid_entries();
+/// The search directories' tab with warnings, and the file finder page of all four kinds.
+std::vector<entry_t> search_dirs_entries();
 
 }  // namespace gallery

@@ -28,7 +28,7 @@ std::vector<entry_t> make_entries() {
   std::vector<entry_t> entries = frame_entries();
   for (auto* group : {&message_entries, &caption_entries, &inplace_entries, &result_saving_entries,
                       &editor_entries, &small_dialog_entries, &feature_entries, &side_panel_entries,
-                      &advanced_panel_entries, &directory_grid_entries}) {
+                      &advanced_panel_entries, &directory_grid_entries, &search_dirs_entries}) {
     for (entry_t& entry : (*group)()) {
       entries.push_back(std::move(entry));
     }

@@ -14,6 +14,7 @@
 #include <tamsel3/event_log.h>
 #include <tamsel3/experimental_options_panel.h>
 #include <tamsel3/feature_config.h>
+#include <tamsel3/file_finder_pp.h>
 #include <tamsel3/generic_base.h>
 #include <tamsel3/global_show_help.h>
 #include <tamsel3/inplace_ctrl.h>
@@ -29,6 +30,8 @@
 #include <tamsel3/resource.h>
 #include <tamsel3/result_saving_data.h>
 #include <tamsel3/result_saving_pp.h>
+#include <tamsel3/search_dirs_panel.h>
+#include <tamsel3/search_dirs_tab.h>
 #include <tamsel3/side_panel.h>
 #include <tamsel3/simple_message_panel.h>
 #include <tamsel3/text_helpers.h>

@@ -48,6 +48,17 @@ class sys_window_t : public wxEvtHandler, public ISysWindow {
   ~sys_window_t() override { delete_control(); }
 
   // ISysWindow
+  void SetKeyboardMode(int mode) override { m_keyboard_mode = mode == 0 ? 0 : 1; }
+  int GetKeyboardMode() const override { return m_keyboard_mode; }
+  void Setup() override {
+    if (!m_window) {
+      return;
+    }
+    long style = m_window->GetWindowStyleFlag();
+    style = m_clip_children ? (style | wxCLIP_CHILDREN) : (style & ~static_cast<long>(wxCLIP_CHILDREN));
+    style = m_keyboard_mode == 1 ? (style | wxWANTS_CHARS) : (style & ~static_cast<long>(wxWANTS_CHARS));
+    m_window->SetWindowStyleFlag(style);
+  }
   wxWindow* GetWxWindow() const override { return m_window; }
   size<int> GetClientSize() const override {
     if (!m_window) {
@@ -235,6 +246,7 @@ class sys_window_t : public wxEvtHandler, public ISysWindow {
   COMBRELControl* m_control = nullptr;
   int m_lock = 0;
   int m_suspend = 0;
+  int m_keyboard_mode = 1;
   bool m_layout_pending = false;
   bool m_layout_posted = false;
   rect<int> m_dirty;

@@ -163,6 +163,25 @@ void CVisualElement::OnChange() {
   RequestLayout();
 }
 
+void CVisualElement::OnChange(CVisualElement* source, UpdateType what) {
+  CVisualElement* target = source ? source : this;
+  if (what == utContent) {
+    target->Invalidate();
+    return;
+  }
+  target->MarkSubtreeDirty();
+  target->OnChange();
+}
+
+void CVisualElement::MarkSubtreeDirty() {
+  m_pref_width = -1;
+  m_cache_width = -1;
+  m_flags |= flag_layout_dirty;
+  for (CVisualElement* child : m_children) {
+    child->MarkSubtreeDirty();
+  }
+}
+
 void CVisualElement::InvalidateMeasure() {
   CVisualElement* child = nullptr;
   for (CVisualElement* e = this; e; child = e, e = e->m_parent) {

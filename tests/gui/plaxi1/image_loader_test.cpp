@@ -264,6 +264,30 @@ TEST_F(image_loader_test, loads_the_scroll_button_pictures_in_every_look) {
   EXPECT_LT(disabled.GetAlpha(tip.x, tip.y), 128) << "faint on any ground";
 }
 
+// The buttons beside a list of folders: grey strokes on a transparent ground, down the mirror
+// image of up, and a cross whose middle is drawn and whose corners between the arms are not.
+TEST_F(image_loader_test, loads_the_folder_list_buttons_with_their_dense_forms) {
+  const image_loader_t loader(archive_index());
+  for (const char* name : {"up", "down", "cross"}) {
+    expect_square_with_dense_form(loader, name, 16);
+  }
+  const wxImage up = loader.load_static_picture("up").getImage(false);
+  const wxImage down = loader.load_static_picture("down").getImage(false);
+  EXPECT_TRUE(same_pixels(down, up.Mirror(false)));
+  EXPECT_FALSE(same_pixels(up, down));
+  const wxColour grey(0x8B, 0x8A, 0x8F);
+  EXPECT_EQ(colour_at(up, 7, 6), grey);  // beside the tip
+  EXPECT_EQ(up.GetAlpha(7, 6), 255);
+  EXPECT_EQ(up.GetAlpha(7, 11), 0) << "open below the tip";
+  EXPECT_EQ(up.GetAlpha(3, 10), 255);  // a leg
+  const wxImage cross = loader.load_static_picture("cross").getImage(false);
+  EXPECT_EQ(colour_at(cross, 7, 7), grey);
+  EXPECT_EQ(cross.GetAlpha(7, 7), 255);
+  EXPECT_EQ(cross.GetAlpha(8, 3), 0);
+  EXPECT_EQ(cross.GetAlpha(4, 4), 255);
+  EXPECT_EQ(cross.GetAlpha(11, 4), 255);
+}
+
 TEST_F(image_loader_test, loads_the_progress_spinner) {
   const wxAnimation animation = image_loader_t(archive_index()).load_animation("progress");
   ASSERT_TRUE(animation.IsOk());

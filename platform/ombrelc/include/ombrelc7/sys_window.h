@@ -17,6 +17,20 @@ class COMBRELControl;
 /// requests wait and one layout runs at the last resume.
 class ISysWindow {
  public:
+  /// Set by an owner whose window hosts native child windows over the control (in-place
+  /// editors): Setup then gives the window wxCLIP_CHILDREN, so that the control's painting
+  /// never covers those children. False by default; it takes effect at Setup.
+  bool m_clip_children = false;
+
+  /// How keys reach the control, taking effect at Setup. 1 (the default): the control takes
+  /// every key, Tab, Enter and the arrows included (wxWANTS_CHARS). 0: the dialog keeps its
+  /// navigation keys, and the control gets the others. Other values count as 1.
+  virtual void SetKeyboardMode(int mode) = 0;
+  virtual int GetKeyboardMode() const = 0;
+  /// Applies m_clip_children and the keyboard mode to the wx window's style. An owner runs
+  /// it after setting them and before building its control.
+  virtual void Setup() = 0;
+
   virtual wxWindow* GetWxWindow() const = 0;
   virtual size<int> GetClientSize() const = 0;
   /// Marks a rectangle of the client area (window coordinates) for repainting.

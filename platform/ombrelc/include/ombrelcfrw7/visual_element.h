@@ -42,6 +42,15 @@ struct element_key_t {
   bool alt = false;
 };
 
+/// What changed in an element, for CVisualElement::OnChange.
+enum UpdateType {
+  /// Only what the element shows: it is repainted, nothing is measured or laid out again.
+  utContent = 1,
+  /// The element's size or its children: the element and all its descendants are measured
+  /// and placed again, even those that keep their rectangles, and the element is repainted.
+  utLayout = 2,
+};
+
 /// A node of the tree: a rectangle with a minimum size and an alignment in its parent,
 /// an optional background and children, which it owns and deletes. Elements are laid out
 /// by their control, deferred (see ombrelc7::ISysWindow::RequestLayout), and painted back
@@ -89,6 +98,9 @@ class CVisualElement {
   /// Content or size changed: drops the measuring caches up to the root, asks for a layout
   /// and repaints the element.
   virtual void OnChange();
+  /// `source` (this element or one of its descendants; null: this element) changed as
+  /// `what` tells.
+  void OnChange(CVisualElement* source, UpdateType what);
 
   /// The arranged rectangle, in the control's content coordinates (before scrolling).
   const ombrelc7::rect<int>& GetRect() const { return m_rect; }
@@ -164,6 +176,8 @@ class CVisualElement {
   /// The size of `child` along both axes when given `area` under its alignment, as an
   /// element without stacking places it.
   static ombrelc7::rect<int> PlaceInArea(CVisualElement* child, const ombrelc7::rect<int>& area);
+  /// Marks the element and all its descendants for placing again.
+  void MarkSubtreeDirty();
   /// Asks the window for a layout (deferred).
   void RequestLayout() const;
   CBaseControl* GetBaseControl() const;

@@ -1,0 +1,31 @@
+#pragma once
+#include <tamsel3/pref_base.h>
+#include <tamsel3/search_dirs_panel.h>
+
+namespace tamsel3 {
+
+/// The preference page of the search directories: a frame around `search_dirs_panel_t`,
+/// which takes the place of the layout's "m_panel5". OK saves through the panel (a refused
+/// directory shows the panel's box, and the page closes as always); Cancel writes nothing.
+/// A layout without "m_panel5" leaves the page empty and isn't supported past that. GUI thread.
+class file_finder_pp_t : public pref_base_t {
+ public:
+  explicit file_finder_pp_t(search_dirs_panel_t::container_ptr_t container);
+
+  void save_settings() override;
+  void load_settings();
+  void fill_controls() {}
+
+  search_dirs_panel_t* panel() const { return m_panel; }
+
+ protected:
+  void on_init_dialog() override;
+  void on_ok() override;
+  void on_cancel() override {}
+  void on_help() override {}
+
+  search_dirs_panel_t* m_panel = nullptr;
+  search_dirs_panel_t::container_ptr_t m_container;
+};
+
+}  // namespace tamsel3
