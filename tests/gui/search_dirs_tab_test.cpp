@@ -328,6 +328,8 @@ TEST_F(search_dirs_tab_test, an_opened_page_warns_once_for_each_missing_or_file_
   EXPECT_EQ(m_tab->m_messages.count(model()->getPropertyByRow(1)), 1u);
   EXPECT_EQ(m_tab->m_messages.count(model()->getPropertyByRow(2)), 1u);
   EXPECT_TRUE(m_tab->validate_dir(path_info_t(m_good + "/*"), 3));
+  // The page was filled before it had its size: all four rows show from the first.
+  EXPECT_EQ(grid()->GetViewer()->GetTopRow(), 0);
 }
 
 TEST_F(search_dirs_tab_test,
