@@ -380,10 +380,10 @@ void search_dirs_tab_t::on_button_remove(wxCommandEvent&) {
 }
 
 void search_dirs_tab_t::remove_row(int row) {
-  if (row >= dir_row_count()) {
+  const auto* model = grid() ? grid()->GetGridModel() : nullptr;
+  if (!model || row >= dir_row_count()) {
     return;  // the last line stays
   }
-  const auto* model = grid()->GetGridModel();
   const auto found = m_messages.find(model->getPropertyByRow(row));
   if (found != m_messages.end()) {
     if (m_caption_panel) {

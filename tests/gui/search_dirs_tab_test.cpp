@@ -1,6 +1,7 @@
 #include "fixtures.h"
 #include "gui_test.h"
 #include "modal_answer.h"
+#include "refusing_search_dir_container.h"
 
 #include <HALLIN_2_13/search_dir_container.h>
 #include <ombrelc/ombrelc.h>
@@ -328,6 +329,8 @@ TEST_F(search_dirs_tab_test, an_opened_page_warns_once_for_each_missing_or_file_
   EXPECT_EQ(m_tab->m_messages.count(model()->getPropertyByRow(1)), 1u);
   EXPECT_EQ(m_tab->m_messages.count(model()->getPropertyByRow(2)), 1u);
   EXPECT_TRUE(m_tab->validate_dir(path_info_t(m_good + "/*"), 3));
+  // The page was filled before it had its size: all four rows show from the first.
+  EXPECT_EQ(grid()->GetViewer()->GetTopRow(), 0);
 }
 
 TEST_F(search_dirs_tab_test,
@@ -517,6 +520,19 @@ TEST_F(search_dirs_tab_test, a_page_of_category_1_writes_its_list_into_both_cate
     EXPECT_FALSE(entry.recursive);
     EXPECT_TRUE(entry.flag);
   }
+}
+
+TEST_F(search_dirs_tab_test, a_refused_directory_doesnt_stop_the_others_or_the_save) {
+  auto refusing = test_support::refusing_search_dir_container_t::create(m_good);
+  refusing->add_search_dir(other, "/kept/before", false, true);
+  m_container = refusing;
+  open(other);
+  type_row(m_good);
+  type_row(m_other_good);
+  click("m_btn_ok");
+  EXPECT_EQ(refusing->refusals(), 1);
+  EXPECT_EQ(entries(other), (std::vector<std::string>{"/kept/before", m_other_good}));
+  EXPECT_TRUE(m_tab->set_data());
 }
 
 TEST_F(search_dirs_tab_test, cancel_writes_nothing) {

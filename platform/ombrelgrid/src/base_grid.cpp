@@ -272,7 +272,8 @@ void CBaseGrid<Model>::FinishFill(const std::string& hint) {
     const int last = m_model->GetRowCount() - 1;
     GetViewer()->GetRowRange().SetRange(last, last);
   }
-  GetViewer()->OnChange();
+  // The rows and their cells are placed again, not only the viewer.
+  GetViewer()->OnChange(GetViewer(), ombrelcfrw7::utLayout);
   if (m_model) {
     m_model->changed();
   }

@@ -305,6 +305,8 @@ int CGridViewer::ColumnAt(int x) const {
 void CGridViewer::ArrangeChildren() {
   const rect<int>& r = GetRect();
   m_header->Arrange(rect<int>(r.left, r.top, r.right, r.top + m_header->GetHeightFor(r.width())));
+  // A taller viewer may fit rows above the top one: no empty space is left below the rows.
+  SetTopRow(m_top);
   UpdateScrollBar();
 }
 

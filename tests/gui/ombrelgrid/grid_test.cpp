@@ -65,6 +65,18 @@ TEST_F(grid_test, the_fill_brings_the_last_line_into_view) {
   EXPECT_LE(viewer()->GetTopRow(), last);
 }
 
+TEST_F(grid_test, rows_that_fit_once_the_window_grew_show_from_the_first) {
+  // Filled while the window is too small, as an owner fills a grid before it is shown.
+  m_frame->SetClientSize(wxSize(500, 60));
+  layout();
+  fill(4);
+  ASSERT_GT(viewer()->GetTopRow(), 0);
+  m_frame->SetClientSize(wxSize(500, 300));
+  ASSERT_TRUE(gui_test::wait_until([this] { return m_panel->GetClientSize().y > 200; }));
+  layout();
+  EXPECT_EQ(viewer()->GetTopRow(), 0);
+}
+
 TEST_F(grid_test, arrows_home_end_and_page_keys_move_the_current_row) {
   fill(50);
   focus_grid();
