@@ -100,7 +100,7 @@ class search_directories_dialog_t : public wxDialog {
       editor->m_tooltip_text = "A folder name can't hold these characters: \" < > |";
     }
     ombrelpropgrid2::HALLINGridModel* const model = grid->GetGridModel();
-    model->SetColumnCaptions("Directory", "Recursive");
+    model->SetColumnCaptions("Folder", "Include subfolders");
     grid->KeepResizingModel(grid->createResizingModel());
     grid->UpdateHeadersWidths();
     fill(grid);

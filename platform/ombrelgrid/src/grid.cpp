@@ -11,6 +11,7 @@
 #include <wx/window.h>
 
 #include <algorithm>
+#include <numeric>
 
 namespace ombrelgrid8 {
 
@@ -51,6 +52,21 @@ CGridHeader::CGridHeader(ombrelcfrw7::CVisualElement* parent)
 
 int CGridHeader::GetColumnWidth(int column) const {
   return column >= 0 && column < GetColumnCount() ? m_widths[column] : 0;
+}
+
+void CGridHeader::FitWidth(int width) {
+  const long long sum = std::accumulate(m_widths.begin(), m_widths.end(), 0LL);
+  if (width <= 0 || m_widths.empty() || sum == width) {
+    return;
+  }
+  const int count = GetColumnCount();
+  int used = 0;
+  for (int i = 0; i + 1 < count; ++i) {
+    m_widths[i] = static_cast<int>(sum > 0 ? static_cast<long long>(m_widths[i]) * width / sum : width / count);
+    used += m_widths[i];
+  }
+  m_widths[count - 1] = width - used;
+  Invalidate();
 }
 
 void CGridHeader::SetColumnWidth(int column, int width) {
@@ -304,6 +320,11 @@ int CGridViewer::ColumnAt(int x) const {
 
 void CGridViewer::ArrangeChildren() {
   const rect<int>& r = GetRect();
+  // As the grid changes its width, the columns keep their shares of it.
+  if (r.width() != m_fitted_width) {
+    m_fitted_width = r.width();
+    m_header->FitWidth(r.width());
+  }
   m_header->Arrange(rect<int>(r.left, r.top, r.right, r.top + m_header->GetHeightFor(r.width())));
   // A taller viewer may fit rows above the top one: no empty space is left below the rows.
   SetTopRow(m_top);

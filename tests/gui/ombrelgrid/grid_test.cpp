@@ -200,19 +200,38 @@ TEST_F(grid_test, dragging_a_header_edge_resizes_the_column) {
   ombrelgrid8::CGridHeader* header = viewer()->GetHeader();
   std::unique_ptr<ombrelgrid8::IResizingModel> resizing(m_grid->createResizingModel());
   m_grid->SetResizingModel(resizing.get());
-  header->SetColumnWidth(0, 300);
-  header->SetColumnWidth(1, 100);
   layout();
   const rect<int> r = header->GetWindowRect();
   ASSERT_GT(r.height(), 0);
+  header->SetColumnWidth(0, r.width() - 100);
+  header->SetColumnWidth(1, 100);
   const int y = r.top + r.height() / 2;
-  mouse(wxEVT_LEFT_DOWN, {r.left + 300, y});
-  mouse(wxEVT_MOTION, {r.left + 250, y});
-  mouse(wxEVT_LEFT_UP, {r.left + 250, y});
+  mouse(wxEVT_LEFT_DOWN, {r.left + r.width() - 100, y});
+  mouse(wxEVT_MOTION, {r.left + r.width() - 150, y});
+  mouse(wxEVT_LEFT_UP, {r.left + r.width() - 150, y});
   layout();
-  EXPECT_EQ(header->GetColumnWidth(0), 250);
+  EXPECT_EQ(header->GetColumnWidth(0), r.width() - 150);
   EXPECT_EQ(header->GetColumnWidth(1), 150);
   m_grid->SetResizingModel(nullptr);
+}
+
+TEST_F(grid_test, the_columns_keep_their_shares_of_the_width_the_grid_gets) {
+  model()->SetColumnCaptions("Directories", "Recursive");
+  ombrelgrid8::CGridHeader* header = viewer()->GetHeader();
+  header->SetColumnWidth(0, 150);
+  header->SetColumnWidth(1, 50);
+  m_frame->SetClientSize(wxSize(600, 300));
+  layout();
+  const int width = header->GetRect().width();
+  ASSERT_GT(width, 200);
+  EXPECT_EQ(header->GetColumnWidth(0), width * 3 / 4);
+  EXPECT_EQ(header->GetColumnWidth(1), width - width * 3 / 4);
+  m_frame->SetClientSize(wxSize(800, 300));
+  layout();
+  const int wider = header->GetRect().width();
+  ASSERT_GT(wider, width);
+  EXPECT_EQ(header->GetColumnWidth(0) + header->GetColumnWidth(1), wider);
+  EXPECT_NEAR(header->GetColumnWidth(0), wider * 3 / 4, 1);
 }
 
 TEST_F(grid_test, the_row_range_brings_its_rows_into_view) {

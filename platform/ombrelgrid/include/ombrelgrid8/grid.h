@@ -66,6 +66,9 @@ class CGridHeader : public ombrelcfrw7::CVisualElement {
   void SetColumnWidth(int column, int width);
   /// Sets the columns; a column that existed keeps its width, a new one gets 100.
   void SetColumns(const std::vector<std::string>& captions);
+  /// Scales the columns so that together they are `width` wide, keeping their proportions;
+  /// the last column takes what rounding leaves. Nothing changes for a width of 0 or less.
+  void FitWidth(int width);
   const std::string& GetCaption(int column) const;
   /// The left edge of a column, relative to the header's left.
   int GetColumnLeft(int column) const;
@@ -145,6 +148,7 @@ class CGridViewer : public ombrelcfrw7::CVisualElement {
   CRowRange m_range;
   int m_top = 0;
   int m_painted = 0;
+  int m_fitted_width = 0;  // the width the columns were last fitted to
   mutable int m_row_height = 0;  // measured from the window's font at first need
 };
 
