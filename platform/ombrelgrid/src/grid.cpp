@@ -62,7 +62,8 @@ void CGridHeader::FitWidth(int width) {
   const int count = GetColumnCount();
   int used = 0;
   for (int i = 0; i + 1 < count; ++i) {
-    m_widths[i] = static_cast<int>(sum > 0 ? static_cast<long long>(m_widths[i]) * width / sum : width / count);
+    m_widths[i] =
+        static_cast<int>(sum > 0 ? static_cast<long long>(m_widths[i]) * width / sum : width / count);
     used += m_widths[i];
   }
   m_widths[count - 1] = width - used;
