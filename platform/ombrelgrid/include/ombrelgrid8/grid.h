@@ -148,7 +148,7 @@ class CGridViewer : public ombrelcfrw7::CVisualElement {
   CRowRange m_range;
   int m_top = 0;
   int m_painted = 0;
-  int m_fitted_width = 0;  // the width the columns were last fitted to
+  int m_fitted_width = 0;        // the width the columns were last fitted to
   mutable int m_row_height = 0;  // measured from the window's font at first need
 };
 
