@@ -175,7 +175,7 @@ void search_dirs_panel_t::get_data() {
   }
 }
 
-void search_dirs_panel_t::add_dirs(HALLIN_2_13::ObjectPtr<HALLIN_2_13::ISearchDirIterator> iterator,
+void search_dirs_panel_t::add_dirs(const HALLIN_2_13::ObjectPtr<HALLIN_2_13::ISearchDirIterator>& iterator,
                                    file_type_t type, std::vector<dir_info_t>* dirs) {
   if (!iterator.get()) {
     return;
@@ -339,7 +339,7 @@ void search_dirs_panel_t::on_button_remove(wxCommandEvent&) {
   }
 }
 
-void search_dirs_panel_t::on_dir_updated(int row, std::string value) {
+void search_dirs_panel_t::on_dir_updated(int row, const std::string& value) {
   const path_info_t path(value);
   dir_info_t& dir = (*m_current_dirs)[row];
   if (path.as_string() != dir.m_path.as_string()) {

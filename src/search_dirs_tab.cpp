@@ -24,8 +24,8 @@
 namespace tamsel3 {
 namespace {
 
-using varg_list = ZANDOR_2_16::generic::varg_list;
 using ombrelpropgrid2::IPropItem;
+using ZANDOR_2_16::generic::varg_list;
 
 varg_list dir_args(const std::string& dir) { return varg_list(ZANDOR_2_16::generic::argument("dir", dir)); }
 
@@ -214,7 +214,7 @@ void search_dirs_tab_t::read_merged_categories() {
   } while (symbols->next());
 }
 
-void search_dirs_tab_t::add_dirs(iterator_ptr_t iterator, std::vector<dir_info_t>& dirs) {
+void search_dirs_tab_t::add_dirs(const iterator_ptr_t& iterator, std::vector<dir_info_t>& dirs) {
   if (!iterator) {
     return;
   }
@@ -224,7 +224,7 @@ void search_dirs_tab_t::add_dirs(iterator_ptr_t iterator, std::vector<dir_info_t
   } while (iterator->next());
 }
 
-void search_dirs_tab_t::add_dir(iterator_ptr_t iterator, std::vector<dir_info_t>& dirs) {
+void search_dirs_tab_t::add_dir(const iterator_ptr_t& iterator, std::vector<dir_info_t>& dirs) {
   const char* text = nullptr;
   bool recursive = false;
   bool other = false;

@@ -58,7 +58,7 @@ class search_dirs_panel_t : public pref_base_t {
   virtual void show_warn_msg_box(const std::string& details);
 
   void get_data();
-  void add_dirs(HALLIN_2_13::ObjectPtr<HALLIN_2_13::ISearchDirIterator> iterator, file_type_t type,
+  void add_dirs(const HALLIN_2_13::ObjectPtr<HALLIN_2_13::ISearchDirIterator>& iterator, file_type_t type,
                 std::vector<dir_info_t>* dirs);
   void fill_dirs();
   bool fill_dirs_by_type(HALLIN_2_13::search_category_t category, std::vector<dir_info_t>* dirs);
@@ -69,7 +69,7 @@ class search_dirs_panel_t : public pref_base_t {
   void load_images();
   /// Marks entry `row` of the shown list as existing or not when `value` differs from it;
   /// the text isn't changed and `row` isn't checked.
-  void on_dir_updated(int row, std::string value);
+  void on_dir_updated(int row, const std::string& value);
   void on_init_panel() {}
 
   file_type_t get_file_type() const { return m_file_type; }

@@ -96,8 +96,8 @@ class search_dirs_tab_t : public pref_base_t {
   void fill_dirs();
   /// Shows `m_dirs` in the grid and validates each row.
   void fill_grid();
-  void add_dir(iterator_ptr_t iterator, std::vector<dir_info_t>& dirs);
-  void add_dirs(iterator_ptr_t iterator, std::vector<dir_info_t>& dirs);
+  void add_dir(const iterator_ptr_t& iterator, std::vector<dir_info_t>& dirs);
+  void add_dirs(const iterator_ptr_t& iterator, std::vector<dir_info_t>& dirs);
   void load_images();
   void load_messages();
   void set_grid_headers();
