@@ -46,7 +46,7 @@ class file_finder_pp_test : public frame_fixture_t {
     m_page->create(m_frame);
     m_page->m_end_dialog_signal.connect(&m_ends, &end_record_t::on_end);
     ASSERT_NE(m_page->panel(), nullptr);
-    use(static_cast<panel_t*>(m_page->panel()));
+    use(m_page->panel());
     show(m_page);
   }
 
@@ -129,7 +129,7 @@ TEST_F(file_finder_pp_test, a_host_edits_two_categories_and_a_new_process_reads_
   choose_type(3);
   ASSERT_EQ(rows(), std::vector<std::string>{"/road/other/gone"});
   grid()->SetCurrentRow(0);
-  gui_test::click(m_panel->m_bpButton3);
+  gui_test::click(panel_t::remove_button_of(m_base));
   add_row("/road/other/added");
   m_page->press_ok();
   ASSERT_TRUE(m_container->save(file).succeeded());

@@ -43,6 +43,14 @@ class panel_t : public tamsel3::search_dirs_panel_t {
   using search_dirs_panel_t::m_current_dirs;
   using search_dirs_panel_t::m_panel8;
   using search_dirs_panel_t::search_dirs_panel_t;
+
+  // A panel that the file finder page made is no panel_t: its members are reached through
+  // member pointers, which casting it to panel_t would not be allowed to do.
+  static wxWindow* panel8_of(search_dirs_panel_t* panel) { return panel->*(&panel_t::m_panel8); }
+  static wxBitmapButton* remove_button_of(search_dirs_panel_t* panel) {
+    return panel->*(&panel_t::m_bpButton3);
+  }
+  static wxComboBox* combo_of(search_dirs_panel_t* panel) { return panel->*(&panel_t::m_comboBox4); }
 };
 
 /// A message box as it was shown: its two texts, flattened (see flat).
@@ -113,8 +121,13 @@ class frame_fixture_t : public ::testing::Test {
     layout();
   }
 
-  void use(panel_t* panel) { m_panel = panel; }
-  ombrelpropgrid2::CHALLINGrid* grid() const { return m_panel->grid(); }
+  void use(panel_t* panel) {
+    m_panel = panel;
+    m_base = panel;
+  }
+  void use(tamsel3::search_dirs_panel_t* panel) { m_base = panel; }
+  ombrelpropgrid2::CHALLINGrid* grid() const { return m_base->grid(); }
+  wxWindow* panel8() const { return panel_t::panel8_of(m_base); }
   ombrelpropgrid2::HALLINGridModel* model() const { return grid()->GetGridModel(); }
   int row_count() const { return model()->GetRowCount() - 1; }
 
@@ -136,8 +149,8 @@ class frame_fixture_t : public ::testing::Test {
 
   void layout() {
     gui_test::pump();
-    if (m_panel && m_panel->m_panel8) {
-      m_panel->m_panel8->Layout();
+    if (m_base && panel8()) {
+      panel8()->Layout();
     }
     gui_test::pump();
   }
@@ -148,7 +161,7 @@ class frame_fixture_t : public ::testing::Test {
 
   /// Gives the grid the keyboard, as a click into it does.
   void focus_grid() {
-    wxWindow* host = m_panel->m_panel8;
+    wxWindow* host = panel8();
     host->SetCanFocus(true);
     host->SetFocus();
     grid()->SetFocus();
@@ -217,8 +230,8 @@ class frame_fixture_t : public ::testing::Test {
     for (wxEventType type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP}) {
       wxMouseEvent event(type);
       event.SetPosition(at);
-      event.SetEventObject(m_panel->m_panel8);
-      m_panel->m_panel8->GetEventHandler()->ProcessEvent(event);
+      event.SetEventObject(panel8());
+      panel8()->GetEventHandler()->ProcessEvent(event);
     }
     layout();
   }
@@ -232,7 +245,7 @@ class frame_fixture_t : public ::testing::Test {
 
   /// Chooses `index` in the file type box, as the user does.
   void choose_type(int index) {
-    wxComboBox* box = m_panel->m_comboBox4;
+    wxComboBox* box = panel_t::combo_of(m_base);
     box->SetSelection(index);
     wxCommandEvent event(wxEVT_COMBOBOX, box->GetId());
     event.SetEventObject(box);
@@ -265,7 +278,8 @@ class frame_fixture_t : public ::testing::Test {
   }
 
   wxFrame* m_frame = nullptr;
-  panel_t* m_panel = nullptr;
+  panel_t* m_panel = nullptr;  // set only for a panel that the test made itself
+  tamsel3::search_dirs_panel_t* m_base = nullptr;
   HALLIN_2_13::ObjectPtr<search_dir_container_t> m_container;
   test_support::temp_dir_t m_scratch;
   int m_keys_seen = 0;
