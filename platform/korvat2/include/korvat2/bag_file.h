@@ -4,6 +4,10 @@
 
 namespace korvat2 {
 
+/// The deepest nesting a bag file holds: a bag without nested bags has depth 1, and a
+/// bag holding a bag of depth n has depth n + 1.
+inline constexpr int max_bag_depth = 1000;
+
 /// Reads a bag file into `bag`, replacing what it held. A non-empty `extra` names a nested
 /// bag of the file's top level to read instead of the whole file. A missing, unreadable,
 /// truncated or malformed file gives a failing code and leaves `bag` as it was; unknown
