@@ -617,7 +617,8 @@ TEST(bag_file_test, texts_with_nul_bytes_round_trip) {
 
 TEST(bag_file_test, wide_texts_with_lone_surrogates_round_trip) {
   temp_dir_t dir;
-  const std::vector<std::u16string> texts{std::u16string(1, char16_t(0xD800)), std::u16string(1, char16_t(0xDFFF)),
+  const std::vector<std::u16string> texts{std::u16string(1, char16_t(0xD800)),
+                                          std::u16string(1, char16_t(0xDFFF)),
                                           u"a" + std::u16string(1, char16_t(0xDC00)) + u"\U0001F600",
                                           std::u16string{char16_t(0xDBFF), u'x'}, u"\uFFFD \uFFFF \uFFFE"};
   variant_bag_t bag;
@@ -664,14 +665,15 @@ TEST(bag_file_test, ordinary_texts_are_written_as_plain_text) {
 
 TEST(bag_file_test, texts_in_base64_that_dont_decode_are_skipped) {
   temp_dir_t dir;
-  const std::string path = dir.write("bag.xml",
-                                     "<bag version=\"1\">"
-                                     "<value name=\"good\" kind=\"text\" encoding=\"base64\">YQBi</value>"
-                                     "<value name=\"odd_wide\" kind=\"wtext\" encoding=\"base64\">YQBi</value>"
-                                     "<value name=\"bad\" kind=\"text\" encoding=\"base64\">Y!==</value>"
-                                     "<value name=\"short\" kind=\"text\" encoding=\"base64\">YQ=</value>"
-                                     "<value name=\"unknown\" kind=\"text\" encoding=\"rot13\">n</value>"
-                                     "</bag>");
+  const std::string path =
+      dir.write("bag.xml",
+                "<bag version=\"1\">"
+                "<value name=\"good\" kind=\"text\" encoding=\"base64\">YQBi</value>"
+                "<value name=\"odd_wide\" kind=\"wtext\" encoding=\"base64\">YQBi</value>"
+                "<value name=\"bad\" kind=\"text\" encoding=\"base64\">Y!==</value>"
+                "<value name=\"short\" kind=\"text\" encoding=\"base64\">YQ=</value>"
+                "<value name=\"unknown\" kind=\"text\" encoding=\"rot13\">n</value>"
+                "</bag>");
   const variant_bag_t loaded = load_ok(path);
   ASSERT_NE(loaded.get<variant_t>("good"), nullptr);
   EXPECT_EQ(loaded.get<variant_t>("good")->get<std::string>(), std::string("a\0b", 3));
@@ -685,12 +687,11 @@ TEST(bag_file_test, texts_in_base64_that_dont_decode_are_skipped) {
 
 TEST(bag_file_test, file_with_anything_after_its_root_fails_and_keeps_the_bag) {
   temp_dir_t dir;
-  const std::string root = "<?xml version=\"1.0\"?>\n<bag version=\"1\"><value name=\"a\" kind=\"int\">1</value></bag>";
+  const std::string root =
+      "<?xml version=\"1.0\"?>\n<bag version=\"1\"><value name=\"a\" kind=\"int\">1</value></bag>";
   const std::vector<std::pair<std::string, std::string>> cases{
-      {"second root", root + "<bag version=\"1\"/>"},
-      {"element after the root", root + "\n<other/>"},
-      {"nul padding", root + std::string(64, '\0')},
-      {"one nul", root + std::string(1, '\0') + "\n"},
+      {"second root", root + "<bag version=\"1\"/>"}, {"element after the root", root + "\n<other/>"},
+      {"nul padding", root + std::string(64, '\0')},  {"one nul", root + std::string(1, '\0') + "\n"},
       {"text after the root", root + "tail"},
   };
   for (const auto& [what, bytes] : cases) {
