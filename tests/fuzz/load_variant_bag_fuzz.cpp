@@ -7,24 +7,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace {
 
 using fuzz_support::fail;
+using fuzz_support::read;
 using fuzz_support::work_dir;
+using fuzz_support::write;
 using korvat2::variant_bag_t;
-
-void write(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-}
-
-std::string read(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
 
 // What a bag holds before a load, so that a failed load can be told from an empty file.
 variant_bag_t marker_bag() {
