@@ -90,7 +90,9 @@ const variant_bag_t::slot_t* variant_bag_t::slot_of(const char* name) const {
 }
 
 variant_bag_t::index_t::iterator variant_bag_t::add_name(const char* name) {
-  return m_index.emplace(safe(name), slot_t{npos, npos}).first;
+  std::string key(safe(name));
+  const auto found = m_index.find(key);
+  return found != m_index.end() ? found : m_index.emplace(std::move(key), slot_t{npos, npos}).first;
 }
 
 void variant_bag_t::rebuild_slots() {
@@ -103,34 +105,33 @@ void variant_bag_t::rebuild_slots() {
   }
 }
 
-template <>
-std::size_t variant_bag_t::find_from<variant_t>(const std::string& name, std::size_t from) const {
+// The first entry of `name` and sort at or after `from`; the first one is known from the
+// index, later ones are found by their name's key.
+std::size_t variant_bag_t::find_entry(const std::string& name, std::size_t from, bool nested) const {
   const auto found = m_index.find(name);
   if (found == m_index.end()) {
     return m_entries.size();
   }
-  if (from == 0) {
-    return found->second.first_value == npos ? m_entries.size() : found->second.first_value;
+  const std::size_t first = nested ? found->second.first_bag : found->second.first_value;
+  if (first == npos) {
+    return m_entries.size();
   }
-  while (from < m_entries.size() && (m_entries[from].bag || m_entries[from].name != &found->first)) {
+  from = std::max(from, first);
+  while (from < m_entries.size() &&
+         (bool(m_entries[from].bag) != nested || m_entries[from].name != &found->first)) {
     ++from;
   }
   return from;
 }
 
 template <>
+std::size_t variant_bag_t::find_from<variant_t>(const std::string& name, std::size_t from) const {
+  return find_entry(name, from, false);
+}
+
+template <>
 std::size_t variant_bag_t::find_from<variant_bag_t>(const std::string& name, std::size_t from) const {
-  const auto found = m_index.find(name);
-  if (found == m_index.end()) {
-    return m_entries.size();
-  }
-  if (from == 0) {
-    return found->second.first_bag == npos ? m_entries.size() : found->second.first_bag;
-  }
-  while (from < m_entries.size() && (!m_entries[from].bag || m_entries[from].name != &found->first)) {
-    ++from;
-  }
-  return from;
+  return find_entry(name, from, true);
 }
 
 template <>

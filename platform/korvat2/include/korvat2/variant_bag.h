@@ -115,6 +115,7 @@ class variant_bag_t {
   const slot_t* slot_of(const char* name) const;
   index_t::iterator add_name(const char* name);
   void rebuild_slots();
+  std::size_t find_entry(const std::string& name, std::size_t from, bool nested) const;
   void copy_level(const variant_bag_t& from, copy_list_t& pending);
   void take_nested(std::vector<std::unique_ptr<variant_bag_t>>& into);
   static bool level_equal(const variant_bag_t& a, const variant_bag_t& b, compare_list_t& pending);
