@@ -547,13 +547,15 @@ TEST(bag_file_test, very_deep_file_fails_on_a_small_stack) {
   EXPECT_EQ(result, korvat2::error::FileFormat);
 }
 
-TEST(bag_file_test, bag_at_the_limit_loads_copies_compares_and_goes_on_a_small_stack) {
+TEST(bag_file_test, bag_at_the_limit_loads_copies_compares_saves_and_goes_on_a_small_stack) {
   temp_dir_t dir;
   const std::string path = dir.write("deep.xml", nested_file(korvat2::max_bag_depth));
+  const std::string saved_path = dir.file("saved.xml");
   const variant_bag_t expected = chain(korvat2::max_bag_depth);
+  bool loaded = false;
   bool equal = false;
   bool copy_equal = false;
-  bool loaded = false;
+  bool saved = false;
   run_on_small_stack([&] {
     variant_bag_t bag;
     loaded = load_variant_bag(bag, path.c_str(), "").succeeded();
@@ -562,10 +564,13 @@ TEST(bag_file_test, bag_at_the_limit_loads_copies_compares_and_goes_on_a_small_s
     variant_bag_t assigned;
     assigned = copy;
     copy_equal = assigned == expected;
+    saved = save_variant_bag(assigned, saved_path.c_str()).succeeded();
   });
   EXPECT_TRUE(loaded);
   EXPECT_TRUE(equal);
   EXPECT_TRUE(copy_equal);
+  EXPECT_TRUE(saved);
+  EXPECT_EQ(load_ok(saved_path), expected);
 }
 
 TEST(bag_file_test, bag_at_the_limit_saves_and_loads_again) {
