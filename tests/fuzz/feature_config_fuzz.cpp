@@ -10,27 +10,18 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <string>
 
 namespace {
 
 using fuzz_support::fail;
+using fuzz_support::read;
 using fuzz_support::work_dir;
+using fuzz_support::write;
 
 using tamsel3::active_features_config_impl_t;
 using tamsel3::feature_list_config_impl_t;
-
-void write(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-}
-
-std::string read(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
 
 void check_list(const std::string& input) {
   const std::string path = work_dir().file("evaluation_features.cfg");

@@ -1,9 +1,11 @@
 #pragma once
-// What the fuzz targets share: a loud stop that names the input, and one scratch folder for
-// the whole run.
+// What the fuzz targets share: a loud stop that names the input, one scratch folder for
+// the whole run, and whole-file reads and writes.
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -39,6 +41,15 @@ struct work_dir_t {
 inline const work_dir_t& work_dir() {
   static const work_dir_t dir;
   return dir;
+}
+
+inline void write(const std::string& path, const std::string& bytes) {
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+}
+
+inline std::string read(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 }  // namespace fuzz_support

@@ -14,7 +14,8 @@ namespace error {
 namespace {
 
 const code_t known_codes[] = {Success,      False,    Failed,    IsNotValidValue, IsNotValidParameter,
-                              FileNotFound, FileRead, FileWrite, FileFormat,      NotSupported};
+                              FileNotFound, FileRead, FileWrite, FileFormat,      NotSupported,
+                              BagTooDeep};
 
 bool read_assert_setting() {
   return get_environ_value(std::string(ylvane_1::log::library_logger_name) + "_ERROR_HANDLING") == "assert";

@@ -18,12 +18,10 @@ namespace {
 const zandor2::uchar_t empty_wide[] = {0};
 }
 
-variant_t::variant_t(const char* text) {
-  std::string narrow(text ? text : "");
-  std::u16string wide = zandor2::strings::to_utf16(narrow);
-  make_text(std::move(narrow), std::move(wide), kind_text);
+variant_t::variant_t(const char* text) : variant_t(std::string(text ? text : "")) {}
+variant_t::variant_t(const std::string& text) {
+  make_text(text, zandor2::strings::to_utf16(text), kind_text);
 }
-variant_t::variant_t(const std::string& text) : variant_t(text.c_str()) {}
 variant_t::variant_t(const zandor2::uchar_t* text) : variant_t(std::u16string(text ? text : empty_wide)) {}
 variant_t::variant_t(const std::u16string& text) {
   make_text(zandor2::strings::to_utf8(text), text, kind_wide_text);
@@ -158,6 +156,9 @@ bool operator==(const variant_t& a, const variant_t& b) {
     case variant_t::kind_empty: return true;
     case variant_t::kind_int: return a.m_value.m_int == b.m_value.m_int;
     case variant_t::kind_bool: return a.m_value.m_bool == b.m_value.m_bool;
+    // Each text compares in the form it was made in: a wide text may hold units that have
+    // no UTF-8 form, and a narrow one bytes that aren't UTF-8.
+    case variant_t::kind_wide_text: return a.get<std::u16string>() == b.get<std::u16string>();
     default: return a.get<std::string>() == b.get<std::string>();
   }
 }

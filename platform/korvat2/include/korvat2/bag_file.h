@@ -1,8 +1,34 @@
 #pragma once
+// Bag files: a variant_bag_t saved as XML in UTF-8, and read back.
+//
+// What a host can rely on:
+// - Everything that saves loads back equal (`==`), in the same order, repeated names kept;
+//   saving a loaded bag gives the same bytes again.
+// - Format: a root element `bag` (attribute version="1"), one `bag` element per nested bag
+//   and one `value` element per value, each with its `name`; a value has a `kind` ("text",
+//   "wtext", "int", "bool" or "empty") and its text as content. A text that XML can't hold
+//   exactly (a NUL byte, narrow bytes that aren't UTF-8, a wide text with U+0000 or a lone
+//   surrogate) is written with the attribute encoding="base64": the content is the base64
+//   of its bytes, or of its UTF-16 units low byte first. A reader skips a value whose
+//   encoding it doesn't know or that doesn't decode, as it skips unknown elements.
+// - Nesting: a file holds bags nested at most `max_bag_depth` deep. Load refuses a deeper
+//   file with error::FileFormat, and save refuses a deeper bag with error::BagTooDeep and
+//   leaves the file as it was. Load, save, copy, comparison and destruction of bags use no
+//   more stack for a deep bag than for a flat one, and their time, like the size of the
+//   file, grows in proportion to the content.
+// - A file that isn't well-formed XML, whose root isn't `bag`, that holds a NUL byte, or
+//   that holds anything besides blanks, comments and processing instructions around its
+//   one root (a second root, another element, text) fails with error::FileFormat and
+//   leaves the bag as it was. A missing file gives error::FileNotFound, another failure
+//   to read error::FileRead; a failed write gives error::FileWrite.
 #include <korvat2/error.h>
 #include <korvat2/variant_bag.h>
 
 namespace korvat2 {
+
+/// The deepest nesting a bag file holds: a bag without nested bags has depth 1, and a
+/// bag holding a bag of depth n has depth n + 1.
+inline constexpr int max_bag_depth = 1000;
 
 /// Reads a bag file into `bag`, replacing what it held. A non-empty `extra` names a nested
 /// bag of the file's top level to read instead of the whole file. A missing, unreadable,

@@ -28,6 +28,8 @@ inline constexpr code_t FileRead{failure_bit | 5, "kv2::error::File.Read"};
 inline constexpr code_t FileWrite{failure_bit | 6, "kv2::error::File.Write"};
 inline constexpr code_t FileFormat{failure_bit | 7, "kv2::error::File.Format"};
 inline constexpr code_t NotSupported{failure_bit | 8, "kv2::error::NotSupported"};
+/// A bag nested deeper than a bag file may hold (`max_bag_depth`); nothing was written.
+inline constexpr code_t BagTooDeep{failure_bit | 9, "kv2::error::Bag.TooDeep"};
 
 /// The name of a known value, or null.
 const char* name_of(value_t value);

@@ -14,7 +14,9 @@ int sync_dec(int* counter);
 ///
 /// Copies of a text share one counted payload that holds both encodings, so a text
 /// reads as either form and a copy may be made on another thread while the first lives.
-/// An int reads as bool (non-zero is true) and a bool as int.
+/// An int reads as bool (non-zero is true) and a bool as int. A text keeps every byte
+/// (narrow) or unit (wide) it was made from, NUL and ill-formed sequences included; the
+/// other form is a conversion in which ill-formed sequences become U+FFFD.
 class variant_t {
  public:
   enum kind_t { kind_empty, kind_text, kind_wide_text, kind_int, kind_bool };

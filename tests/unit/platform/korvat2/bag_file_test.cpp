@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <pthread.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <sys/wait.h>
@@ -14,6 +15,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstring>
+#include <functional>
 #include <random>
 #include <set>
 #include <string>
@@ -482,6 +484,229 @@ TEST(bag_file_test, hand_written_file_with_cdata_and_entities_loads) {
   EXPECT_EQ(loaded.get_variant("cdata", variant_t()), variant_t("<raw & text>"));
   EXPECT_EQ(loaded.get_variant("entities", variant_t()), variant_t("<&>\"'\xC3\xA9\xE2\x82\xAC"));
   EXPECT_EQ(loaded.get_variant("wide", variant_t()), variant_t(std::u16string(u"\U0001F600")));
+}
+
+// ---------------------------------------------------------------- nesting
+
+// A file whose top bag holds a chain of nested bags, `depth` bags in all.
+std::string nested_file(int depth) {
+  std::string text = "<?xml version=\"1.0\"?>\n<bag version=\"1\">";
+  for (int level = 1; level < depth; ++level) {
+    text += "<bag name=\"c\">";
+  }
+  text += "<value name=\"v\" kind=\"int\">7</value>";
+  for (int level = 1; level < depth; ++level) {
+    text += "</bag>";
+  }
+  return text + "</bag>\n";
+}
+
+// The bag that nested_file(depth) holds.
+variant_bag_t chain(int depth) {
+  variant_bag_t bag;
+  bag.put("v", 7);
+  for (int level = 1; level < depth; ++level) {
+    variant_bag_t outer;
+    outer.add_variant_bag("c", std::move(bag));
+    bag = std::move(outer);
+  }
+  return bag;
+}
+
+// Runs `work` on a thread of 256 KiB of stack, and waits for it.
+void run_on_small_stack(const std::function<void()>& work) {
+  pthread_attr_t attributes;
+  ASSERT_EQ(::pthread_attr_init(&attributes), 0);
+  ASSERT_EQ(::pthread_attr_setstacksize(&attributes, 256 * 1024), 0);
+  pthread_t thread;
+  auto start = [](void* argument) -> void* {
+    (*static_cast<const std::function<void()>*>(argument))();
+    return nullptr;
+  };
+  ASSERT_EQ(::pthread_create(&thread, &attributes, start, const_cast<std::function<void()>*>(&work)), 0);
+  ::pthread_join(thread, nullptr);
+  ::pthread_attr_destroy(&attributes);
+}
+
+TEST(bag_file_test, file_nested_one_level_deeper_than_the_limit_fails_and_keeps_the_bag) {
+  temp_dir_t dir;
+  const std::string path = dir.write("deep.xml", nested_file(korvat2::max_bag_depth + 1));
+  expect_load_fails_and_keeps_bag(path, "one level too deep");
+  variant_bag_t bag;
+  EXPECT_EQ(load_variant_bag(bag, path.c_str(), ""), korvat2::error::FileFormat);
+}
+
+TEST(bag_file_test, very_deep_file_fails_on_a_small_stack) {
+  temp_dir_t dir;
+  const std::string path = dir.write("deep.xml", nested_file(100000));
+  error_code_t result;
+  run_on_small_stack([&] {
+    variant_bag_t bag = small_bag(1);
+    result = load_variant_bag(bag, path.c_str(), "");
+  });
+  EXPECT_EQ(result, korvat2::error::FileFormat);
+}
+
+TEST(bag_file_test, bag_at_the_limit_loads_copies_compares_saves_and_goes_on_a_small_stack) {
+  temp_dir_t dir;
+  const std::string path = dir.write("deep.xml", nested_file(korvat2::max_bag_depth));
+  const std::string saved_path = dir.file("saved.xml");
+  const variant_bag_t expected = chain(korvat2::max_bag_depth);
+  bool loaded = false;
+  bool equal = false;
+  bool copy_equal = false;
+  bool saved = false;
+  run_on_small_stack([&] {
+    variant_bag_t bag;
+    loaded = load_variant_bag(bag, path.c_str(), "").succeeded();
+    equal = bag == expected;
+    const variant_bag_t copy = bag;
+    variant_bag_t assigned;
+    assigned = copy;
+    copy_equal = assigned == expected;
+    saved = save_variant_bag(assigned, saved_path.c_str()).succeeded();
+  });
+  EXPECT_TRUE(loaded);
+  EXPECT_TRUE(equal);
+  EXPECT_TRUE(copy_equal);
+  EXPECT_TRUE(saved);
+  EXPECT_EQ(load_ok(saved_path), expected);
+}
+
+TEST(bag_file_test, bag_at_the_limit_saves_and_loads_again) {
+  temp_dir_t dir;
+  const std::string path = dir.file("deep.xml");
+  const variant_bag_t bag = chain(korvat2::max_bag_depth);
+  save_ok(bag, path);
+  EXPECT_EQ(load_ok(path), bag);
+}
+
+TEST(bag_file_test, save_refuses_a_bag_deeper_than_the_limit_and_keeps_the_old_file) {
+  temp_dir_t dir;
+  const std::string path = dir.file("deep.xml");
+  save_ok(small_bag(1), path);
+  const std::string old_bytes = read_bytes(path);
+  const test_support::log_capture_t capture;
+  EXPECT_EQ(save_variant_bag(chain(korvat2::max_bag_depth + 1), path.c_str()), korvat2::error::BagTooDeep);
+  EXPECT_EQ(read_bytes(path), old_bytes);
+  EXPECT_EQ(dir.names(), names_t{"deep.xml"});
+  EXPECT_EQ(capture.count(40000, "cannot write " + path + ": the bag is nested deeper than 1000 levels"), 1u);
+}
+
+TEST(bag_file_test, deep_chain_saves_to_a_file_that_grows_with_its_content_only) {
+  temp_dir_t dir;
+  const std::string path = dir.file("deep.xml");
+  save_ok(chain(korvat2::max_bag_depth), path);
+  EXPECT_LT(read_bytes(path).size(), 100u * 1000u);
+  save_ok(chain(korvat2::max_bag_depth / 2), path);
+  const std::size_t half = read_bytes(path).size();
+  save_ok(chain(korvat2::max_bag_depth), path);
+  EXPECT_LT(read_bytes(path).size(), 2 * half + 200);
+}
+
+// ---------------------------------------------------------------- texts XML can't hold
+
+TEST(bag_file_test, texts_with_nul_bytes_round_trip) {
+  temp_dir_t dir;
+  variant_bag_t bag;
+  bag.put("narrow", std::string("before\0after\0", 13));
+  bag.put("wide", std::u16string(u"before\0after", 12));
+  bag.put("only_nul", std::u16string(1, u'\0'));
+  save_ok(bag, dir.file("bag.xml"));
+  const variant_bag_t loaded = load_ok(dir.file("bag.xml"));
+  EXPECT_EQ(loaded, bag);
+  EXPECT_EQ(loaded.get<variant_t>("narrow")->get<std::string>(), std::string("before\0after\0", 13));
+  EXPECT_EQ(loaded.get<variant_t>("wide")->get<std::u16string>(), std::u16string(u"before\0after", 12));
+  EXPECT_EQ(loaded.get<variant_t>("only_nul")->get<std::u16string>(), std::u16string(1, u'\0'));
+}
+
+// Saves one text per entry and checks that each comes back exactly, of its kind, in a file
+// that is UTF-8 throughout.
+template <class Text>
+void expect_texts_round_trip(const std::vector<Text>& texts, variant_t::kind_t kind) {
+  temp_dir_t dir;
+  variant_bag_t bag;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    bag.put(std::to_string(i).c_str(), texts[i]);
+  }
+  save_ok(bag, dir.file("bag.xml"));
+  const std::string bytes = read_bytes(dir.file("bag.xml"));
+  EXPECT_EQ(zandor2::strings::to_utf8(zandor2::strings::to_utf16(bytes)), bytes);
+  const variant_bag_t loaded = load_ok(dir.file("bag.xml"));
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    const variant_t* value = loaded.get<variant_t>(std::to_string(i).c_str());
+    ASSERT_NE(value, nullptr) << i;
+    EXPECT_EQ(value->kind(), kind) << i;
+    EXPECT_EQ(value->get<Text>(), texts[i]) << i;
+  }
+}
+
+TEST(bag_file_test, wide_texts_with_lone_surrogates_round_trip) {
+  expect_texts_round_trip(
+      std::vector<std::u16string>{std::u16string(1, char16_t(0xD800)), std::u16string(1, char16_t(0xDFFF)),
+                                  u"a" + std::u16string(1, char16_t(0xDC00)) + u"\U0001F600",
+                                  std::u16string{char16_t(0xDBFF), u'x'}, u"\uFFFD \uFFFF \uFFFE"},
+      variant_t::kind_wide_text);
+}
+
+TEST(bag_file_test, narrow_texts_that_are_not_utf8_round_trip_in_a_utf8_file) {
+  expect_texts_round_trip(
+      std::vector<std::string>{"\xFF", "a\x80z", "\xC3", "\xED\xA0\x80", "\xC0\xAF", "ok \xE2\x82"},
+      variant_t::kind_text);
+}
+
+TEST(bag_file_test, ordinary_texts_are_written_as_plain_text) {
+  temp_dir_t dir;
+  variant_bag_t bag;
+  bag.put("word", "plain");
+  bag.put("wide", std::u16string(u"wide"));
+  save_ok(bag, dir.file("bag.xml"));
+  const std::string bytes = read_bytes(dir.file("bag.xml"));
+  EXPECT_NE(bytes.find(">plain<"), std::string::npos) << bytes;
+  EXPECT_NE(bytes.find(">wide<"), std::string::npos) << bytes;
+  EXPECT_EQ(bytes.find("base64"), std::string::npos) << bytes;
+}
+
+TEST(bag_file_test, texts_in_base64_that_dont_decode_are_skipped) {
+  temp_dir_t dir;
+  const std::string path =
+      dir.write("bag.xml",
+                "<bag version=\"1\">"
+                "<value name=\"good\" kind=\"text\" encoding=\"base64\">YQBi</value>"
+                "<value name=\"odd_wide\" kind=\"wtext\" encoding=\"base64\">YQBi</value>"
+                "<value name=\"bad\" kind=\"text\" encoding=\"base64\">Y!==</value>"
+                "<value name=\"short\" kind=\"text\" encoding=\"base64\">YQ=</value>"
+                "<value name=\"unknown\" kind=\"text\" encoding=\"rot13\">n</value>"
+                "</bag>");
+  const variant_bag_t loaded = load_ok(path);
+  ASSERT_NE(loaded.get<variant_t>("good"), nullptr);
+  EXPECT_EQ(loaded.get<variant_t>("good")->get<std::string>(), std::string("a\0b", 3));
+  EXPECT_FALSE(loaded.has<variant_t>("odd_wide"));
+  EXPECT_FALSE(loaded.has<variant_t>("bad"));
+  EXPECT_FALSE(loaded.has<variant_t>("short"));
+  EXPECT_FALSE(loaded.has<variant_t>("unknown"));
+}
+
+// ---------------------------------------------------------------- more than one root
+
+TEST(bag_file_test, file_with_anything_after_its_root_fails_and_keeps_the_bag) {
+  temp_dir_t dir;
+  const std::string root =
+      "<?xml version=\"1.0\"?>\n<bag version=\"1\"><value name=\"a\" kind=\"int\">1</value></bag>";
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {"second root", root + "<bag version=\"1\"/>"}, {"element after the root", root + "\n<other/>"},
+      {"nul padding", root + std::string(64, '\0')},  {"one nul", root + std::string(1, '\0') + "\n"},
+      {"text after the root", root + "tail"},
+  };
+  for (const auto& [what, bytes] : cases) {
+    const std::string path = dir.write("bag.xml", bytes);
+    expect_load_fails_and_keeps_bag(path, what);
+    variant_bag_t bag;
+    EXPECT_EQ(load_variant_bag(bag, path.c_str(), ""), korvat2::error::FileFormat) << what;
+  }
+  // What may follow the root still loads.
+  const std::string path = dir.write("bag.xml", root + "\n<!-- saved -->\n<?done?>\n");
+  EXPECT_EQ(load_ok(path).get_variant("a", 0).get<int>(), 1);
 }
 
 // ---------------------------------------------------------------- extra

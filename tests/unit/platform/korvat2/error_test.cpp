@@ -123,6 +123,8 @@ TEST(error_test, as_string_with_value_adds_the_value_to_the_name) {
 
 TEST(error_test, name_of_knows_the_named_codes_only) {
   EXPECT_STREQ(error::name_of(error::FileNotFound.value), "kv2::error::File.NotFound");
+  EXPECT_STREQ(error::name_of(error::BagTooDeep.value), "kv2::error::Bag.TooDeep");
+  EXPECT_TRUE(error_code_t(error::BagTooDeep).failed());
   EXPECT_EQ(error::name_of(0x40000FFFu), nullptr);
 }
 

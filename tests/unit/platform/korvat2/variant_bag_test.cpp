@@ -388,4 +388,72 @@ TEST(variant_bag_test, null_name_is_the_empty_name) {
   EXPECT_EQ(bag.remove(nullptr), 1u);
 }
 
+TEST(variant_bag_test, many_names_keep_their_order_and_are_found) {
+  variant_bag_t bag;
+  const int count = 20000;
+  for (int i = 0; i < count; ++i) {
+    bag.put(("n" + std::to_string(i)).c_str(), i);
+    if (i % 1000 == 0) {
+      bag.add_variant_bag(("n" + std::to_string(i)).c_str(), bag_with_id(i));
+    }
+  }
+  for (int i = count - 1; i >= 0; i -= 7) {
+    bag.put(("n" + std::to_string(i)).c_str(), -i);
+  }
+  ASSERT_EQ(bag.size(), std::size_t(count + count / 1000));
+  std::size_t index = 0;
+  for (int i = 0; i < count; ++i) {
+    const std::string name = "n" + std::to_string(i);
+    EXPECT_EQ(bag.entry_name(index++), name);
+    if (i % 1000 == 0) {
+      EXPECT_EQ(bag.entry_name(index++), name);
+      EXPECT_EQ(id_of(*bag.get<variant_bag_t>(name.c_str())), i);
+    }
+    ASSERT_TRUE(bag.has<variant_t>(name.c_str()));
+    EXPECT_EQ(bag.get<variant_t>(name.c_str())->get<int>(), (count - 1 - i) % 7 == 0 ? -i : i);
+  }
+  EXPECT_FALSE(bag.has<variant_t>("n20000"));
+  EXPECT_FALSE(bag.has<variant_bag_t>("n1"));
+}
+
+TEST(variant_bag_test, names_are_found_after_remove_copy_and_move) {
+  variant_bag_t bag;
+  for (int i = 0; i < 50; ++i) {
+    bag.put(("n" + std::to_string(i)).c_str(), i);
+    bag.add_variant_bag("list", bag_with_id(i));
+  }
+  EXPECT_EQ(bag.remove("n10"), 1u);
+  EXPECT_EQ(bag.remove("list"), 50u);
+  bag.add_variant_bag("list", bag_with_id(99));
+  bag.put("n10", 110);
+  variant_bag_t copy;
+  {
+    const variant_bag_t original = bag;  // the copy must not lean on the original's names
+    copy = original;
+  }
+  variant_bag_t moved = std::move(copy);
+  EXPECT_EQ(moved, bag);
+  EXPECT_EQ(moved.get<variant_t>("n10")->get<int>(), 110);
+  EXPECT_EQ(moved.get<variant_t>("n49")->get<int>(), 49);
+  EXPECT_EQ(ids_by_name(moved, "list"), ids_t{99});
+  EXPECT_EQ(moved.entry_name(moved.size() - 1), "n10");
+  EXPECT_EQ(moved.entry_name(48), "n49");
+  EXPECT_EQ(moved.entry_name(49), "list");
+  moved.put("n11", 111);
+  EXPECT_EQ(moved.get<variant_t>("n11")->get<int>(), 111);
+  EXPECT_EQ(bag.get<variant_t>("n11")->get<int>(), 11);
+  moved.clear();
+  EXPECT_FALSE(moved.has<variant_t>("n11"));
+  moved.put("n11", 1);
+  EXPECT_EQ(moved.size(), 1u);
+}
+
+TEST(variant_bag_test, bags_holding_texts_that_differ_are_unequal) {
+  variant_bag_t lone;
+  lone.put("text", std::u16string(1, char16_t(0xDC00)));
+  variant_bag_t replaced;
+  replaced.put("text", std::u16string(u"\uFFFD"));
+  EXPECT_NE(lone, replaced);
+}
+
 }  // namespace

@@ -277,4 +277,21 @@ TEST(variant_test, copies_compare_equal) {
   EXPECT_FALSE(copy != text);
 }
 
+TEST(variant_test, narrow_text_keeps_every_byte_after_a_nul) {
+  const std::string bytes("one\0two\0", 8);
+  const variant_t value(bytes);
+  EXPECT_EQ(value.get<std::string>(), bytes);
+  EXPECT_EQ(value.get<std::u16string>(), std::u16string(u"one\0two\0", 8));
+  EXPECT_NE(value, variant_t("one"));
+}
+
+TEST(variant_test, wide_texts_that_differ_in_any_unit_are_unequal) {
+  // A lone surrogate has no UTF-8 form: it must not compare equal to the replacement character.
+  const variant_t lone(std::u16string(1, char16_t(0xD800)));
+  EXPECT_NE(lone, variant_t(std::u16string(u"\uFFFD")));
+  EXPECT_NE(variant_t(std::u16string(1, char16_t(0xD800))), variant_t(std::u16string(1, char16_t(0xDC00))));
+  EXPECT_EQ(lone, variant_t(std::u16string(1, char16_t(0xD800))));
+  EXPECT_NE(variant_t(std::u16string(u"a\0b", 3)), variant_t(std::u16string(u"a\0c", 3)));
+}
+
 }  // namespace
