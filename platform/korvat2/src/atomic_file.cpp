@@ -180,14 +180,14 @@ int make_locked_temp(const std::string& folder, const std::string& prefix, std::
 }
 
 // Removes the temporaries of saves of the same target that died: no one holds their lock.
-void sweep_dead_temps(const std::string& folder, const std::string& prefix, const std::string& own) {
+void sweep_dead_temps(const std::string& folder, const std::string& prefix) {
   DIR* dir = ::opendir(folder.c_str());
   if (!dir) {
     return;
   }
   while (const dirent* entry = ::readdir(dir)) {
     const std::string name = entry->d_name;
-    if (!is_temp_of(name, prefix) || name == own) {
+    if (!is_temp_of(name, prefix)) {
       continue;
     }
     const std::string path = folder + "/" + name;
@@ -272,12 +272,13 @@ int replace_file(const std::string& path, const std::string& data) {
   }
   const std::string folder = folder_of(target);
   const std::string prefix = temp_prefix(leaf_of(target));
+  // Swept first, so that a save killed at any moment leaves at most its own temporary.
+  sweep_dead_temps(folder, prefix);
   std::string temp;
   const int fd = make_locked_temp(folder, prefix, temp);
   if (fd < 0) {
     return errno;
   }
-  sweep_dead_temps(folder, prefix, leaf_of(temp));
   ::fchmod(fd, exists ? (old_info.st_mode & 07777) : new_file_mode());
   const int error = write_and_rename(fd, temp, target, data);
   if (error != 0) {

@@ -16,7 +16,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
+#include <random>
 #include <set>
 #include <string>
 
@@ -433,6 +435,68 @@ TEST(atomic_file_test, a_file_with_a_write_bit_for_anyone_is_replaced_and_keeps_
   save_ok(bag_of(2), path);
   EXPECT_EQ(load_ok(path), bag_of(2));
   EXPECT_EQ(test_support::mode_of(path), 0464);
+}
+
+// ---------------------------------------------------------------- killed saves
+
+variant_bag_t large_bag(int marker) {
+  variant_bag_t bag;
+  for (int i = 0; i < 2000; ++i) {
+    bag.put(("entry " + std::to_string(i)).c_str(),
+            std::string(20, static_cast<char>('a' + (i + marker) % 26)).c_str());
+  }
+  bag.put("marker", marker);
+  return bag;
+}
+
+// Saves the two bags in turn until killed.
+[[noreturn]] void save_in_turn(const std::string& path, const variant_bag_t& first,
+                               const variant_bag_t& second) {
+  for (unsigned i = 0;; ++i) {
+    save_variant_bag(i % 2 ? second : first, path.c_str());
+  }
+}
+
+// Kills a saving process at random moments: after each kill the file is one of the two
+// saves byte for byte and loads as that bag, and no more than the one temporary of the killed
+// save is left, since each save removes those of dead ones.
+TEST(atomic_file_crash_test, a_save_killed_at_any_moment_leaves_the_old_or_the_new_file) {
+  temp_dir_t dir;
+  const std::string path = dir.file("bag.xml");
+  const variant_bag_t first = large_bag(1);
+  const variant_bag_t second = large_bag(2);
+  save_ok(second, path);
+  const std::string second_bytes = read_bytes(path);
+  save_ok(first, path);
+  const std::string first_bytes = read_bytes(path);
+  const unsigned seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  std::uniform_int_distribution<int> delay_us(0, 12000);
+  int changes = 0;
+  std::string last = first_bytes;
+  for (int kill = 0; kill < 200; ++kill) {
+    const pid_t pid = ::fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+      // Starting with the bag not on disk, so that every finished save changes the file.
+      const bool first_on_disk = read_bytes(path) == first_bytes;
+      save_in_turn(path, first_on_disk ? second : first, first_on_disk ? first : second);
+    }
+    ::usleep(static_cast<useconds_t>(delay_us(random)));
+    ASSERT_EQ(::kill(pid, SIGKILL), 0);
+    ASSERT_EQ(wait_for(pid), -SIGKILL);
+    const std::string bytes = read_bytes(path);
+    ASSERT_TRUE(bytes == first_bytes || bytes == second_bytes)
+        << "kill " << kill << ": " << bytes.size() << " bytes";
+    ASSERT_EQ(load_ok(path), bytes == first_bytes ? first : second) << "kill " << kill;
+    changes += bytes != last;
+    last = bytes;
+    ASSERT_LE(dir.names().size(), 2u) << "kill " << kill;
+  }
+  EXPECT_GT(changes, 0) << "no save ever finished before its kill";
+  save_ok(first, path);
+  EXPECT_EQ(dir.names(), names_t{"bag.xml"});
 }
 
 }  // namespace
