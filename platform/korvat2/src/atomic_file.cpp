@@ -101,7 +101,7 @@ bool follow_links(const std::string& path, std::string& target) {
       return false;
     }
     const std::string next(text, static_cast<std::size_t>(length));
-    current = next.front() == '/' ? next : folder_of(current) + "/" + next;
+    current = !next.empty() && next.front() == '/' ? next : folder_of(current) + "/" + next;
   }
   errno = ELOOP;
   return false;
@@ -127,9 +127,10 @@ std::string temp_prefix(const std::string& leaf) {
   if (leaf.size() + fixed <= NAME_MAX) {
     return "." + leaf + ".";
   }
-  char hash[20];
-  std::snprintf(hash, sizeof hash, "-%016llx", static_cast<unsigned long long>(name_hash(leaf)));
-  std::string start = leaf.substr(0, NAME_MAX - fixed - (sizeof hash - 3));
+  char hash[24];
+  const int hash_length =
+      std::snprintf(hash, sizeof hash, "-%016llx", static_cast<unsigned long long>(name_hash(leaf)));
+  std::string start = leaf.substr(0, NAME_MAX - fixed - static_cast<std::size_t>(hash_length));
   // Don't leave half of a UTF-8 sequence at the cut.
   while (!start.empty() && (static_cast<unsigned char>(start.back()) & 0xC0) == 0x80) {
     start.pop_back();
