@@ -3,7 +3,9 @@
 // the whole run.
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -39,6 +41,17 @@ struct work_dir_t {
 inline const work_dir_t& work_dir() {
   static const work_dir_t dir;
   return dir;
+}
+
+/// Replaces the file's content with `bytes`.
+inline void write_file(const std::string& path, const std::string& bytes) {
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+}
+
+/// The file's content, empty when it can't be read.
+inline std::string read_file(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 }  // namespace fuzz_support

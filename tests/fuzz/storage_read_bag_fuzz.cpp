@@ -8,24 +8,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace {
 
 using fuzz_support::fail;
+using fuzz_support::read_file;
 using fuzz_support::work_dir;
+using fuzz_support::write_file;
 using korvat2::variant_bag_t;
-
-void write(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-}
-
-std::string read(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
 
 // The default handed to readBag, told apart from what the file loads as.
 variant_bag_t marker_bag() {
@@ -45,11 +36,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       quern2::makeFileStorage(korvat2::path_t(work_dir().path));
   const std::string input(reinterpret_cast<const char*>(data), size);
   const std::string path = work_dir().file("key.bag");
-  write(path, input);
+  write_file(path, input);
 
   const variant_bag_t fallback = marker_bag();
   const variant_bag_t bag = storage->readBag("key", fallback);
-  if (read(path) != input || !storage->hasBag("key")) {
+  if (read_file(path) != input || !storage->hasBag("key")) {
     fail("reading changed the file", input);
   }
   variant_bag_t loaded = fallback;
