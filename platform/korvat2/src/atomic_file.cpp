@@ -80,6 +80,13 @@ std::string leaf_of(const std::string& path) {
   return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
+std::string joined(const std::string& folder, const std::string& name) {
+  std::string path = folder;
+  path += '/';
+  path += name;
+  return path;
+}
+
 // Follows a chain of links to the file that a save must replace; a dangling link names a
 // file to create. False with errno set when the chain doesn't end.
 bool follow_links(const std::string& path, std::string& target) {
@@ -101,7 +108,7 @@ bool follow_links(const std::string& path, std::string& target) {
       return false;
     }
     const std::string next(text, static_cast<std::size_t>(length));
-    current = !next.empty() && next.front() == '/' ? next : folder_of(current) + "/" + next;
+    current = !next.empty() && next.front() == '/' ? next : joined(folder_of(current), next);
   }
   errno = ELOOP;
   return false;
@@ -164,7 +171,8 @@ bool same_file(int fd, const std::string& path) {
 // Makes the temporary and locks it; -1 with errno set when it can't be made.
 int make_locked_temp(const std::string& folder, const std::string& prefix, std::string& temp) {
   for (int attempt = 0; attempt < 8; ++attempt) {
-    temp = folder + "/" + prefix + temp_pattern_end;
+    temp = joined(folder, prefix);
+    temp += temp_pattern_end;
     const int fd = ::mkostemps(temp.data(), 1, O_CLOEXEC);
     if (fd < 0) {
       return -1;
@@ -191,7 +199,7 @@ void sweep_dead_temps(const std::string& folder, const std::string& prefix) {
     if (!is_temp_of(name, prefix)) {
       continue;
     }
-    const std::string path = folder + "/" + name;
+    const std::string path = joined(folder, name);
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
     if (fd < 0) {
       continue;
