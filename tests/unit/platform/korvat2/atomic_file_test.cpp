@@ -15,7 +15,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <random>
@@ -467,12 +469,17 @@ TEST(atomic_file_crash_test, a_save_killed_at_any_moment_leaves_the_old_or_the_n
   const variant_bag_t second = large_bag(2);
   save_ok(second, path);
   const std::string second_bytes = read_bytes(path);
+  const auto start = std::chrono::steady_clock::now();
   save_ok(first, path);
   const std::string first_bytes = read_bytes(path);
+  // Kills spread over about three saves, however fast this machine and build save.
+  const auto save_us =
+      std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
   const unsigned seed = std::random_device()();
   SCOPED_TRACE("seed " + std::to_string(seed));
   std::mt19937 random(seed);
-  std::uniform_int_distribution<int> delay_us(0, 12000);
+  std::uniform_int_distribution<long> delay_us(
+      0, std::min(50000L, 1000 + 3 * static_cast<long>(save_us.count())));
   int changes = 0;
   std::string last = first_bytes;
   for (int kill = 0; kill < 200; ++kill) {
