@@ -1,7 +1,6 @@
 // How bag files meet the file system: temporaries of interrupted saves, files that are not
-// regular, long names, links and protected files.
+// regular, long names, links, protected files, and saves killed at any moment.
 #include <korvat2/bag_file.h>
-#include <korvat2/path.h>
 
 #include "fixtures.h"
 #include "log_capture.h"
