@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The whole test run: set-up, format check, the release build with every test and
 # clang-tidy's checks over its compile commands, the AddressSanitizer+UBSan build with
-# every test, and the ThreadSanitizer build of the cross-thread tests.
+# every test, a bounded run of every fuzz target under libFuzzer, and the ThreadSanitizer
+# build of the cross-thread tests.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -28,5 +29,6 @@ run_preset ci "" display
 echo "== ci: clang-tidy"
 tools/tidy.sh build/ci
 run_preset asan "" display
+tools/fuzz.sh
 run_preset tsan "korvat2_stress_tests tamsel3_stress_tests gui_bridge_stress_tests inplace_say_stress_tests" display
 echo "== all test runs passed"

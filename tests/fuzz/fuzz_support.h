@@ -43,11 +43,13 @@ inline const work_dir_t& work_dir() {
   return dir;
 }
 
-inline void write(const std::string& path, const std::string& bytes) {
+/// Replaces the file's content with `bytes`.
+inline void write_file(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
 }
 
-inline std::string read(const std::string& path) {
+/// The file's content, empty when it can't be read.
+inline std::string read_file(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }

@@ -12,9 +12,9 @@
 namespace {
 
 using fuzz_support::fail;
-using fuzz_support::read;
+using fuzz_support::read_file;
 using fuzz_support::work_dir;
-using fuzz_support::write;
+using fuzz_support::write_file;
 using korvat2::variant_bag_t;
 
 // What a bag holds before a load, so that a failed load can be told from an empty file.
@@ -30,12 +30,12 @@ void check_saved_again(const variant_bag_t& loaded, const std::string& input) {
   if (korvat2::save_variant_bag(loaded, saved.c_str()).failed()) {
     fail("a loaded bag doesn't save", input);
   }
-  const std::string bytes = read(saved);
+  const std::string bytes = read_file(saved);
   variant_bag_t again;
   if (korvat2::load_variant_bag(again, saved.c_str(), "").failed() || !(again == loaded)) {
     fail("a saved bag loads differently", input);
   }
-  if (korvat2::save_variant_bag(again, saved.c_str()).failed() || read(saved) != bytes) {
+  if (korvat2::save_variant_bag(again, saved.c_str()).failed() || read_file(saved) != bytes) {
     fail("a saved bag saves to other bytes", input);
   }
 }
@@ -48,10 +48,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const std::string input(reinterpret_cast<const char*>(data), size);
   const std::string path = work_dir().file("input.bag");
-  write(path, input);
+  write_file(path, input);
   variant_bag_t bag = marker_bag();
   const bool loaded = korvat2::load_variant_bag(bag, path.c_str(), "").succeeded();
-  if (read(path) != input) {
+  if (read_file(path) != input) {
     fail("the loader changed its file", input);
   }
   if (!loaded) {

@@ -18,20 +18,13 @@
 namespace {
 
 using fuzz_support::fail;
+using fuzz_support::read_file;
 using fuzz_support::work_dir;
+using fuzz_support::write_file;
 
 using HALLIN_2_13::search_category_t;
 using HALLIN_2_13::search_dir_container_t;
 using entries_t = std::vector<search_dir_container_t::entry_t>;
-
-void write(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-}
-
-std::string read(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
 
 std::vector<entries_t> contents(const search_dir_container_t& container) {
   std::vector<entries_t> lists;
@@ -61,12 +54,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const std::string input(reinterpret_cast<const char*>(data), size);
   const std::string path = work_dir().path + "/search_dirs.xml";
-  write(path, input);
+  write_file(path, input);
   const auto container = search_dir_container_t::create();
   container->add_search_dir(HALLIN_2_13::search_category_sources, "/kept", true, false);
   const auto before = contents(*container);
   const bool loaded = container->load(path).succeeded();
-  if (read(path) != input) {
+  if (read_file(path) != input) {
     fail("the loader changed the file", input);
   }
   if (!loaded) {

@@ -2,20 +2,16 @@
 // values) its kind as attributes, in order, repeated names kept.
 #include <korvat2/bag_file.h>
 
+#include "atomic_file_p.h"
+
 #include <ylvane/log.h>
 
 #include <log4cplus/loggingmacros.h>
 #include <pugixml.hpp>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <cstring>
-#include <fstream>
 #include <sstream>
 #include <vector>
 
@@ -24,17 +20,6 @@ namespace {
 
 constexpr const char* bag_tag = "bag";
 constexpr const char* value_tag = "value";
-
-_internal::save_step_hook_t g_save_step_hook = nullptr;
-
-// A refused step stands for a failing disk.
-bool step_ok(_internal::save_step_t step) {
-  if (g_save_step_hook && !g_save_step_hook(step)) {
-    errno = EIO;
-    return false;
-  }
-  return true;
-}
 
 const char* kind_name(variant_t::kind_t kind) {
   switch (kind) {
@@ -277,90 +262,6 @@ bool has_one_root(const pugi::xml_document& document) {
   return elements == 1;
 }
 
-bool read_file(const char* path, std::string& content, error_code_t& result) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
-    result = errno == ENOENT ? error::FileNotFound : error::FileRead;
-    return false;
-  }
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  if (in.bad()) {
-    result = error::FileRead;
-    return false;
-  }
-  content = buffer.str();
-  return true;
-}
-
-mode_t new_file_mode() {
-  // The umask can't be read without changing it, except through /proc.
-  mode_t mask = 022;
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.rfind("Umask:", 0) == 0) {
-      mask = static_cast<mode_t>(std::strtoul(line.c_str() + 6, nullptr, 8));
-    }
-  }
-  return 0666 & ~mask;
-}
-
-bool write_all(int fd, const std::string& data) {
-  for (std::size_t done = 0; done < data.size();) {
-    const ssize_t n = ::write(fd, data.data() + done, data.size() - done);
-    if (n < 0 && errno == EINTR) {
-      continue;
-    }
-    if (n <= 0) {
-      return false;
-    }
-    done += static_cast<std::size_t>(n);
-  }
-  return true;
-}
-
-void sync_directory(const std::string& dir) {
-  const int fd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (fd >= 0) {
-    ::fsync(fd);
-    ::close(fd);
-  }
-}
-
-// Writes `data` next to `target` and renames it over `target`; 0, or the errno of the step
-// that failed.
-int replace_file(const std::string& target, const std::string& data) {
-  // Split as plain text: path_t turns names with a '*' into the empty path, and the
-  // temporary file must still lie beside the target for the rename to be atomic.
-  const std::size_t slash = target.rfind('/');
-  const std::string dir = slash == std::string::npos ? "." : slash == 0 ? "/" : target.substr(0, slash);
-  const std::string leaf = slash == std::string::npos ? target : target.substr(slash + 1);
-  std::string temp = dir + "/." + leaf + ".XXXXXX";
-  const int fd = ::mkostemp(temp.data(), O_CLOEXEC);
-  if (fd < 0) {
-    return errno;
-  }
-  struct stat old_info;
-  ::fchmod(fd, ::stat(target.c_str(), &old_info) == 0 ? (old_info.st_mode & 07777) : new_file_mode());
-  bool ok = write_all(fd, data) && step_ok(_internal::save_temp_written) && ::fsync(fd) == 0 &&
-            step_ok(_internal::save_temp_synced);
-  int error = ok ? 0 : errno;
-  if (::close(fd) != 0 && ok) {
-    ok = false;
-    error = errno;
-  }
-  if (ok && ::rename(temp.c_str(), target.c_str()) != 0) {
-    ok = false;
-    error = errno;
-  }
-  if (!ok) {
-    ::unlink(temp.c_str());
-    return error;
-  }
-  sync_directory(dir);
-  return step_ok(_internal::save_renamed) ? 0 : errno;
-}
-
 }  // namespace
 
 error_code_t load_variant_bag(variant_bag_t& bag, const char* path, const char* extra) {
@@ -369,7 +270,7 @@ error_code_t load_variant_bag(variant_bag_t& bag, const char* path, const char* 
   }
   std::string content;
   error_code_t result;
-  if (!read_file(path, content, result)) {
+  if (!_internal::read_file(path, content, result)) {
     return result;
   }
   // XML holds no NUL, and pugixml would stop at the first one as if the file ended there.
@@ -423,7 +324,7 @@ error_code_t save_variant_bag(const variant_bag_t& bag, const char* path) {
   std::ostringstream out;
   document.save(out, "", pugi::format_raw, pugi::encoding_utf8);
   out << '\n';
-  const int failure = replace_file(path, out.str());
+  const int failure = _internal::replace_file(path, out.str());
   if (failure != 0) {
     // Every save of the library ends here, so this is the one report of a failed write.
     LOG4CPLUS_ERROR(ylvane_1::log::areaLogger(ylvane_1::log::area::bags),
@@ -432,13 +333,5 @@ error_code_t save_variant_bag(const variant_bag_t& bag, const char* path) {
   }
   return error::Success;
 }
-
-namespace _internal {
-save_step_hook_t set_save_step_hook(save_step_hook_t hook) {
-  save_step_hook_t previous = g_save_step_hook;
-  g_save_step_hook = hook;
-  return previous;
-}
-}  // namespace _internal
 
 }  // namespace korvat2

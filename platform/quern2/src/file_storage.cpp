@@ -3,6 +3,7 @@
 #include <korvat2/bag_file.h>
 #include <ylvane/log.h>
 
+#include <glib.h>
 #include <log4cplus/loggingmacros.h>
 
 #include <sys/stat.h>
@@ -10,6 +11,7 @@
 #include <atomic>
 #include <cctype>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 
@@ -28,6 +30,30 @@ std::string escape(const std::string& text) {
     }
   }
   return out;
+}
+
+// The name of a child's folder or, with `extension`, of a key's file: the escaped text, or
+// when that doesn't fit a file name, its start and a SHA-256 of the whole text. No escaped
+// text holds a '~', so a shortened name is never another text's full name, and names that
+// fitted keep their files.
+std::string file_name_of(const std::string& text, const char* extension) {
+  const std::size_t room = NAME_MAX - std::strlen(extension);
+  std::string name = escape(text);
+  if (name.size() <= room) {
+    return name + extension;
+  }
+  gchar* digest = g_compute_checksum_for_data(G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(text.data()),
+                                              text.size());
+  const std::string hash = std::string("~") + digest;
+  g_free(digest);
+  std::size_t cut = room - hash.size();
+  // Never cut an escape in two.
+  if (name[cut - 1] == '%') {
+    cut -= 1;
+  } else if (name[cut - 2] == '%') {
+    cut -= 2;
+  }
+  return name.substr(0, cut) + hash + extension;
 }
 
 // mkdir -p; true when the folder exists afterwards, else false with errno telling why.
@@ -71,7 +97,7 @@ class file_storage_t final : public IGlobalStorage {
       return nullptr;
     }
     korvat2::path_t child = m_folder;
-    child.append(korvat2::path_t(escape(name)));
+    child.append(korvat2::path_t(file_name_of(name, "")));
     return korvat2::sptr_t<IPropertyStorage>(new file_storage_t(child));
   }
 
@@ -101,12 +127,16 @@ class file_storage_t final : public IGlobalStorage {
     return korvat2::save_variant_bag(bag, file_of(key).c_str());
   }
 
-  bool hasBag(const std::string& key) const override { return korvat2::path_t::exists(file_of(key)); }
+  // Only a regular file (or a link to one) holds a bag: a folder in its place holds none.
+  bool hasBag(const std::string& key) const override {
+    struct stat info;
+    return ::stat(file_of(key).c_str(), &info) == 0 && S_ISREG(info.st_mode);
+  }
 
  private:
   std::string file_of(const std::string& key) const {
     korvat2::path_t file = m_folder;
-    file.append(korvat2::path_t(escape(key) + ".bag"));
+    file.append(korvat2::path_t(file_name_of(key, ".bag")));
     return file.as_string(false);
   }
 

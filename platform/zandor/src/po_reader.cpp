@@ -9,6 +9,7 @@ namespace {
 
 struct po_entry_t {
   std::string context;
+  bool has_context = false;  // msgctxt "" is a context of its own, as gettext reads it
   std::string id;
   std::string text;  // msgstr, or msgstr[0] of a plural entry
   bool fuzzy = false;
@@ -76,6 +77,7 @@ class po_parser_t {
     }
     if (keyword == "msgctxt") {
       m_in_context = true;
+      m_entry.has_context = true;
       m_target = &m_entry.context;
     } else if (keyword == "msgid") {
       m_in_context = false;
@@ -155,7 +157,7 @@ class po_parser_t {
 
   void flush() {
     if (m_entry.has_id && !m_entry.fuzzy && !m_entry.id.empty() && !m_entry.text.empty()) {
-      const std::string key = m_entry.context.empty() ? m_entry.id : m_entry.context + '\x04' + m_entry.id;
+      const std::string key = !m_entry.has_context ? m_entry.id : m_entry.context + '\x04' + m_entry.id;
       m_out[key] = m_entry.text;
     }
     m_entry = po_entry_t();

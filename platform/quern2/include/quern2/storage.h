@@ -46,7 +46,10 @@ class IGlobalStorage : public IPropertyStorage {
 
 /// A storage in a folder: one subfolder per child and one bag file per key. Names and keys
 /// are written into file names with every character but letters, digits, '-' and '_'
-/// escaped as "%XX", so any text can be a key.
+/// escaped as "%XX", so any text can be a key. A name whose escaped form would pass the
+/// longest file name (255 bytes, ".bag" included) keeps its start and ends in '~' and the
+/// SHA-256 of the whole text instead. Only a regular file holds a bag: `hasBag` is false for
+/// a folder in its place.
 korvat2::sptr_t<IGlobalStorage> makeFileStorage(const korvat2::path_t& folder);
 
 }  // namespace quern2

@@ -249,6 +249,76 @@ TEST_F(file_storage_test, file_names_escape_all_but_letters_digits_dash_and_unde
   EXPECT_TRUE(fs::is_directory(m_root / "x%20y"));
 }
 
+std::string repeated(const std::string& part, std::size_t count) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i) {
+    text += part;
+  }
+  return text;
+}
+
+const char* const cjk = "\xE6\x97\xA5";  // three bytes, nine when escaped
+
+// Any text is a key: one whose escaped name would pass the longest file name gets a shortened
+// name with a hash of the whole key.
+TEST_F(file_storage_test, long_keys_round_trip_each_in_a_file_of_its_own) {
+  const std::vector<std::string> keys = {repeated("!", 82),        repeated("!", 83),
+                                         repeated("!", 90),        repeated(cjk, 27),
+                                         repeated(cjk, 28),        repeated(cjk, 1000),
+                                         std::string(251, 'a'),    std::string(252, 'a'),
+                                         std::string(5000, 'a'),   std::string(5000, 'a') + "b",
+                                         repeated("!", 200) + "x", repeated("!", 200) + "y"};
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    ASSERT_TRUE(m_storage->writeBag(keys[i], bag_of("index", static_cast<int>(i))).succeeded()) << i;
+  }
+  EXPECT_EQ(m_dir.names().size(), keys.size());
+  for (const std::string& name : m_dir.names()) {
+    EXPECT_LE(name.size(), 255u) << name;
+  }
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    EXPECT_TRUE(m_storage->hasBag(keys[i])) << i;
+    EXPECT_EQ(m_storage->readBag(keys[i], variant_bag_t()), bag_of("index", static_cast<int>(i))) << i;
+  }
+  const std::string unwritten = repeated("!", 200) + "z";
+  EXPECT_FALSE(m_storage->hasBag(unwritten));
+  EXPECT_EQ(m_storage->readBag(unwritten, bag_of("d", 1)), bag_of("d", 1));
+}
+
+// Names that fitted before keep their files: what older runs stored is still found.
+TEST_F(file_storage_test, keys_whose_escaped_name_fits_keep_the_plain_file_name) {
+  const std::string key = repeated("!", 82) + "a";  // 247 characters escaped
+  write_bytes(m_root / (repeated("%21", 82) + "a.bag"),
+              "<bag version=\"1\"><value name=\"v\" kind=\"int\">7</value></bag>");
+  EXPECT_TRUE(m_storage->hasBag(key));
+  EXPECT_EQ(m_storage->readBag(key, variant_bag_t()), bag_of("v", 7));
+  const std::string longest(251, 'k');
+  ASSERT_TRUE(m_storage->writeBag(longest, bag_of("v", 8)).succeeded());
+  EXPECT_TRUE(fs::is_regular_file(m_root / (longest + ".bag")));
+}
+
+TEST_F(file_storage_test, long_child_names_make_folders_of_their_own) {
+  const std::vector<std::string> names = {std::string(255, 'c'), std::string(256, 'c'), repeated(cjk, 200),
+                                          repeated(cjk, 201)};
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    ASSERT_TRUE(
+        m_storage->getChild(names[i])->writeBag("k", bag_of("index", static_cast<int>(i))).succeeded())
+        << i;
+  }
+  EXPECT_TRUE(fs::is_directory(m_root / names[0]));  // a name that fitted stays as it was
+  EXPECT_EQ(m_dir.names().size(), names.size());
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    EXPECT_EQ(m_storage->getChild(names[i])->readBag("k", variant_bag_t()),
+              bag_of("index", static_cast<int>(i)))
+        << i;
+  }
+}
+
+TEST_F(file_storage_test, a_folder_in_place_of_a_bag_file_is_no_bag) {
+  fs::create_directory(m_root / "k.bag");
+  EXPECT_FALSE(m_storage->hasBag("k"));
+  EXPECT_EQ(m_storage->readBag("k", bag_of("d", 1)), bag_of("d", 1));
+}
+
 TEST_F(file_storage_test, two_storages_of_one_folder_share_their_bags) {
   const auto other = makeFileStorage(korvat2::path_t(m_root.string()));
   ASSERT_TRUE(m_storage->writeBag("shared", bag_of("v", 3)).succeeded());

@@ -142,6 +142,19 @@ TEST(po_reader_test, context_after_a_plain_entry_starts_a_new_entry) {
             (messages_t{{"Open", "Öffnen"}, {std::string("button") + context_separator + "Open", "Auf"}}));
 }
 
+// As in GNU gettext, an empty context is a context all the same: the key has the separator.
+TEST(po_reader_test, empty_context_is_distinct_from_no_context) {
+  const messages_t messages = parse(
+      "msgctxt \"\"\n"
+      "msgid \"Open\"\n"
+      "msgstr \"Öffnen (leerer Kontext)\"\n"
+      "\n"
+      "msgid \"Open\"\n"
+      "msgstr \"Öffnen\"\n");
+  EXPECT_EQ(messages, (messages_t{{"Open", "Öffnen"},
+                                  {std::string(1, context_separator) + "Open", "Öffnen (leerer Kontext)"}}));
+}
+
 TEST(po_reader_test, fuzzy_entry_with_context_is_left_out) {
   EXPECT_EQ(parse("#, fuzzy\nmsgctxt \"c\"\nmsgid \"a\"\nmsgstr \"A\"\n"), messages_t{});
 }
