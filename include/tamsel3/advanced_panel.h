@@ -2,6 +2,7 @@
 #include <korvat2/intrusive_pointer.h>
 #include <korvat2/pointers.h>
 #include <korvat2/signal.h>
+#include <tamsel3/export.h>
 
 #include <wx/panel.h>
 
@@ -34,7 +35,7 @@ namespace tamsel3 {
 /// follows the theme's colours and font while shown; the border around the content is
 /// measured from the caption and the button when the panel is made and at each
 /// `set_caption`, not at a change of theme.
-class advanced_panel_t : public wxPanel, public korvat2::subscriber_base_t {
+class TAMSEL3_API advanced_panel_t : public wxPanel, public korvat2::subscriber_base_t {
  public:
   advanced_panel_t(wxWindow* parent, const std::string& caption, int id = wxID_ANY);
   ~advanced_panel_t() override;

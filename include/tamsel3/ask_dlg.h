@@ -1,5 +1,6 @@
 #pragma once
 #include <tamsel3/dialog_base.h>
+#include <tamsel3/export.h>
 
 #include <string>
 
@@ -15,7 +16,7 @@ namespace tamsel3 {
 /// browse button, OK and Cancel. The host sets the name, shows the dialog modally, and on
 /// wxID_OK reads the name back; the file's existence isn't checked. The explanation is
 /// wrapped to the display's proportions. GUI thread.
-class ask_dlg_t : public dialog_base_t {
+class TAMSEL3_API ask_dlg_t : public dialog_base_t {
  public:
   ask_dlg_t();
 

@@ -4,6 +4,7 @@
 #include <korvat2/signal.h>
 #include <plaxi1/picture.h>
 #include <plaxi1/style.h>
+#include <tamsel3/export.h>
 #include <tamsel3/pref_base.h>
 
 #include <wx/stattext.h>
@@ -32,7 +33,7 @@ namespace tamsel3 {
 /// given one less `m_delta`, the room that the layout keeps around the label inside
 /// `m_window_for_get_parent_size`. A wrap keeps at most five lines, the last ending in
 /// "…" when text was cut. GUI thread.
-class caption_label_t : public wxStaticText {
+class TAMSEL3_API caption_label_t : public wxStaticText {
  public:
   /// `window_for_get_parent_size` must not be null (an assertion reports it).
   caption_label_t(wxWindow* parent, const std::string& text, wxWindow* window_for_get_parent_size);
@@ -76,7 +77,7 @@ class caption_label_t : public wxStaticText {
 /// every change of the texts, of the width and of the pane's visibility. A change of the
 /// UI settings gives the panel its new colours and fonts and wraps its texts again.
 /// GUI thread.
-class caption_panel_t : public panel_t, public korvat2::_internal::subscriber_base_t {
+class TAMSEL3_API caption_panel_t : public panel_t, public korvat2::_internal::subscriber_base_t {
  public:
   /// Severity of a message; a lower value is more severe. Any other value of the
   /// underlying int is valid and shows as a warning.

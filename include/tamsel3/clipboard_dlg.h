@@ -1,5 +1,6 @@
 #pragma once
 #include <tamsel3/dialog_base.h>
+#include <tamsel3/export.h>
 
 class wxCheckBox;
 class wxSizeEvent;
@@ -11,7 +12,7 @@ namespace tamsel3 {
 /// Shows a text that the user may edit and that goes to the system clipboard on OK; Cancel
 /// leaves the clipboard alone. A host derives and replaces `fill_controls` to show a text
 /// of its own. Has the help context 1000. GUI thread.
-class clipboard_dlg_t : public dialog_base_t {
+class TAMSEL3_API clipboard_dlg_t : public dialog_base_t {
  public:
   clipboard_dlg_t();
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <tamsel3/generic_base.h>
 
 #include <string>
@@ -12,7 +13,7 @@ namespace tamsel3 {
 /// A dialog of the library, shown modally or modelessly by a host. Its layout is loaded
 /// at the first show; a failed load gives 0 (modal) or false (modeless) and no message.
 /// GUI thread.
-class dialog_base_t : public generic_base_t<dummy> {
+class TAMSEL3_API dialog_base_t : public generic_base_t<dummy> {
  public:
   dialog_base_t();
 

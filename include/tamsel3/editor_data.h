@@ -1,6 +1,7 @@
 #pragma once
 #include <korvat2/iterator.h>
 #include <korvat2/pointers.h>
+#include <tamsel3/export.h>
 #include <tamsel3/language_info.h>
 
 #include <map>
@@ -24,7 +25,7 @@ namespace tamsel3 {
 /// then the user's own) and the selected, default and system default names. A plain value:
 /// copies share nothing. It never starts an editor; a host runs an editor's command line.
 /// GUI thread; no lock.
-class editor_data_t {
+class TAMSEL3_API editor_data_t {
  public:
   /// One editor.
   struct editor_t {

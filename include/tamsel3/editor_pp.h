@@ -1,5 +1,6 @@
 #pragma once
 #include <tamsel3/editor_data.h>
+#include <tamsel3/export.h>
 #include <tamsel3/pref_base.h>
 
 #include <string>
@@ -17,7 +18,7 @@ namespace tamsel3 {
 /// the registry's editors, of which the user selects one, marks a default or adds a custom
 /// one by browsing for a program. Works on a copy of the registry and never asks the
 /// desktop; the host reads the result with `get_data` after OK and saves it. GUI thread.
-class editor_pp_t : public pref_base_t {
+class TAMSEL3_API editor_pp_t : public pref_base_t {
  public:
   /// Bits of `flags`: 1 without 2 lets the user choose the language, 8 shows the default
   /// tick box, 16 the info line.

@@ -1,5 +1,6 @@
 #pragma once
 #include <tamsel3/dialog_base.h>
+#include <tamsel3/export.h>
 #include <tamsel3/message_window.h>
 #include <tamsel3/pref_base.h>
 
@@ -24,7 +25,7 @@ namespace tamsel3 {
 /// pixel width. It lives in any window: its buttons end it through `m_end_dialog_signal`
 /// and it never ends a dialog itself. Ctrl+C copies its texts to the clipboard.
 /// GUI thread.
-class error_warning_panel_t : public pref_base_t {
+class TAMSEL3_API error_warning_panel_t : public pref_base_t {
  public:
   /// Keeps a copy of `data`; the window comes with `create`.
   explicit error_warning_panel_t(const message_window_t& data);
@@ -104,7 +105,7 @@ class error_warning_panel_t : public pref_base_t {
 /// A dialog of its own around one error_warning_panel_t, on the layout
 /// "dlg.error_warning_dialog"; `show_modal` of message_window_t runs it. It ends when its
 /// panel ends, with the panel's code, and follows the panel's size. GUI thread.
-class error_warning_dialog_t : public dialog_base_t {
+class TAMSEL3_API error_warning_dialog_t : public dialog_base_t {
  public:
   /// Makes the panel, which becomes a child window at the first show.
   explicit error_warning_dialog_t(const message_window_t& data);

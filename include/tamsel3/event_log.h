@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// The scrolling column of the in-place control, with what its entries share: the indices
 /// of the severity pictures, the changed flag and the debug flag.
 #include <ombrelcfrw7/event_log.h>
@@ -16,7 +17,7 @@ class image_loader_t;
 namespace tamsel3 {
 
 /// The log: a toolkit event log whose children are the entries' message boxes. GUI thread.
-class event_log_t : public ombrelcfrw7::CEventLog {
+class TAMSEL3_API event_log_t : public ombrelcfrw7::CEventLog {
  public:
   /// Detached (no parent), minimum size 20 x 20, covering its parent once placed.
   event_log_t();

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <tamsel3/feature_config.h>
 #include <tamsel3/pref_base.h>
 
@@ -26,7 +27,7 @@ namespace tamsel3 {
 /// Its description is drawn in `plaxi1::color_banner_text`, which is light in every theme,
 /// and its title half way from that colour to the banner's, so that both read on either
 /// banner in light, dark and high-contrast themes (at least 4.5:1 and 3:1).
-class experimental_options_panel_t : public pref_base_t {
+class TAMSEL3_API experimental_options_panel_t : public pref_base_t {
  public:
   /// One feature on show; `enabled` is left out of equality.
   struct feature_info_t {

@@ -1,5 +1,6 @@
 #pragma once
 #include <korvat2/path.h>
+#include <tamsel3/export.h>
 
 #include <string>
 #include <vector>
@@ -9,7 +10,7 @@ namespace tamsel3 {
 /// The list of experimental features that exist, from "evaluation_features.cfg", which the
 /// library only reads. Each feature is known by the name of an environment variable; the
 /// library keeps the names only and never touches the variables. GUI thread.
-class feature_list_config_t {
+class TAMSEL3_API feature_list_config_t {
  public:
   /// One feature of the list.
   struct feature_info_t {
@@ -28,7 +29,7 @@ class feature_list_config_t {
 
 /// The list read from "evaluation_features.cfg" in a given folder, or in the features
 /// folder of the product's locations when the folder is empty.
-class feature_list_config_impl_t : public feature_list_config_t {
+class TAMSEL3_API feature_list_config_impl_t : public feature_list_config_t {
  public:
   explicit feature_list_config_impl_t(const korvat2::path_t& directory);
 
@@ -45,7 +46,7 @@ class feature_list_config_impl_t : public feature_list_config_t {
 
 /// The features that the user turned on, from and to "active_evaluation_features.cfg".
 /// GUI thread.
-class active_features_config_t {
+class TAMSEL3_API active_features_config_t {
  public:
   virtual ~active_features_config_t();
   /// Empties the list, not the file.
@@ -61,7 +62,7 @@ class active_features_config_t {
 
 /// The choice kept in "active_evaluation_features.cfg" in a given folder, or in the
 /// features folder of the product's locations when the folder is empty.
-class active_features_config_impl_t : public active_features_config_t {
+class TAMSEL3_API active_features_config_impl_t : public active_features_config_t {
  public:
   explicit active_features_config_impl_t(const korvat2::path_t& directory);
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <tamsel3/pref_base.h>
 #include <tamsel3/search_dirs_panel.h>
 
@@ -8,7 +9,7 @@ namespace tamsel3 {
 /// which takes the place of the layout's "m_panel5". OK saves through the panel (a refused
 /// directory shows the panel's box, and the page closes as always); Cancel writes nothing.
 /// A layout without "m_panel5" leaves the page empty and isn't supported past that. GUI thread.
-class file_finder_pp_t : public pref_base_t {
+class TAMSEL3_API file_finder_pp_t : public pref_base_t {
  public:
   explicit file_finder_pp_t(search_dirs_panel_t::container_ptr_t container);
 

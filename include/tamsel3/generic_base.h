@@ -1,6 +1,7 @@
 #pragma once
 #include <korvat2/signal.h>
 #include <plaxi1/modal.h>
+#include <tamsel3/export.h>
 #include <tamsel3/max_len_options.h>
 
 #include <wx/panel.h>
@@ -18,7 +19,7 @@ namespace tamsel3 {
 
 /// The dialog line's window class: a dialog whose modal run the modal callback may answer
 /// and which takes help requests.
-class dummy : public plaxi1::modal_flavor<wxDialog> {};
+class TAMSEL3_API dummy : public plaxi1::modal_flavor<wxDialog> {};
 
 /// The frame under every dialog (`T` = dummy) and every page or embedded panel
 /// (`T` = wxPanel): the fixed sequence that turns a loaded layout into a working window,
@@ -27,7 +28,7 @@ class dummy : public plaxi1::modal_flavor<wxDialog> {};
 /// Two-phase: the derived constructor names its layout object (`m_object_name`); the first
 /// show or create loads it. GUI thread.
 template <class T>
-class generic_base_t : public T, public korvat2::subscriber_base_t {
+class TAMSEL3_API generic_base_t : public T, public korvat2::subscriber_base_t {
  public:
   generic_base_t();
   ~generic_base_t() override;

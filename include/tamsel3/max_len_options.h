@@ -1,10 +1,11 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <string>
 
 namespace tamsel3 {
 
 /// The length limit of one text field and how its warning names it.
-struct max_len_options_t {
+struct TAMSEL3_API max_len_options_t {
   /// The default entry: a limit of 10000 and the default texts.
   max_len_options_t() = default;
   max_len_options_t(const std::string& field_name, long max_len, const std::string& details_key)

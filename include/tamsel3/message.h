@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// The value objects that a client hands to the in-place control: a header, a message with
 /// buttons, its interactive and standard forms, and a progress message. All are counted
 /// objects, passed as korvat2::intrusive_pointer_t, built on one thread and read on the GUI
@@ -16,7 +17,7 @@
 namespace tamsel3 {
 
 /// A picture (still, animated or empty) and a caption.
-class header_t : public korvat2::intrusive_pointer_impl_t {
+class TAMSEL3_API header_t : public korvat2::intrusive_pointer_impl_t {
  public:
   header_t() = default;
   header_t(const std::string& caption, const plaxi1::picture_t& picture);
@@ -27,7 +28,7 @@ class header_t : public korvat2::intrusive_pointer_impl_t {
 };
 
 /// A button of a message.
-struct message_button_t {
+struct TAMSEL3_API message_button_t {
   /// What the control reports when the button is pressed; 0 means no button.
   int m_id = 0;
   /// The label, already translated.
@@ -37,7 +38,7 @@ struct message_button_t {
 };
 
 /// A header with a text and buttons in display order.
-class message_t : public header_t {
+class TAMSEL3_API message_t : public header_t {
  public:
   message_t() = default;
   message_t(const std::string& caption, const std::string& text, const plaxi1::picture_t& picture);
@@ -58,7 +59,7 @@ class message_t : public header_t {
 };
 
 /// A message with buttons of the client's own and a default among them.
-class interactive_message_t : public message_t {
+class TAMSEL3_API interactive_message_t : public message_t {
  public:
   /// The default index when there is no default button.
   static constexpr std::uint32_t no_default = 0xFFFFFFFFu;
@@ -84,7 +85,7 @@ class interactive_message_t : public message_t {
 };
 
 /// A message with one of the standard button sets and no default button.
-class standard_message_t : public message_t {
+class TAMSEL3_API standard_message_t : public message_t {
  public:
   /// The button sets of set_buttons; any other value gives Close alone.
   enum standard_buttons_t : int {
@@ -131,7 +132,7 @@ class standard_message_t : public message_t {
 };
 
 /// A header of a running task with a gauge.
-class progress_message_t : public header_t {
+class TAMSEL3_API progress_message_t : public header_t {
  public:
   progress_message_t() = default;
   progress_message_t(const std::string& caption, const plaxi1::picture_t& picture = plaxi1::picture_t(),
@@ -143,6 +144,6 @@ class progress_message_t : public header_t {
 };
 
 /// Only a name for the signature of the control's add_custom; nothing of it is used.
-class custom_message_t : public header_t {};
+class TAMSEL3_API custom_message_t : public header_t {};
 
 }  // namespace tamsel3

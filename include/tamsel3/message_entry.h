@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// The in-place control's entry: a header, then a message with buttons or a gauge with
 /// Cancel, and under them the lines that workers say.
 #include <tamsel3/event_entry.h>
@@ -36,11 +37,11 @@ class progress_message_t;
 
 /// Shows `picture` in `image`: an animation runs, a still picture is converted for the
 /// toolkit; an empty picture leaves the image empty.
-void set_ombrelc_icon(ombrelcfrw7::CImage& image, const plaxi1::picture_t& picture);
+TAMSEL3_API void set_ombrelc_icon(ombrelcfrw7::CImage& image, const plaxi1::picture_t& picture);
 
 /// The one concrete entry. `say` and the signals of its progress object may come from any
 /// thread; everything else belongs to the GUI thread.
-class message_entry_t : public event_entry_t, public korvat2::subscriber_base_t {
+class TAMSEL3_API message_entry_t : public event_entry_t, public korvat2::subscriber_base_t {
  public:
   static const std::string type_name;
 

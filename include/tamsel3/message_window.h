@@ -1,6 +1,7 @@
 #pragma once
 #include <korvat2/pointers.h>
 #include <plaxi1/picture.h>
+#include <tamsel3/export.h>
 #include <zandor/catalog.h>
 #include <zandor/varg_list.h>
 
@@ -12,7 +13,7 @@ namespace tamsel3 {
 
 /// A check box under a message by which the user suppresses it in future; the caller
 /// implements it and decides where the choice is kept. Counted through add_ref/release.
-class i_check_box_definition {
+class TAMSEL3_API i_check_box_definition {
  public:
   virtual void add_ref() = 0;
   virtual void release() = 0;
@@ -35,7 +36,7 @@ class i_check_box_definition {
 /// The description of one modal message: texts, buttons, icon and an optional check box.
 /// A value without a window; `show_modal` brings it onto the screen. Copies share the
 /// picture and the check box definition.
-class message_window_t {
+class TAMSEL3_API message_window_t {
  public:
   /// Which buttons appear; any other value shows as Close. A fixed type, so that every int
   /// is a value of it.
@@ -116,12 +117,12 @@ class message_window_t {
 /// A checked check box suppresses it: 7 at once, no window. A null parent means the main
 /// window, or none; so does a parent that is being destroyed (or its window is): a box is
 /// never parented to a dying window. GUI thread.
-int show_modal(const message_window_t& data, wxWindow* parent);
+TAMSEL3_API int show_modal(const message_window_t& data, wxWindow* parent);
 
 /// A quick message with a Close button; the texts are shown as they stand. A null parent,
 /// or one that is being destroyed, means the main window; without a live one nothing
 /// appears and the answer is 6.
-int show_msg_box(const std::string& main_message, const std::string& supplemental_message,
-                 message_window_t::icon_types_t icon, wxWindow* parent);
+TAMSEL3_API int show_msg_box(const std::string& main_message, const std::string& supplemental_message,
+                             message_window_t::icon_types_t icon, wxWindow* parent);
 
 }  // namespace tamsel3

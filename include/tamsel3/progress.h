@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// How a worker thread reports to the in-place message control: a gauge fed with
 /// fractional steps that reaches the GUI thread as few integer increments, and the proxies
 /// through which the control hands out one stable pointer with a changeable target.
@@ -15,7 +16,7 @@ namespace tamsel3 {
 /// Turns a run of fractional steps into increments on a scale of 800 (the gauge's maximum)
 /// and posts them, with the title and status texts, to the GUI thread. Meant for one worker
 /// at a time; any thread may call.
-class progress_impl_t : public pelit2::IProgress {
+class TAMSEL3_API progress_impl_t : public pelit2::IProgress {
  public:
   /// The gauge's range: every run ends at this position.
   static constexpr int scale = 800;
@@ -58,7 +59,7 @@ class progress_impl_t : public pelit2::IProgress {
 
 /// Forwards every operation to a target that may change or be null. Without a target the
 /// run counts one step and is never cancelled.
-class progress_proxy_t : public pelit2::IProgress {
+class TAMSEL3_API progress_proxy_t : public pelit2::IProgress {
  public:
   explicit progress_proxy_t(pelit2::IProgress* target = nullptr) : m_target(target) {}
   ~progress_proxy_t() override;
@@ -76,7 +77,7 @@ class progress_proxy_t : public pelit2::IProgress {
 };
 
 /// Forwards `say` to a target that may change or be null.
-class messenger_proxy_t : public pelit2::IMessenger {
+class TAMSEL3_API messenger_proxy_t : public pelit2::IMessenger {
  public:
   explicit messenger_proxy_t(pelit2::IMessenger* target = nullptr) : m_target(target) {}
   ~messenger_proxy_t() override;

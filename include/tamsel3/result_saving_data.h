@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <cstdint>
 #include <string>
 
@@ -7,7 +8,7 @@ namespace tamsel3 {
 /// How analysis results are named and where they are stored: the data of the Result saving
 /// page. A plain copyable value without checks or persistence; the host fills it and takes
 /// the page's copy back.
-class result_saving_data_t {
+class TAMSEL3_API result_saving_data_t {
  public:
   /// Where temporary results go. The values are the host's: this library only passes them.
   enum temp_storing_t : std::int32_t {};

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <tamsel3/pref_base.h>
 #include <tamsel3/result_saving_data.h>
 
@@ -21,7 +22,7 @@ namespace tamsel3 {
 /// mends what is left, never refuses, and warns about what it mended. Works on its own
 /// copy of the data: `get_data()` after OK gives the result, after Cancel the original.
 /// Layout "pref.result_saving". GUI thread.
-class result_saving_pp_t : public pref_base_t {
+class TAMSEL3_API result_saving_pp_t : public pref_base_t {
  public:
   /// Bits of the shown groups.
   enum show_flags_t {

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <tamsel3/path_info.h>
 #include <tamsel3/pref_base.h>
 
@@ -27,7 +28,7 @@ namespace tamsel3 {
 /// the file type, the grid shows its directories with the recursive flag as the tick.
 /// Edits of every type are kept in four working lists; only `save_dirs` writes them to the
 /// container. GUI thread.
-class search_dirs_panel_t : public pref_base_t {
+class TAMSEL3_API search_dirs_panel_t : public pref_base_t {
  public:
   /// The combo box's index; the value plus one is the container's category.
   enum file_type_t : std::int32_t { file_type_0 = 0, file_type_1, file_type_2, file_type_3 };

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <tamsel3/path_info.h>
 #include <tamsel3/pref_base.h>
 
@@ -47,7 +48,7 @@ class caption_panel_t;
 /// - while a folder dialog ended without a choice, an emptied row stays until the next save
 ///   (see `m_browsing`).
 /// Layout "panel.search_dir_tab". GUI thread.
-class search_dirs_tab_t : public pref_base_t {
+class TAMSEL3_API search_dirs_tab_t : public pref_base_t {
  public:
   using container_ptr_t = HALLIN_2_13::ObjectPtr<HALLIN_2_13::IEditableSearchDirContainer>;
   using iterator_ptr_t = HALLIN_2_13::ObjectPtr<HALLIN_2_13::ISearchDirIterator>;

@@ -4,6 +4,7 @@
 #include <korvat2/signal.h>
 #include <plaxi1/element_buttons.h>
 #include <plaxi1/picture.h>
+#include <tamsel3/export.h>
 
 #include <wx/colour.h>
 #include <wx/panel.h>
@@ -32,7 +33,7 @@ namespace tamsel3 {
 /// The panel decides nothing about what the buttons do: the host subscribes to each
 /// button's `pressed` signal. Buttons can't be taken out again; hiding one makes it go.
 /// Elements belong to the panel's tree once added. GUI thread only.
-class side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
+class TAMSEL3_API side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
  public:
   using element_ptr_t = korvat2::intrusive_pointer_t<plaxi1::elements::UIElement>;
   using button_ptr_t = korvat2::intrusive_pointer_t<plaxi1::elements::TabButton>;

@@ -2,6 +2,7 @@
 #include <korvat2/intrusive_pointer.h>
 #include <korvat2/pointers.h>
 #include <korvat2/signal.h>
+#include <tamsel3/export.h>
 
 #include <wx/panel.h>
 
@@ -24,7 +25,7 @@ class caption_label_t;
 /// `set_message` fills it and `enable` shows it: a text reaches the screen at the next
 /// change of size. A change of the UI settings gives the box its new colours and wraps the
 /// text again. GUI thread.
-class simple_message_panel_t : public wxPanel, public korvat2::_internal::subscriber_base_t {
+class TAMSEL3_API simple_message_panel_t : public wxPanel, public korvat2::_internal::subscriber_base_t {
  public:
   /// Severity of the message; any other value of the underlying int is valid and shows
   /// the information icon.

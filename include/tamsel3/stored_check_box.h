@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <tamsel3/message_window.h>
 
 #include <korvat2/pointers.h>
@@ -21,7 +22,7 @@ namespace tamsel3 {
 /// the definition then keeps the answer for the rest of its life.
 ///
 /// Create it with `new` and hand it to a `korvat2::sptr_t`; the count deletes it. GUI thread.
-class stored_check_box_t final : public i_check_box_definition {
+class TAMSEL3_API stored_check_box_t final : public i_check_box_definition {
  public:
   /// The key of the bag that holds every answer of a storage.
   static const char* const answers_key;
