@@ -22,8 +22,10 @@ class TAMSEL3_API ask_dlg_t : public dialog_base_t {
 
   /// Stores `filename`, and shows it in the field once the field exists.
   void set_filename(const std::string& filename);
+  /// The file name: as set, or as the user left it after OK.
   std::string get_filename() const { return m_filename; }
 
+  /// Puts the explanation and the file name into the controls.
   void fill_controls();
   /// Reads the explanation and the browse filter from the catalog; without one they stay.
   void load_messages();
@@ -32,21 +34,22 @@ class TAMSEL3_API ask_dlg_t : public dialog_base_t {
   wxSize calculate_min_size();
   /// Lays the dialog out again and wraps the explanation to the display's proportions.
   void full_resize_update();
+  /// Opens a file dialog from the field's name and puts the choice in the field.
   void on_btn_browse_file(wxCommandEvent& event);
 
  protected:
   void on_init_dialog() override;
   void on_ok() override;
 
-  std::string m_filename;
-  std::string m_ask_text;
-  wxStaticText* m_text_control = nullptr;
-  wxStaticText* m_field_label = nullptr;
-  wxTextCtrl* m_file_field = nullptr;
-  wxWindow* m_browse_button = nullptr;
-  std::string m_default_extension;
-  std::string m_extensions;
-  bool m_recalculated = false;
+  std::string m_filename;                  ///< The file name.
+  std::string m_ask_text;                  ///< The explanation over the field.
+  wxStaticText* m_text_control = nullptr;  ///< "m_text_control" of the layout: the explanation.
+  wxStaticText* m_field_label = nullptr;   ///< "m_field_label" of the layout: the field's label.
+  wxTextCtrl* m_file_field = nullptr;      ///< "m_file_field" of the layout: the file name.
+  wxWindow* m_browse_button = nullptr;     ///< "m_browse_button" of the layout.
+  std::string m_default_extension;  ///< The extension given to a name typed without one in the file dialog.
+  std::string m_extensions;         ///< The file dialog's filter.
+  bool m_recalculated = false;      ///< Whether the explanation was wrapped to the dialog's final size.
 
  private:
   wxDECLARE_EVENT_TABLE();

@@ -47,8 +47,9 @@ class TAMSEL3_API caption_label_t : public wxStaticText {
 
   /// The full, unwrapped text.
   std::string m_text;
-  wxWindow* m_window_for_get_parent_size = nullptr;
-  int m_delta = 0;
+  wxWindow* m_window_for_get_parent_size =
+      nullptr;      ///< The window whose width bounds the label's; never null.
+  int m_delta = 0;  ///< The room that the layout keeps around the label, taken off the width it wraps to.
   /// Lines of the last wrap.
   int m_lines = 0;
   /// What the owner meant the label to hold (1 for a caption, 5 for a description); the
@@ -88,10 +89,11 @@ class TAMSEL3_API caption_panel_t : public panel_t, public korvat2::_internal::s
     severity_information = 3,
   };
 
+  /// A message of the panel: its id, severity and text.
   struct message_info_t {
-    int m_id = 0;
-    severity_t m_severity = severity_critical;
-    std::string m_text;
+    int m_id = 0;                               ///< The id that add_message gave.
+    severity_t m_severity = severity_critical;  ///< How severe it is.
+    std::string m_text;                         ///< The text shown.
   };
 
   /// Builds the panel with its caption and description.
@@ -109,6 +111,7 @@ class TAMSEL3_API caption_panel_t : public panel_t, public korvat2::_internal::s
   virtual void set_caption(const std::string& text);
   /// Shows `text` as the description and wraps it to the panel's width.
   virtual void set_description(const std::string& text);
+  /// Whether the panel is read-only (`set_read_only`).
   virtual bool get_read_only() const;
   /// Hides the message pane for good.
   virtual void disable();
@@ -126,6 +129,7 @@ class TAMSEL3_API caption_panel_t : public panel_t, public korvat2::_internal::s
   void remove_message(int id);
   /// Empties the list; the pane keeps what it shows.
   void clear_messages();
+  /// The number of messages in the list.
   std::size_t get_message_count() const { return m_messages.size(); }
   /// The id at `index` of the list, or -1.
   int get_message_id(int index) const;
@@ -156,29 +160,36 @@ class TAMSEL3_API caption_panel_t : public panel_t, public korvat2::_internal::s
   void set_style(plaxi1::style_t style);
 
  protected:
+  /// Makes the caption and the description and gives the sizer that holds them.
   virtual wxSizer* create_top_controls(const std::string& caption, const std::string& description);
+  /// Wraps the labels to the new width and sets the minimum height that their text needs.
   virtual void on_size(wxSizeEvent& event);
   /// Colours and fonts from the UI settings, and the labels' deltas.
   virtual void on_ui_changed();
 
-  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement> m_top_rectangle;
-  caption_label_t* m_caption = nullptr;
-  caption_label_t* m_message_label = nullptr;
-  caption_label_t* m_description = nullptr;
-  wxStaticBitmap* m_message_icon = nullptr;
-  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement> m_message_rectangle;
-  wxPanel* m_message_pane = nullptr;
-  plaxi1::wxIconButton* m_prev_button = nullptr;
-  plaxi1::wxIconButton* m_next_button = nullptr;
-  bool m_in_on_size = false;
-  wxBoxSizer* m_message_sizer = nullptr;
-  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_top_adapter;
-  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_message_adapter;
-  bool m_disabled = false;
-  bool m_read_only = false;
-  std::vector<message_info_t> m_messages;
-  int m_current_id = -1;
-  int m_next_id = 0;
+  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement>
+      m_top_rectangle;                         ///< The background of the caption and the description.
+  caption_label_t* m_caption = nullptr;        ///< The bold caption.
+  caption_label_t* m_message_label = nullptr;  ///< The text of the message on show.
+  caption_label_t* m_description = nullptr;    ///< The description under the caption.
+  wxStaticBitmap* m_message_icon = nullptr;    ///< The icon of the message on show.
+  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement>
+      m_message_rectangle;                        ///< The background of the message pane.
+  wxPanel* m_message_pane = nullptr;              ///< The message pane.
+  plaxi1::wxIconButton* m_prev_button = nullptr;  ///< The left scroll button: the previous message.
+  plaxi1::wxIconButton* m_next_button = nullptr;  ///< The right scroll button: the next message.
+  bool m_in_on_size =
+      false;  ///< Set while `on_size` runs, so that the layout it causes doesn't run it again.
+  wxBoxSizer* m_message_sizer = nullptr;  ///< The sizer of the message pane.
+  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter>
+      m_top_adapter;  ///< Holds `m_top_rectangle` in the window.
+  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter>
+      m_message_adapter;                   ///< Holds `m_message_rectangle` in the window.
+  bool m_disabled = false;                 ///< Set by `disable`: the pane stays hidden.
+  bool m_read_only = false;                ///< The read-only flag.
+  std::vector<message_info_t> m_messages;  ///< The messages, most severe first.
+  int m_current_id = -1;                   ///< The id of the message on show; -1 for none.
+  int m_next_id = 0;                       ///< The id of the next message added.
 
  private:
   void create_message_pane();

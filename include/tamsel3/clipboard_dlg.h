@@ -18,6 +18,7 @@ class TAMSEL3_API clipboard_dlg_t : public dialog_base_t {
 
   /// Puts the text into the field, without a text event; the library's puts a sample.
   virtual void fill_controls();
+  /// Lays the dialog out again at its new size.
   void on_resize(wxSizeEvent& event);
 
  protected:
@@ -26,10 +27,11 @@ class TAMSEL3_API clipboard_dlg_t : public dialog_base_t {
   /// is copied and the dialog ends all the same.
   void on_ok() override;
 
-  wxTextCtrl* m_text_field = nullptr;
-  wxCheckBox* m_option_box = nullptr;
-  wxWindow* m_ok_button = nullptr;
-  wxWindow* m_cancel_button = nullptr;
+  wxTextCtrl* m_text_field = nullptr;  ///< "m_text_field" of the layout: the text.
+  wxCheckBox* m_option_box = nullptr;  ///< "m_checkBox14" of the layout: an option of a derived dialog's own;
+                                       ///< the library's doesn't read it.
+  wxWindow* m_ok_button = nullptr;     ///< "m_btn_ok" of the layout.
+  wxWindow* m_cancel_button = nullptr;  ///< "m_btn_cancel" of the layout.
 
  private:
   wxDECLARE_EVENT_TABLE();

@@ -39,9 +39,9 @@ class TAMSEL3_API editor_data_t {
     /// Writes the record into `bag`; the environment editor without its program.
     bool save(korvat2::variant_bag_t& bag) const;
 
-    std::string name;  ///< identity within its language; empty stands for no editor
-    std::string display_name;
-    std::string executable;
+    std::string name;          ///< identity within its language; empty stands for no editor
+    std::string display_name;  ///< the name shown to the user
+    std::string executable;    ///< the program's path
     std::string command_line;  ///< begins with `executable` when it has arguments
     bool is_system = false;    ///< from the desktop or the environment
   };
@@ -54,8 +54,11 @@ class TAMSEL3_API editor_data_t {
     editor_type_custom = 3,
   };
 
+  /// A source language.
   using language_t = language_info::language_t;
+  /// An editor's key: its language and name.
   using editor_key_t = std::pair<language_t, std::string>;
+  /// One name per language.
   using names_t = std::map<language_t, std::string>;
 
   /// The reserved name of the editor from `VISUAL` or `EDITOR`.
@@ -63,11 +66,17 @@ class TAMSEL3_API editor_data_t {
 
   editor_data_t();
 
+  /// The supported languages: C++, Fortran and other, in this order.
   korvat2::generic_iterator_t<language_t> get_languages() const;
+  /// Whether `language` is one of `get_languages`.
   bool is_supported_language(language_t language) const;
+  /// The language last selected; C++ at first.
   language_t get_selected_language() const { return m_selected_language; }
+  /// Selects `language`; false, changing nothing, for an unsupported one.
   bool set_selected_language(language_t language);
 
+  /// Adds `editor` as a custom editor, as `add_editor_ex`; false for an unsupported language, an empty
+  /// name or a name the language has already.
   bool add_editor(language_t language, const korvat2::system_editor_t& editor);
   /// Adds a new name: a system editor before the first custom one, a custom one at the end.
   bool add_editor_ex(language_t language, const editor_t& editor);
@@ -75,18 +84,29 @@ class TAMSEL3_API editor_data_t {
   bool set_editor(language_t language, const std::string& name, const korvat2::system_editor_t& editor);
   /// Replaces the language's whole list by custom editors made from `editors`.
   bool set_editors(language_t language, const korvat2::generic_iterator_t<korvat2::system_editor_t>& editors);
+  /// The language's editors in their order; empty for an unsupported language.
   korvat2::generic_iterator_t<korvat2::system_editor_t> get_editors(language_t language) const;
+  /// The editor of `name`; an empty record when there is none.
   korvat2::system_editor_t get_editor(language_t language, const std::string& name) const;
+  /// The full record of `name`; an empty record when there is none.
   editor_t get_editor_ex(language_t language, const std::string& name) const;
+  /// The editor_type_t of `name`: none, system, environment or custom.
   int get_editor_type(language_t language, const std::string& name) const;
+  /// Removes `name` from the language's list and its record; false when there was none.
   bool remove_editor(language_t language, const std::string& name);
   /// Removes the language's system editors (`is_system` true) or custom ones.
   bool remove_editors_ex(language_t language, bool is_system);
 
+  /// Sets the selected editor's name; an empty name clears it. False only for an unsupported language.
   bool set_selected_editor_name(language_t language, const std::string& name);
+  /// Sets the default editor's name; an empty name clears it. False only for an unsupported language.
   bool set_default_editor_name(language_t language, const std::string& name);
+  /// The selected editor's name; empty when none is.
   std::string get_selected_editor_name(language_t language) const;
+  /// The default editor's name; empty when none is.
   std::string get_default_editor_name(language_t language) const;
+  /// The name of the editor that the desktop calls its default for the language; empty when it named
+  /// none.
   std::string get_system_default_editor_name(language_t language) const;
 
   /// Asks the desktop again for every language's editors, stopping at the first that fails.
@@ -106,9 +126,13 @@ class TAMSEL3_API editor_data_t {
   /// Overwrites `editor` with the editor of `VISUAL`, else `EDITOR`.
   static void fill_env_var_editor(editor_t& editor);
 
+  /// A line for the log naming `language`.
   static std::string dump(language_t language);
+  /// A line for the log with the record's five values.
   static std::string dump(const editor_t& editor);
+  /// Lines for the log with every record.
   static std::string dump(const std::map<editor_key_t, editor_t>& editors);
+  /// Lines for the log with each language's names.
   static std::string dump(const std::map<language_t, std::vector<std::string>>& names);
 
   /// `storage` itself, or for null the global storage's child "external_editor" (null when
@@ -123,6 +147,7 @@ class TAMSEL3_API editor_data_t {
   bool save_storage_info(korvat2::sptr_t<quern2::IPropertyStorage> storage) const;
   /// Loads a saved registry into one that has no lists yet; a corrupt item costs only itself.
   bool load(const korvat2::variant_bag_t& bag);
+  /// Writes one bag per language into `bag`, with its editors in order and its chosen names; true.
   bool save(korvat2::variant_bag_t& bag) const;
 
  private:

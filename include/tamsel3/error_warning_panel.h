@@ -48,10 +48,12 @@ class TAMSEL3_API error_warning_panel_t : public pref_base_t {
   /// Pixel widths to which the texts are wrapped; -1 means no limit, a value below -1 is
   /// ignored. Rewraps at once.
   void set_max_main_msg_width(int width);
+  /// The same for the supplemental text.
   void set_max_supp_msg_width(int width);
 
   /// Passes the check box's value to its definition and, with `save`, keeps it there.
   void save_check_box_state(bool save);
+  /// A copy of the description the panel shows.
   message_window_t get_window_data() const;
 
   /// Shows `animation` in place of the icon and starts it; on a scaled display, from its
@@ -59,6 +61,7 @@ class TAMSEL3_API error_warning_panel_t : public pref_base_t {
   void set_animation(const plaxi1::picture_t& animation);
   /// Shows the picture of the description's icon type.
   void load_images();
+  /// Wraps the main and the supplemental text into their controls.
   void fill_text_controls();
   /// Wraps `message` into `text` in `font`; an empty message or a null control leaves the
   /// control as it is.
@@ -83,18 +86,21 @@ class TAMSEL3_API error_warning_panel_t : public pref_base_t {
   wxGenericAnimationCtrl* get_animation_ctrl() const { return m_animation; }
 
  protected:
-  wxStaticText* m_main_instructions = nullptr;
-  wxStaticText* m_supplemental_instructions = nullptr;
-  wxStaticBitmap* m_icon = nullptr;
+  wxStaticText* m_main_instructions = nullptr;  ///< "m_main_instructions" of the layout: the main text.
+  wxStaticText* m_supplemental_instructions =
+      nullptr;                       ///< "m_supplemental_instructions" of the layout: the supplemental text.
+  wxStaticBitmap* m_icon = nullptr;  ///< "m_icon" of the layout.
   /// The GTK animation control can't show the toolkit's animations: they are generic ones.
   wxGenericAnimationCtrl* m_animation = nullptr;
-  wxCheckBox* m_checkBox5 = nullptr;
-  wxBitmap m_bitmap;
-  wxFont m_main_font;
-  wxFont m_supplemental_font;
-  int m_max_main_msg_width = 420;
-  int m_max_supp_msg_width = 448;
-  message_window_t m_data;
+  wxCheckBox* m_checkBox5 =
+      nullptr;         ///< "m_checkBox5" of the layout: the check box of the description's definition.
+  wxBitmap m_bitmap;   ///< The icon's picture.
+  wxFont m_main_font;  ///< The main text's font, large.
+  wxFont m_supplemental_font;      ///< The supplemental text's font.
+  int m_max_main_msg_width = 420;  ///< The width, in pixels, to which the main text wraps; -1 for no limit.
+  int m_max_supp_msg_width =
+      448;                  ///< The width, in pixels, to which the supplemental text wraps; -1 for no limit.
+  message_window_t m_data;  ///< The description shown.
 
  private:
   void set_max_msg_width(int& field, int width);
@@ -111,6 +117,7 @@ class TAMSEL3_API error_warning_dialog_t : public dialog_base_t {
   explicit error_warning_dialog_t(const message_window_t& data);
   ~error_warning_dialog_t() override;
 
+  /// The panel inside the dialog.
   error_warning_panel_t* get_panel() const { return m_panel; }
 
   void on_init_dialog() override;
@@ -120,7 +127,7 @@ class TAMSEL3_API error_warning_dialog_t : public dialog_base_t {
   void on_end_panel(generic_base_t<wxPanel>* panel, int code);
 
  protected:
-  error_warning_panel_t* m_panel = nullptr;
+  error_warning_panel_t* m_panel = nullptr;  ///< The panel; a child window of the dialog once shown.
 
  private:
   void handle_char_hook(wxKeyEvent& event);

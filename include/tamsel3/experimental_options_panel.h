@@ -31,15 +31,17 @@ class TAMSEL3_API experimental_options_panel_t : public pref_base_t {
  public:
   /// One feature on show; `enabled` is left out of equality.
   struct feature_info_t {
-    std::string env_variable;
-    std::string name;
-    std::string description;
-    bool enabled = false;
+    std::string env_variable;  ///< the variable that turns the feature on for the program
+    std::string name;          ///< the name shown beside the check box
+    std::string description;   ///< the text under the name
+    bool enabled = false;      ///< whether the feature is on
+    /// Whether two features are the same, whatever their state.
     friend bool operator==(const feature_info_t& a, const feature_info_t& b) {
       return a.env_variable == b.env_variable && a.name == b.name && a.description == b.description;
     }
   };
 
+  /// A page on the feature list `list` and the choice `active`; either may be null.
   experimental_options_panel_t(boost::shared_ptr<feature_list_config_t> list,
                                boost::shared_ptr<active_features_config_t> active);
 
@@ -57,23 +59,30 @@ class TAMSEL3_API experimental_options_panel_t : public pref_base_t {
  protected:
   void on_init_dialog() override;
   void on_update_ui_settings() override;
+  /// Reads the list and the choice into `m_features`.
   virtual void load_settings();
   /// Asks whether to restart now; true for Yes.
   virtual bool prompt_restart_now() const;
 
+  /// Reads the features of the list configuration; a failure leaves the page without them.
   void load_feature_list();
+  /// Marks the features that the choice configuration turns on.
   void load_enabled_features();
+  /// Adds a check box with `name`, `description` under it and the state `checked`.
   void add_checkbox(const std::string& name, const std::string& description, bool checked);
+  /// A check box changed: the feature's state and the banner follow.
   void on_checkbox(wxCommandEvent& event);
 
-  std::vector<feature_info_t> m_features;
-  wxWindow* m_experimental_descr = nullptr;
-  wxWindow* m_experimental_status = nullptr;
-  wxWindow* m_mesage_panel = nullptr;
-  wxWindow* m_feature_list_wnd = nullptr;
-  boost::shared_ptr<feature_list_config_t> m_feature_list_config;
-  boost::shared_ptr<active_features_config_t> m_active_features_config;
-  bool m_restart_requested = false;
+  std::vector<feature_info_t> m_features;  ///< The features on show, in order.
+  wxWindow* m_experimental_descr =
+      nullptr;  ///< "m_experimental_descr" of the layout: the banner's description.
+  wxWindow* m_experimental_status = nullptr;  ///< "m_experimental_status" of the layout: the banner's title.
+  wxWindow* m_mesage_panel = nullptr;         ///< "m_mesage_panel" of the layout: the banner.
+  wxWindow* m_feature_list_wnd = nullptr;  ///< "m_feature_list_wnd" of the layout: the list of check boxes.
+  boost::shared_ptr<feature_list_config_t> m_feature_list_config;  ///< The list of features; may be null.
+  boost::shared_ptr<active_features_config_t>
+      m_active_features_config;      ///< The choice of features turned on; may be null.
+  bool m_restart_requested = false;  ///< The answer to the restart prompt of the last OK.
 
  private:
   void wrap_description();

@@ -51,10 +51,13 @@ class TAMSEL3_API generic_base_t : public T, public korvat2::subscriber_base_t {
   virtual void on_init_dialog();
   /// Before the window ends by OK; the frame's calls `save_settings`.
   virtual void on_ok();
+  /// Before the window ends by Cancel, Escape or its frame's close box; the frame's does nothing.
   virtual void on_cancel();
+  /// When Help is pressed; the frame's does nothing.
   virtual void on_help();
   /// Gives every direct child the interface font; again whenever the UI settings change.
   virtual void on_update_ui_settings();
+  /// The OK button's handler: `on_ok`, then `end_dialog` with wxID_OK.
   virtual void handle_ok(wxCommandEvent& event);
   /// Loads "text.unknown" and the path messages from the catalog.
   virtual void load_auxiliary_strings();
@@ -66,11 +69,18 @@ class TAMSEL3_API generic_base_t : public T, public korvat2::subscriber_base_t {
   /// its limit all the same (a lowered limit) is cut in its text event, and warned of there.
   /// -1 and a field without an entry stand for 10000.
   virtual void set_max_text_limit();
+  /// The handler of `m_timer`, which the frame never starts; the frame's does nothing.
   virtual void handle_timer_event(wxTimerEvent& event);
 
+  /// Runs the frame's initialisation once per window: size floor, standard buttons, interface font,
+  /// text limits, catalog texts, then `on_init_dialog`. A repeated event applies the interface font
+  /// again and nothing else.
   void handle_init_dialog_event(wxInitDialogEvent& event);
+  /// The Cancel button's handler: `on_cancel`, then `end_dialog` with wxID_CANCEL.
   void handle_cancel(wxCommandEvent& event);
+  /// The Help button's handler: calls `on_help`.
   void handle_help(wxCommandEvent& event);
+  /// The close box's handler: as Cancel, `on_cancel` and then `end_dialog` with wxID_CANCEL.
   void handle_close(wxCloseEvent& event);
 
   /// Assigns one field's limit and applies the limits again.
@@ -95,7 +105,9 @@ class TAMSEL3_API generic_base_t : public T, public korvat2::subscriber_base_t {
   template <class Control>
   bool check_file_or_folder(Control* control, bool must_exist, bool notify, bool search_path);
 
+  /// Whether the layout was loaded.
   bool is_loaded() const { return m_loaded; }
+  /// Whether the initialisation ran (it runs once per window).
   bool is_initialized() const { return m_initialized; }
 
  protected:
@@ -110,24 +122,29 @@ class TAMSEL3_API generic_base_t : public T, public korvat2::subscriber_base_t {
     path_message_count = 6
   };
 
-  wxWindow* m_btn_ok = nullptr;
-  wxWindow* m_btn_cancel = nullptr;
-  wxWindow* m_btn_help = nullptr;
-  std::string m_object_name;
-  std::string m_reserved_text_1;
-  std::string m_resource_file;
-  std::string m_catalog_name = "tamsel";
-  std::string m_reserved_text_2;
-  std::string m_text_unknown;
-  std::vector<std::string> m_path_messages;
-  int m_help_id = -1;
-  bool m_loaded = false;
-  bool m_initialized = false;
-  wxTimer m_timer;
-  std::map<wxTextCtrl*, max_len_options_t> m_max_len_options;
-  int m_min_width = 0;
-  int m_min_height = 0;
-  std::vector<std::string> m_path_candidates;
+  wxWindow* m_btn_ok = nullptr;      ///< "m_btn_ok" of the layout; null when it has none.
+  wxWindow* m_btn_cancel = nullptr;  ///< "m_btn_cancel" of the layout; null when it has none.
+  wxWindow* m_btn_help =
+      nullptr;  ///< "m_btn_help" of the layout; null when it has none. Enabled only with a help id.
+  std::string m_object_name;      ///< The layout object that the first show or create loads.
+  std::string m_reserved_text_1;  ///< Free for the derived window; the frame never reads it.
+  std::string m_resource_file;    ///< The layout file; it starts as "tamsel.xrc" in the library's archive
+                                  ///< "tamsel3.dat".
+  std::string m_catalog_name = "tamsel";  ///< The catalog of the window's texts.
+  std::string m_reserved_text_2;          ///< Free for the derived window; the frame never reads it.
+  std::string m_text_unknown;             ///< The catalog's "text.unknown", for values that can't be shown.
+  std::vector<std::string>
+      m_path_messages;         ///< The path messages of the catalog, indexed by `path_message_t`.
+  int m_help_id = -1;          ///< The help id; -1 (no help) disables the Help button.
+  bool m_loaded = false;       ///< Set once the layout is loaded.
+  bool m_initialized = false;  ///< Set once the initialisation has run.
+  wxTimer m_timer;  ///< A timer owned by the window; it gets its id after `on_init_dialog` and the frame
+                    ///< never starts it.
+  std::map<wxTextCtrl*, max_len_options_t> m_max_len_options;  ///< The text length limits by field.
+  int m_min_width = 0;   ///< The smallest width the window may take; 0 for none.
+  int m_min_height = 0;  ///< The smallest height the window may take; 0 for none.
+  std::vector<std::string>
+      m_path_candidates;  ///< Folders in which `check_file_or_folder` looks for a relative path, after $PATH.
 
  private:
   void apply_size_floor();

@@ -8,6 +8,7 @@ namespace tamsel3 {
 struct TAMSEL3_API max_len_options_t {
   /// The default entry: a limit of 10000 and the default texts.
   max_len_options_t() = default;
+  /// An entry with the limit `max_len`, the field's name and the catalog key of the details.
   max_len_options_t(const std::string& field_name, long max_len, const std::string& details_key)
       : m_max_len(max_len), m_field_name(field_name), m_details_key(details_key) {}
 

@@ -20,11 +20,12 @@ namespace tamsel3 {
 class TAMSEL3_API header_t : public korvat2::intrusive_pointer_impl_t {
  public:
   header_t() = default;
+  /// A header with `caption` and `picture`.
   header_t(const std::string& caption, const plaxi1::picture_t& picture);
   ~header_t() override;
 
-  plaxi1::picture_t m_picture;
-  std::string m_caption;
+  plaxi1::picture_t m_picture;  ///< The picture beside the caption; may be empty.
+  std::string m_caption;        ///< The caption, already translated.
 };
 
 /// A button of a message.
@@ -41,6 +42,7 @@ struct TAMSEL3_API message_button_t {
 class TAMSEL3_API message_t : public header_t {
  public:
   message_t() = default;
+  /// A message without buttons.
   message_t(const std::string& caption, const std::string& text, const plaxi1::picture_t& picture);
   ~message_t() override;
 
@@ -54,8 +56,8 @@ class TAMSEL3_API message_t : public header_t {
   /// "cap" that isn't text is reported and read as empty text. Always succeeds.
   korvat2::error_code_t load(const korvat2::variant_bag_t& bag);
 
-  std::string m_text;
-  std::vector<message_button_t> m_buttons;
+  std::string m_text;                       ///< The message's text, already translated.
+  std::vector<message_button_t> m_buttons;  ///< The buttons, in display order.
 };
 
 /// A message with buttons of the client's own and a default among them.
@@ -65,6 +67,7 @@ class TAMSEL3_API interactive_message_t : public message_t {
   static constexpr std::uint32_t no_default = 0xFFFFFFFFu;
 
   interactive_message_t() = default;
+  /// A message without buttons.
   interactive_message_t(const std::string& caption, const std::string& text,
                         const plaxi1::picture_t& picture = plaxi1::picture_t());
 
@@ -128,13 +131,14 @@ class TAMSEL3_API standard_message_t : public message_t {
   /// above 4 is reported and gives "error24". GUI thread.
   static plaxi1::picture_t get_icon_by_type(icon_types_t type);
 
-  standard_buttons_t m_buttons_kind = buttons_close;
+  standard_buttons_t m_buttons_kind = buttons_close;  ///< The set of the last `set_buttons`.
 };
 
 /// A header of a running task with a gauge.
 class TAMSEL3_API progress_message_t : public header_t {
  public:
   progress_message_t() = default;
+  /// A header with `caption` and `picture`, with a Cancel button when `can_cancel`.
   progress_message_t(const std::string& caption, const plaxi1::picture_t& picture = plaxi1::picture_t(),
                      bool can_cancel = false);
   ~progress_message_t() override;

@@ -43,6 +43,7 @@ TAMSEL3_API void set_ombrelc_icon(ombrelcfrw7::CImage& image, const plaxi1::pict
 /// thread; everything else belongs to the GUI thread.
 class TAMSEL3_API message_entry_t : public event_entry_t, public korvat2::subscriber_base_t {
  public:
+  /// The entry's type in a saved log: "message_entry_t".
   static const std::string type_name;
 
   /// A message entry showing `msg`.
@@ -68,28 +69,37 @@ class TAMSEL3_API message_entry_t : public event_entry_t, public korvat2::subscr
   void update_header(header_t* header, const korvat2::signal_t<int>* callback);
 
   // Handlers of the progress object's signals, the toolkit's and the say signal.
+  /// The progress object started: shows the gauge with `title`.
   void start(std::string title);
+  /// The progress object moved on by `step` positions of the gauge.
   void increase(int step);
+  /// The progress object's status text changed to `text`.
   void message(std::string text);
+  /// The progress object was canceled: the Cancel button goes disabled.
   void cancel();
+  /// The gauge's Cancel button was pressed: cancels the progress object.
   void cancel_button_pressed(ombrelcfrw7::CButton* button);
+  /// A button of the message was pressed: fires the message's signal with `id`.
   void on_button_pressed(int id);
+  /// Shows the lines that `say` kept, in one batch, and allows the next post.
   void say_signal_handler();
+  /// Appends the text of `element` and its children to `out`, for the clipboard.
   void do_string(ombrelcfrw7::CVisualElement* element, std::string& out);
 
-  simple_tag_t m_tag;
-  korvat2::intrusive_pointer_t<message_t> m_message;
-  ombrelcfrw7::CCustomMessageBox* m_box = nullptr;
-  ombrelcfrw7::CGaugeBoxEx* m_gauge = nullptr;
-  ombrelcfrw7::CVertBox* m_lines_box = nullptr;
-  ombrelcfrw7::CCaption* m_transient_caption = nullptr;
-  ombrelcfrw7::CCaption* m_message_caption = nullptr;
-  ombrelcfrw7::CButtonsFlavor<ombrelcfrw7::CVertBox>* m_buttons = nullptr;
-  progress_impl_t m_progress;
-  korvat2::signal_t<> m_say_signal;
-  std::vector<messenger_entry_t> m_pending;
-  boost::mutex m_pending_lock;
-  bool m_pending_posted = false;
+  simple_tag_t m_tag;                                 ///< The entry's tag in the log.
+  korvat2::intrusive_pointer_t<message_t> m_message;  ///< The message shown.
+  ombrelcfrw7::CCustomMessageBox* m_box = nullptr;    ///< The toolkit's box of the message.
+  ombrelcfrw7::CGaugeBoxEx* m_gauge =
+      nullptr;  ///< The gauge with its Cancel button; null until the progress starts.
+  ombrelcfrw7::CVertBox* m_lines_box = nullptr;          ///< The box of the lines.
+  ombrelcfrw7::CCaption* m_transient_caption = nullptr;  ///< The status text of the running progress.
+  ombrelcfrw7::CCaption* m_message_caption = nullptr;    ///< The message's caption.
+  ombrelcfrw7::CButtonsFlavor<ombrelcfrw7::CVertBox>* m_buttons = nullptr;  ///< The message's buttons.
+  progress_impl_t m_progress;                ///< The progress object handed to the worker.
+  korvat2::signal_t<> m_say_signal;          ///< Posted to the GUI thread when lines wait.
+  std::vector<messenger_entry_t> m_pending;  ///< Lines said and not yet shown.
+  boost::mutex m_pending_lock;  ///< Guards `m_pending` and `m_pending_posted`; `say` takes it on any thread.
+  bool m_pending_posted = false;  ///< Whether a task to show the pending lines is on its way.
 
  private:
   void connect_progress();

@@ -15,7 +15,9 @@ namespace tamsel3 {
 /// implements it and decides where the choice is kept. Counted through add_ref/release.
 class TAMSEL3_API i_check_box_definition {
  public:
+  /// Takes a reference; `korvat2::sptr_t` calls it.
   virtual void add_ref() = 0;
+  /// Drops a reference; the definition decides what the last one does.
   virtual void release() = 0;
   /// The key under which the choice is kept (free for the caller).
   virtual std::string get_key() const = 0;
@@ -23,10 +25,15 @@ class TAMSEL3_API i_check_box_definition {
   virtual void load_state() = 0;
   /// Forgets the kept choice, so that the message shows again (free for the caller).
   virtual void reset_state() = 0;
+  /// Whether the user chose not to see the message again. A checked definition makes `show_modal`
+  /// return 7 at once, without a window and without `save_state`.
   virtual bool is_checked() const = 0;
+  /// Receives the check box's value when the message ends by OK, Yes, Retry or Close; `save_state`
+  /// follows at once.
   virtual void set_checked(bool checked) = 0;
   /// Keeps the current choice.
   virtual void save_state() = 0;
+  /// The text beside the check box.
   virtual std::string get_label() const = 0;
 
  protected:
@@ -72,15 +79,19 @@ class TAMSEL3_API message_window_t {
 
   message_window_t() = default;
 
+  /// An error with a Close button: the texts of `main_key` and `supplemental_key` in `catalog`,
+  /// formatted with their arguments (`get_message`), and the error icon.
   static message_window_t simple_error_wnd(const ZANDOR_2_16::i18n::catalog_t& catalog, std::string main_key,
                                            std::string supplemental_key,
                                            const ZANDOR_2_16::generic::varg_list& main_args,
                                            const ZANDOR_2_16::generic::varg_list& supplemental_args);
+  /// A warning with the buttons `buttons`: the texts as for `simple_error_wnd`, and the warning icon.
   static message_window_t simple_warning_wnd(const ZANDOR_2_16::i18n::catalog_t& catalog,
                                              std::string main_key, std::string supplemental_key,
                                              button_type_t buttons,
                                              const ZANDOR_2_16::generic::varg_list& main_args,
                                              const ZANDOR_2_16::generic::varg_list& supplemental_args);
+  /// As `simple_warning_wnd`, with the check box `check_box`.
   static message_window_t warning_wnd_with_check(const ZANDOR_2_16::i18n::catalog_t& catalog,
                                                  std::string main_key, std::string supplemental_key,
                                                  button_type_t buttons,
@@ -94,23 +105,29 @@ class TAMSEL3_API message_window_t {
   /// The library's picture of an icon type; "error24" for types without one.
   static plaxi1::picture_t get_icon_by_type(icon_types_t type);
 
+  /// Sets the main text to `get_message(catalog, key, args)`.
   void set_main_message(const ZANDOR_2_16::i18n::catalog_t& catalog, std::string key,
                         const ZANDOR_2_16::generic::varg_list& args);
+  /// Sets the supplemental text to `get_message(catalog, key, args)`.
   void set_supplemental_message(const ZANDOR_2_16::i18n::catalog_t& catalog, std::string key,
                                 const ZANDOR_2_16::generic::varg_list& args);
+  /// Sets the details to `get_message(catalog, key, args)` and `m_has_details`.
   void set_details_message(const ZANDOR_2_16::i18n::catalog_t& catalog, std::string key,
                            const ZANDOR_2_16::generic::varg_list& args);
 
-  std::string m_main_message;
-  std::string m_supplemental_message;
-  std::string m_details_message;
-  bool m_has_details = false;
-  button_type_t m_button_type = buttons_close;
-  icon_types_t m_icon_type = icon_error;
-  std::string m_context_topic;
-  bool m_context_help = false;
-  korvat2::sptr_t<i_check_box_definition> m_check_box;
-  plaxi1::picture_t m_picture;
+  std::string m_main_message;          ///< Big first line: what happened.
+  std::string m_supplemental_message;  ///< Smaller text under it.
+  std::string
+      m_details_message;  ///< A long text that is kept and passed on; the message window doesn't show it.
+  bool m_has_details = false;                   ///< Set by `set_details_message`.
+  button_type_t m_button_type = buttons_close;  ///< Which buttons appear.
+  icon_types_t m_icon_type = icon_error;        ///< Which picture appears.
+  std::string
+      m_context_topic;  ///< A help topic, copied along with the description; the library doesn't read it.
+  bool m_context_help = false;  ///< When true, the dialog gets the context-help button of the window frame.
+  korvat2::sptr_t<i_check_box_definition> m_check_box;  ///< The optional check box; null for none.
+  plaxi1::picture_t
+      m_picture;  ///< The caller's own picture, for `icon_custom`: a still picture or an animation.
 };
 
 /// Runs the message as a modal dialog and returns the answer (message_window_t::answer_t).

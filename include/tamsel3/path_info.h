@@ -26,7 +26,9 @@ class TAMSEL3_API path_info_t {
   explicit path_info_t(const std::string& text);
   virtual ~path_info_t();
 
+  /// Copies the text, the path and what was found out about it.
   path_info_t(const path_info_t&) = default;
+  /// Copies the text, the path and what was found out about it.
   path_info_t& operator=(const path_info_t&) = default;
 
   /// Keeps `text` as a path when it parses to an absolute path; otherwise as raw text.

@@ -19,6 +19,7 @@ namespace tamsel3 {
 template <class Control>
 TAMSEL3_API bool validate_path(Control* control, bool check_path, const std::string& disabled_chars);
 
+/// The form for a text field, the one the library builds.
 extern template bool validate_path<wxTextCtrl>(wxTextCtrl*, bool, const std::string&);
 
 }  // namespace tamsel3

@@ -28,6 +28,7 @@ class TAMSEL3_API panel_t : public wxPanel {
  public:
   using wxPanel::wxPanel;
   ~panel_t() override;
+  /// Makes the panel read-only (`read_only`) or editable again.
   virtual void set_read_only(bool read_only) = 0;
 };
 

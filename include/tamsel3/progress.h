@@ -38,12 +38,16 @@ class TAMSEL3_API progress_impl_t : public pelit2::IProgress {
   void finish() override;
   /// Only sets the flag that `isCanceled` reads; nothing is sent.
   void cancel() override;
+  /// The total given to `start`; 0 before.
   double getTotalSteps() override;
+  /// Whether `cancel` was called. Any thread; no lock.
   bool isCanceled() override;
 
+  /// Receives the title of `start`.
   korvat2::signal_t<std::string> m_start_signal;
   /// Receives the increment of the position, not the position.
   korvat2::signal_t<int> m_progress_signal;
+  /// Receives the status text of `message`.
   korvat2::signal_t<std::string> m_message_signal;
   /// Never emitted here; the control connects its Cancel button to it.
   korvat2::signal_t<> m_cancel_signal;
@@ -61,30 +65,41 @@ class TAMSEL3_API progress_impl_t : public pelit2::IProgress {
 /// run counts one step and is never cancelled.
 class TAMSEL3_API progress_proxy_t : public pelit2::IProgress {
  public:
+  /// A proxy aimed at `target`, which may be null.
   explicit progress_proxy_t(pelit2::IProgress* target = nullptr) : m_target(target) {}
   ~progress_proxy_t() override;
 
+  /// Forwards to the target; nothing without one.
   void start(const char* title, double total) override;
+  /// Forwards to the target; nothing without one.
   void progressed(int steps) override;
+  /// Forwards to the target; nothing without one.
   void internalProgressed(double steps) override;
+  /// Forwards to the target; nothing without one.
   void message(const char* text) override;
+  /// Forwards to the target; nothing without one.
   void finish() override;
+  /// Forwards to the target; nothing without one.
   void cancel() override;
+  /// The target's total; 1 without a target.
   double getTotalSteps() override;
+  /// Whether the target was canceled; false without a target.
   bool isCanceled() override;
 
-  pelit2::IProgress* m_target = nullptr;
+  pelit2::IProgress* m_target = nullptr;  ///< The object that receives the calls; null for none.
 };
 
 /// Forwards `say` to a target that may change or be null.
 class TAMSEL3_API messenger_proxy_t : public pelit2::IMessenger {
  public:
+  /// A proxy aimed at `target`, which may be null.
   explicit messenger_proxy_t(pelit2::IMessenger* target = nullptr) : m_target(target) {}
   ~messenger_proxy_t() override;
 
+  /// Forwards to the target; nothing without one.
   void say(pelit2::ESeverity severity, const char* text) override;
 
-  pelit2::IMessenger* m_target = nullptr;
+  pelit2::IMessenger* m_target = nullptr;  ///< The object that receives the lines; null for none.
 };
 
 }  // namespace tamsel3

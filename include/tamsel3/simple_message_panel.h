@@ -36,6 +36,7 @@ class TAMSEL3_API simple_message_panel_t : public wxPanel, public korvat2::_inte
     severity_information = 3,
   };
 
+  /// A hidden, empty panel as a child of `parent`.
   explicit simple_message_panel_t(wxWindow* parent);
   ~simple_message_panel_t() override;
 
@@ -51,10 +52,12 @@ class TAMSEL3_API simple_message_panel_t : public wxPanel, public korvat2::_inte
   void on_size(wxSizeEvent& event);
 
  protected:
-  wxStaticBitmap* m_icon_control = nullptr;
-  caption_label_t* m_label = nullptr;
-  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement> m_rectangle;
-  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_adapter;
+  wxStaticBitmap* m_icon_control = nullptr;  ///< The severity icon.
+  caption_label_t* m_label = nullptr;        ///< The wrapped text.
+  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement>
+      m_rectangle;  ///< The bordered box behind icon and text.
+  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter>
+      m_adapter;  ///< Holds `m_rectangle` in the window.
 
  private:
   void handle_ui_settings_changed();

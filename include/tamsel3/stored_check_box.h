@@ -43,7 +43,9 @@ class TAMSEL3_API stored_check_box_t final : public i_check_box_definition {
   /// reached or written.
   static bool reset_all(korvat2::sptr_t<quern2::IPropertyStorage> storage);
 
+  /// Takes a reference; any thread.
   void add_ref() override;
+  /// Drops a reference; the last one deletes the definition. Any thread.
   void release() override;
   /// The name under which the answer is kept.
   std::string get_key() const override;
