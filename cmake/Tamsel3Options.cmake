@@ -28,8 +28,10 @@ function(tamsel3_target_defaults target)
 endfunction()
 
 # A library of the project: sources, public include folder, alias ns::name, install export.
+# An IMPLEMENTATION_ONLY library, which the others only link privately, installs no header,
+# and its exported target carries none of its own dependencies, which never reach a host.
 function(tamsel3_add_library name)
-  cmake_parse_arguments(ARG "" "NAMESPACE;INCLUDE_DIR" "SOURCES;PUBLIC_DEPS;PRIVATE_DEPS" ${ARGN})
+  cmake_parse_arguments(ARG "IMPLEMENTATION_ONLY" "NAMESPACE;INCLUDE_DIR" "SOURCES;PUBLIC_DEPS;PRIVATE_DEPS" ${ARGN})
   add_library(${name} ${ARG_SOURCES})
   add_library(${ARG_NAMESPACE}::${name} ALIAS ${name})
   # Installed libraries find each other in their own folder.
@@ -37,13 +39,23 @@ function(tamsel3_add_library name)
     SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "$ORIGIN")
   target_include_directories(${name} PUBLIC
     $<BUILD_INTERFACE:${ARG_INCLUDE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  if(ARG_IMPLEMENTATION_ONLY)
+    # What it needs is linked into the shared object and stays out of its installed interface.
+    set(ARG_PUBLIC_DEPS $<BUILD_INTERFACE:${ARG_PUBLIC_DEPS}>)
+  endif()
   target_link_libraries(${name} PUBLIC ${ARG_PUBLIC_DEPS} PRIVATE ${ARG_PRIVATE_DEPS})
   tamsel3_target_defaults(${name})
+  # The shared objects go to the runtime component; what a host builds with (headers,
+  # the unversioned link, CMake's export sets) to the development one.
   install(TARGETS ${name} EXPORT ${name}Targets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-  install(DIRECTORY ${ARG_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
+  if(NOT ARG_IMPLEMENTATION_ONLY)
+    install(DIRECTORY ${ARG_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
+  endif()
   # One export set per library, so that each keeps its own namespace once installed.
-  install(EXPORT ${name}Targets NAMESPACE ${ARG_NAMESPACE}:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tamsel3)
+  install(EXPORT ${name}Targets NAMESPACE ${ARG_NAMESPACE}:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tamsel3
+    COMPONENT dev)
   set_property(GLOBAL APPEND PROPERTY TAMSEL3_EXPORT_SETS ${name}Targets)
 endfunction()

@@ -35,3 +35,4 @@
 #include <tamsel3/side_panel.h>
 #include <tamsel3/simple_message_panel.h>
 #include <tamsel3/text_helpers.h>
+#include <tamsel3/version.h>
