@@ -19,6 +19,16 @@ endif()
 if(_san)
   target_compile_options(tamsel3_sanitizers INTERFACE ${_san})
   target_link_options(tamsel3_sanitizers INTERFACE ${_san})
+  # GCC links its sanitizer runtime into shared libraries; Clang only into programs, which
+  # would leave the installed libraries needing a host linked with the same flags. Every
+  # target takes Clang's shared runtime instead, found where Clang keeps it.
+  if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    target_link_options(tamsel3_sanitizers INTERFACE -shared-libsan)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libclang_rt.asan-x86_64.so
+                    OUTPUT_VARIABLE _san_runtime OUTPUT_STRIP_TRAILING_WHITESPACE)
+    get_filename_component(TAMSEL3_SANITIZER_RUNTIME_DIR ${_san_runtime} DIRECTORY)
+    list(APPEND CMAKE_BUILD_RPATH ${TAMSEL3_SANITIZER_RUNTIME_DIR})
+  endif()
 endif()
 
 # Applies the project's defaults to one of its own targets.
@@ -37,6 +47,9 @@ function(tamsel3_add_library name)
   # Installed libraries find each other in their own folder.
   set_target_properties(${name} PROPERTIES EXPORT_NAME ${name} VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "$ORIGIN")
+  if(TAMSEL3_SANITIZER_RUNTIME_DIR)
+    set_property(TARGET ${name} APPEND PROPERTY INSTALL_RPATH ${TAMSEL3_SANITIZER_RUNTIME_DIR})
+  endif()
   target_include_directories(${name} PUBLIC
     $<BUILD_INTERFACE:${ARG_INCLUDE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   if(ARG_IMPLEMENTATION_ONLY)

@@ -1,7 +1,8 @@
 # Packs the build as Debian packages, unpacks the runtime and -dev packages into a fresh
 # root, and builds a host against that root twice, as a host developer would: once with
 # CMake's find_package and once with pkg-config and a plain compiler command. Runs each.
-# Expects BUILD_DIR, SOURCE_DIR, WORK_DIR, CPACK, CXX and optionally LAUNCHER.
+# Expects BUILD_DIR, SOURCE_DIR, WORK_DIR, CPACK, CXX and optionally LAUNCHER, and PRELOAD
+# for a sanitizer build: its runtime, which must be the first library of the host's process.
 file(REMOVE_RECURSE ${WORK_DIR})
 
 function(run what)
@@ -66,6 +67,9 @@ endforeach()
 
 # The installed library must find its installed resources, with no help from the build tree.
 set(run_env ${CMAKE_COMMAND} -E env --unset=TAMSEL3_RESOURCE_DIR)
+if(PRELOAD)
+  list(APPEND run_env LD_PRELOAD=${PRELOAD})
+endif()
 
 if(LAUNCHER)
   set(launcher -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER})
