@@ -88,16 +88,24 @@ class TAMSEL3_API advanced_panel_t : public wxPanel, public korvat2::subscriber_
   /// Lays the elements out at the panel's new size.
   void on_resize(wxSizeEvent& event);
 
-  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter>
-      m_adapter;               ///< Holds the element tree in the window.
-  rectangle_ptr_t m_root;      ///< The element tree's root, over the whole panel.
-  rectangle_ptr_t m_frame;     ///< The frame's line.
-  rectangle_ptr_t m_title_bg;  ///< The ground behind the caption and the button.
-  korvat2::intrusive_pointer_t<plaxi1::elements::IconButton> m_button;    ///< The open-or-close button.
-  korvat2::intrusive_pointer_t<plaxi1::elements::TextElement> m_caption;  ///< The caption.
-  wxBoxSizer* m_content_sizer = nullptr;  ///< The sizer of the host's controls.
-  int m_border = 19;                      ///< The content's border, see `reset_border`.
-  bool m_opened = true;                   ///< Whether the panel is open.
+  /// Holds the element tree in the window.
+  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_adapter;
+  /// The element tree's root, over the whole panel.
+  rectangle_ptr_t m_root;
+  /// The frame's line.
+  rectangle_ptr_t m_frame;
+  /// The ground behind the caption and the button.
+  rectangle_ptr_t m_title_bg;
+  /// The open-or-close button.
+  korvat2::intrusive_pointer_t<plaxi1::elements::IconButton> m_button;
+  /// The caption.
+  korvat2::intrusive_pointer_t<plaxi1::elements::TextElement> m_caption;
+  /// The sizer of the host's controls.
+  wxBoxSizer* m_content_sizer = nullptr;
+  /// The content's border, see `reset_border`.
+  int m_border = 19;
+  /// Whether the panel is open.
+  bool m_opened = true;
 
  private:
   void build_elements(const std::string& caption);

@@ -41,15 +41,24 @@ class TAMSEL3_API ask_dlg_t : public dialog_base_t {
   void on_init_dialog() override;
   void on_ok() override;
 
-  std::string m_filename;                  ///< The file name.
-  std::string m_ask_text;                  ///< The explanation over the field.
-  wxStaticText* m_text_control = nullptr;  ///< "m_text_control" of the layout: the explanation.
-  wxStaticText* m_field_label = nullptr;   ///< "m_field_label" of the layout: the field's label.
-  wxTextCtrl* m_file_field = nullptr;      ///< "m_file_field" of the layout: the file name.
-  wxWindow* m_browse_button = nullptr;     ///< "m_browse_button" of the layout.
-  std::string m_default_extension;  ///< The extension given to a name typed without one in the file dialog.
-  std::string m_extensions;         ///< The file dialog's filter.
-  bool m_recalculated = false;      ///< Whether the explanation was wrapped to the dialog's final size.
+  /// The file name.
+  std::string m_filename;
+  /// The explanation over the field.
+  std::string m_ask_text;
+  /// "m_text_control" of the layout: the explanation.
+  wxStaticText* m_text_control = nullptr;
+  /// "m_field_label" of the layout: the field's label.
+  wxStaticText* m_field_label = nullptr;
+  /// "m_file_field" of the layout: the file name.
+  wxTextCtrl* m_file_field = nullptr;
+  /// "m_browse_button" of the layout.
+  wxWindow* m_browse_button = nullptr;
+  /// The extension given to a name typed without one in the file dialog.
+  std::string m_default_extension;
+  /// The file dialog's filter.
+  std::string m_extensions;
+  /// Whether the explanation was wrapped to the dialog's final size.
+  bool m_recalculated = false;
 
  private:
   wxDECLARE_EVENT_TABLE();

@@ -47,9 +47,10 @@ class TAMSEL3_API caption_label_t : public wxStaticText {
 
   /// The full, unwrapped text.
   std::string m_text;
-  wxWindow* m_window_for_get_parent_size =
-      nullptr;      ///< The window whose width bounds the label's; never null.
-  int m_delta = 0;  ///< The room that the layout keeps around the label, taken off the width it wraps to.
+  /// The window whose width bounds the label's; never null.
+  wxWindow* m_window_for_get_parent_size = nullptr;
+  /// The room that the layout keeps around the label, taken off the width it wraps to.
+  int m_delta = 0;
   /// Lines of the last wrap.
   int m_lines = 0;
   /// What the owner meant the label to hold (1 for a caption, 5 for a description); the
@@ -91,9 +92,12 @@ class TAMSEL3_API caption_panel_t : public panel_t, public korvat2::_internal::s
 
   /// A message of the panel: its id, severity and text.
   struct message_info_t {
-    int m_id = 0;                               ///< The id that add_message gave.
-    severity_t m_severity = severity_critical;  ///< How severe it is.
-    std::string m_text;                         ///< The text shown.
+    /// The id that add_message gave.
+    int m_id = 0;
+    /// How severe it is.
+    severity_t m_severity = severity_critical;
+    /// The text shown.
+    std::string m_text;
   };
 
   /// Builds the panel with its caption and description.
@@ -167,29 +171,42 @@ class TAMSEL3_API caption_panel_t : public panel_t, public korvat2::_internal::s
   /// Colours and fonts from the UI settings, and the labels' deltas.
   virtual void on_ui_changed();
 
-  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement>
-      m_top_rectangle;                         ///< The background of the caption and the description.
-  caption_label_t* m_caption = nullptr;        ///< The bold caption.
-  caption_label_t* m_message_label = nullptr;  ///< The text of the message on show.
-  caption_label_t* m_description = nullptr;    ///< The description under the caption.
-  wxStaticBitmap* m_message_icon = nullptr;    ///< The icon of the message on show.
-  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement>
-      m_message_rectangle;                        ///< The background of the message pane.
-  wxPanel* m_message_pane = nullptr;              ///< The message pane.
-  plaxi1::wxIconButton* m_prev_button = nullptr;  ///< The left scroll button: the previous message.
-  plaxi1::wxIconButton* m_next_button = nullptr;  ///< The right scroll button: the next message.
-  bool m_in_on_size =
-      false;  ///< Set while `on_size` runs, so that the layout it causes doesn't run it again.
-  wxBoxSizer* m_message_sizer = nullptr;  ///< The sizer of the message pane.
-  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter>
-      m_top_adapter;  ///< Holds `m_top_rectangle` in the window.
-  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter>
-      m_message_adapter;                   ///< Holds `m_message_rectangle` in the window.
-  bool m_disabled = false;                 ///< Set by `disable`: the pane stays hidden.
-  bool m_read_only = false;                ///< The read-only flag.
-  std::vector<message_info_t> m_messages;  ///< The messages, most severe first.
-  int m_current_id = -1;                   ///< The id of the message on show; -1 for none.
-  int m_next_id = 0;                       ///< The id of the next message added.
+  /// The background of the caption and the description.
+  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement> m_top_rectangle;
+  /// The bold caption.
+  caption_label_t* m_caption = nullptr;
+  /// The text of the message on show.
+  caption_label_t* m_message_label = nullptr;
+  /// The description under the caption.
+  caption_label_t* m_description = nullptr;
+  /// The icon of the message on show.
+  wxStaticBitmap* m_message_icon = nullptr;
+  /// The background of the message pane.
+  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement> m_message_rectangle;
+  /// The message pane.
+  wxPanel* m_message_pane = nullptr;
+  /// The left scroll button: the previous message.
+  plaxi1::wxIconButton* m_prev_button = nullptr;
+  /// The right scroll button: the next message.
+  plaxi1::wxIconButton* m_next_button = nullptr;
+  /// Set while `on_size` runs, so that the layout it causes doesn't run it again.
+  bool m_in_on_size = false;
+  /// The sizer of the message pane.
+  wxBoxSizer* m_message_sizer = nullptr;
+  /// Holds `m_top_rectangle` in the window.
+  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_top_adapter;
+  /// Holds `m_message_rectangle` in the window.
+  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_message_adapter;
+  /// Set by `disable`: the pane stays hidden.
+  bool m_disabled = false;
+  /// The read-only flag.
+  bool m_read_only = false;
+  /// The messages, most severe first.
+  std::vector<message_info_t> m_messages;
+  /// The id of the message on show; -1 for none.
+  int m_current_id = -1;
+  /// The id of the next message added.
+  int m_next_id = 0;
 
  private:
   void create_message_pane();

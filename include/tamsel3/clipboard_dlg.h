@@ -27,11 +27,14 @@ class TAMSEL3_API clipboard_dlg_t : public dialog_base_t {
   /// is copied and the dialog ends all the same.
   void on_ok() override;
 
-  wxTextCtrl* m_text_field = nullptr;  ///< "m_text_field" of the layout: the text.
-  wxCheckBox* m_option_box = nullptr;  ///< "m_checkBox14" of the layout: an option of a derived dialog's own;
-                                       ///< the library's doesn't read it.
-  wxWindow* m_ok_button = nullptr;     ///< "m_btn_ok" of the layout.
-  wxWindow* m_cancel_button = nullptr;  ///< "m_btn_cancel" of the layout.
+  /// "m_text_field" of the layout: the text.
+  wxTextCtrl* m_text_field = nullptr;
+  /// "m_checkBox14" of the layout: an option of a derived dialog's own; the library's doesn't read it.
+  wxCheckBox* m_option_box = nullptr;
+  /// "m_btn_ok" of the layout.
+  wxWindow* m_ok_button = nullptr;
+  /// "m_btn_cancel" of the layout.
+  wxWindow* m_cancel_button = nullptr;
 
  private:
   wxDECLARE_EVENT_TABLE();

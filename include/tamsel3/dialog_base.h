@@ -61,7 +61,8 @@ class TAMSEL3_API dialog_base_t : public generic_base_t<dummy> {
   void set_multiline_text(wxStaticText* text, const std::string& message, wxFont font);
 
  protected:
-  std::string m_help_topic;  ///< The topic of `m_help_signal`.
+  /// The topic of `m_help_signal`.
+  std::string m_help_topic;
 
  private:
   void grow_to_fit();

@@ -39,9 +39,11 @@ class TAMSEL3_API editor_data_t {
     /// Writes the record into `bag`; the environment editor without its program.
     bool save(korvat2::variant_bag_t& bag) const;
 
-    std::string name;          ///< identity within its language; empty stands for no editor
-    std::string display_name;  ///< the name shown to the user
-    std::string executable;    ///< the program's path
+    std::string name;  ///< identity within its language; empty stands for no editor
+    /// The name shown to the user.
+    std::string display_name;
+    /// The program's path.
+    std::string executable;
     std::string command_line;  ///< begins with `executable` when it has arguments
     bool is_system = false;    ///< from the desktop or the environment
   };

@@ -86,21 +86,28 @@ class TAMSEL3_API error_warning_panel_t : public pref_base_t {
   wxGenericAnimationCtrl* get_animation_ctrl() const { return m_animation; }
 
  protected:
-  wxStaticText* m_main_instructions = nullptr;  ///< "m_main_instructions" of the layout: the main text.
-  wxStaticText* m_supplemental_instructions =
-      nullptr;                       ///< "m_supplemental_instructions" of the layout: the supplemental text.
-  wxStaticBitmap* m_icon = nullptr;  ///< "m_icon" of the layout.
+  /// "m_main_instructions" of the layout: the main text.
+  wxStaticText* m_main_instructions = nullptr;
+  /// "m_supplemental_instructions" of the layout: the supplemental text.
+  wxStaticText* m_supplemental_instructions = nullptr;
+  /// "m_icon" of the layout.
+  wxStaticBitmap* m_icon = nullptr;
   /// The GTK animation control can't show the toolkit's animations: they are generic ones.
   wxGenericAnimationCtrl* m_animation = nullptr;
-  wxCheckBox* m_checkBox5 =
-      nullptr;         ///< "m_checkBox5" of the layout: the check box of the description's definition.
-  wxBitmap m_bitmap;   ///< The icon's picture.
-  wxFont m_main_font;  ///< The main text's font, large.
-  wxFont m_supplemental_font;      ///< The supplemental text's font.
-  int m_max_main_msg_width = 420;  ///< The width, in pixels, to which the main text wraps; -1 for no limit.
-  int m_max_supp_msg_width =
-      448;                  ///< The width, in pixels, to which the supplemental text wraps; -1 for no limit.
-  message_window_t m_data;  ///< The description shown.
+  /// "m_checkBox5" of the layout: the check box of the description's definition.
+  wxCheckBox* m_checkBox5 = nullptr;
+  /// The icon's picture.
+  wxBitmap m_bitmap;
+  /// The main text's font, large.
+  wxFont m_main_font;
+  /// The supplemental text's font.
+  wxFont m_supplemental_font;
+  /// The width, in pixels, to which the main text wraps; -1 for no limit.
+  int m_max_main_msg_width = 420;
+  /// The width, in pixels, to which the supplemental text wraps; -1 for no limit.
+  int m_max_supp_msg_width = 448;
+  /// The description shown.
+  message_window_t m_data;
 
  private:
   void set_max_msg_width(int& field, int width);
@@ -127,7 +134,8 @@ class TAMSEL3_API error_warning_dialog_t : public dialog_base_t {
   void on_end_panel(generic_base_t<wxPanel>* panel, int code);
 
  protected:
-  error_warning_panel_t* m_panel = nullptr;  ///< The panel; a child window of the dialog once shown.
+  /// The panel; a child window of the dialog once shown.
+  error_warning_panel_t* m_panel = nullptr;
 
  private:
   void handle_char_hook(wxKeyEvent& event);

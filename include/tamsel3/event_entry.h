@@ -25,14 +25,18 @@ class message_t;
 
 /// A said line: its severity bits and its text.
 struct TAMSEL3_API messenger_entry_t {
-  pelit2::ESeverity m_severity = pelit2::severity_info;  ///< The severity bits of the line.
-  std::string m_text;                                    ///< The line's text.
+  /// The severity bits of the line.
+  pelit2::ESeverity m_severity = pelit2::severity_info;
+  /// The line's text.
+  std::string m_text;
 };
 
 /// An entry's key in the control and the callback of its buttons.
 struct TAMSEL3_API simple_tag_t {
-  unsigned int m_tag = 0;             ///< The entry's key in the control.
-  korvat2::signal_t<int> m_callback;  ///< Fired with the id of a pressed button.
+  /// The entry's key in the control.
+  unsigned int m_tag = 0;
+  /// Fired with the id of a pressed button.
+  korvat2::signal_t<int> m_callback;
 };
 
 /// The base of the log's entries: keeps the said lines, shows a line, and saves and loads
@@ -71,9 +75,12 @@ class TAMSEL3_API event_entry_t : public pelit2::IMessenger, public korvat2::int
   /// Whether a kept line has a bit of `mask`.
   bool has_severity(pelit2::ESeverity mask) const;
 
-  event_log_t* m_log;                         ///< The log that shows the entry; may be null.
-  std::vector<messenger_entry_t> m_messages;  ///< The kept lines, in order.
-  bool m_show_debug;  ///< Whether debug lines are shown, copied from the log when built.
+  /// The log that shows the entry; may be null.
+  event_log_t* m_log;
+  /// The kept lines, in order.
+  std::vector<messenger_entry_t> m_messages;
+  /// Whether debug lines are shown, copied from the log when built.
+  bool m_show_debug;
 };
 
 }  // namespace tamsel3

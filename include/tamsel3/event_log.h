@@ -34,11 +34,15 @@ class TAMSEL3_API event_log_t : public ombrelcfrw7::CEventLog {
   /// warning picture, everything else (information too) the empty one.
   int get_image_for(pelit2::ESeverity severity) const;
 
-  int m_error_image = -1;    ///< The index of "error12" in the image list; -1 before it is loaded.
-  int m_warning_image = -1;  ///< The index of "warning12"; -1 before it is loaded.
+  /// The index of "error12" in the image list; -1 before it is loaded.
+  int m_error_image = -1;
+  /// The index of "warning12"; -1 before it is loaded.
+  int m_warning_image = -1;
   // Loaded with the others, but information lines show the empty picture.
-  int m_info_image = -1;   ///< The index of "info12"; -1 before it is loaded.
-  int m_empty_image = -1;  ///< The index of "empty12"; -1 before it is loaded.
+  /// The index of "info12"; -1 before it is loaded.
+  int m_info_image = -1;
+  /// The index of "empty12"; -1 before it is loaded.
+  int m_empty_image = -1;
   /// Set by every change of the content, cleared by a save and at the end of a load.
   bool m_has_changes = false;
   /// Whether debug lines are shown; entries copy it when they are built.

@@ -31,10 +31,14 @@ class TAMSEL3_API experimental_options_panel_t : public pref_base_t {
  public:
   /// One feature on show; `enabled` is left out of equality.
   struct feature_info_t {
-    std::string env_variable;  ///< the variable that turns the feature on for the program
-    std::string name;          ///< the name shown beside the check box
-    std::string description;   ///< the text under the name
-    bool enabled = false;      ///< whether the feature is on
+    /// The variable that turns the feature on for the program.
+    std::string env_variable;
+    /// The name shown beside the check box.
+    std::string name;
+    /// The text under the name.
+    std::string description;
+    /// Whether the feature is on.
+    bool enabled = false;
     /// Whether two features are the same, whatever their state.
     friend bool operator==(const feature_info_t& a, const feature_info_t& b) {
       return a.env_variable == b.env_variable && a.name == b.name && a.description == b.description;
@@ -73,16 +77,22 @@ class TAMSEL3_API experimental_options_panel_t : public pref_base_t {
   /// A check box changed: the feature's state and the banner follow.
   void on_checkbox(wxCommandEvent& event);
 
-  std::vector<feature_info_t> m_features;  ///< The features on show, in order.
-  wxWindow* m_experimental_descr =
-      nullptr;  ///< "m_experimental_descr" of the layout: the banner's description.
-  wxWindow* m_experimental_status = nullptr;  ///< "m_experimental_status" of the layout: the banner's title.
-  wxWindow* m_mesage_panel = nullptr;         ///< "m_mesage_panel" of the layout: the banner.
-  wxWindow* m_feature_list_wnd = nullptr;  ///< "m_feature_list_wnd" of the layout: the list of check boxes.
-  boost::shared_ptr<feature_list_config_t> m_feature_list_config;  ///< The list of features; may be null.
-  boost::shared_ptr<active_features_config_t>
-      m_active_features_config;      ///< The choice of features turned on; may be null.
-  bool m_restart_requested = false;  ///< The answer to the restart prompt of the last OK.
+  /// The features on show, in order.
+  std::vector<feature_info_t> m_features;
+  /// "m_experimental_descr" of the layout: the banner's description.
+  wxWindow* m_experimental_descr = nullptr;
+  /// "m_experimental_status" of the layout: the banner's title.
+  wxWindow* m_experimental_status = nullptr;
+  /// "m_mesage_panel" of the layout: the banner.
+  wxWindow* m_mesage_panel = nullptr;
+  /// "m_feature_list_wnd" of the layout: the list of check boxes.
+  wxWindow* m_feature_list_wnd = nullptr;
+  /// The list of features; may be null.
+  boost::shared_ptr<feature_list_config_t> m_feature_list_config;
+  /// The choice of features turned on; may be null.
+  boost::shared_ptr<active_features_config_t> m_active_features_config;
+  /// The answer to the restart prompt of the last OK.
+  bool m_restart_requested = false;
 
  private:
   void wrap_description();

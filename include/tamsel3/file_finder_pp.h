@@ -32,8 +32,10 @@ class TAMSEL3_API file_finder_pp_t : public pref_base_t {
   /// The page has no help of its own.
   void on_help() override {}
 
-  search_dirs_panel_t* m_panel = nullptr;            ///< The panel in place of "m_panel5".
-  search_dirs_panel_t::container_ptr_t m_container;  ///< The container edited.
+  /// The panel in place of "m_panel5".
+  search_dirs_panel_t* m_panel = nullptr;
+  /// The container edited.
+  search_dirs_panel_t::container_ptr_t m_container;
 };
 
 }  // namespace tamsel3

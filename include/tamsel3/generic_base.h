@@ -122,29 +122,42 @@ class TAMSEL3_API generic_base_t : public T, public korvat2::subscriber_base_t {
     path_message_count = 6
   };
 
-  wxWindow* m_btn_ok = nullptr;      ///< "m_btn_ok" of the layout; null when it has none.
-  wxWindow* m_btn_cancel = nullptr;  ///< "m_btn_cancel" of the layout; null when it has none.
-  wxWindow* m_btn_help =
-      nullptr;  ///< "m_btn_help" of the layout; null when it has none. Enabled only with a help id.
-  std::string m_object_name;      ///< The layout object that the first show or create loads.
-  std::string m_reserved_text_1;  ///< Free for the derived window; the frame never reads it.
-  std::string m_resource_file;    ///< The layout file; it starts as "tamsel.xrc" in the library's archive
-                                  ///< "tamsel3.dat".
-  std::string m_catalog_name = "tamsel";  ///< The catalog of the window's texts.
-  std::string m_reserved_text_2;          ///< Free for the derived window; the frame never reads it.
-  std::string m_text_unknown;             ///< The catalog's "text.unknown", for values that can't be shown.
-  std::vector<std::string>
-      m_path_messages;         ///< The path messages of the catalog, indexed by `path_message_t`.
-  int m_help_id = -1;          ///< The help id; -1 (no help) disables the Help button.
-  bool m_loaded = false;       ///< Set once the layout is loaded.
-  bool m_initialized = false;  ///< Set once the initialisation has run.
-  wxTimer m_timer;  ///< A timer owned by the window; it gets its id after `on_init_dialog` and the frame
-                    ///< never starts it.
-  std::map<wxTextCtrl*, max_len_options_t> m_max_len_options;  ///< The text length limits by field.
-  int m_min_width = 0;   ///< The smallest width the window may take; 0 for none.
-  int m_min_height = 0;  ///< The smallest height the window may take; 0 for none.
-  std::vector<std::string>
-      m_path_candidates;  ///< Folders in which `check_file_or_folder` looks for a relative path, after $PATH.
+  /// "m_btn_ok" of the layout; null when it has none.
+  wxWindow* m_btn_ok = nullptr;
+  /// "m_btn_cancel" of the layout; null when it has none.
+  wxWindow* m_btn_cancel = nullptr;
+  /// "m_btn_help" of the layout; null when it has none. Enabled only with a help id.
+  wxWindow* m_btn_help = nullptr;
+  /// The layout object that the first show or create loads.
+  std::string m_object_name;
+  /// Free for the derived window; the frame never reads it.
+  std::string m_reserved_text_1;
+  /// The layout file; it starts as "tamsel.xrc" in the library's archive "tamsel3.dat".
+  std::string m_resource_file;
+  /// The catalog of the window's texts.
+  std::string m_catalog_name = "tamsel";
+  /// Free for the derived window; the frame never reads it.
+  std::string m_reserved_text_2;
+  /// The catalog's "text.unknown", for values that can't be shown.
+  std::string m_text_unknown;
+  /// The path messages of the catalog, indexed by `path_message_t`.
+  std::vector<std::string> m_path_messages;
+  /// The help id; -1 (no help) disables the Help button.
+  int m_help_id = -1;
+  /// Set once the layout is loaded.
+  bool m_loaded = false;
+  /// Set once the initialisation has run.
+  bool m_initialized = false;
+  /// A timer owned by the window; it gets its id after `on_init_dialog` and the frame never starts it.
+  wxTimer m_timer;
+  /// The text length limits by field.
+  std::map<wxTextCtrl*, max_len_options_t> m_max_len_options;
+  /// The smallest width the window may take; 0 for none.
+  int m_min_width = 0;
+  /// The smallest height the window may take; 0 for none.
+  int m_min_height = 0;
+  /// Folders in which `check_file_or_folder` looks for a relative path, after $PATH.
+  std::vector<std::string> m_path_candidates;
 
  private:
   void apply_size_floor();

@@ -24,8 +24,10 @@ class TAMSEL3_API header_t : public korvat2::intrusive_pointer_impl_t {
   header_t(const std::string& caption, const plaxi1::picture_t& picture);
   ~header_t() override;
 
-  plaxi1::picture_t m_picture;  ///< The picture beside the caption; may be empty.
-  std::string m_caption;        ///< The caption, already translated.
+  /// The picture beside the caption; may be empty.
+  plaxi1::picture_t m_picture;
+  /// The caption, already translated.
+  std::string m_caption;
 };
 
 /// A button of a message.
@@ -56,8 +58,10 @@ class TAMSEL3_API message_t : public header_t {
   /// "cap" that isn't text is reported and read as empty text. Always succeeds.
   korvat2::error_code_t load(const korvat2::variant_bag_t& bag);
 
-  std::string m_text;                       ///< The message's text, already translated.
-  std::vector<message_button_t> m_buttons;  ///< The buttons, in display order.
+  /// The message's text, already translated.
+  std::string m_text;
+  /// The buttons, in display order.
+  std::vector<message_button_t> m_buttons;
 };
 
 /// A message with buttons of the client's own and a default among them.
@@ -131,7 +135,8 @@ class TAMSEL3_API standard_message_t : public message_t {
   /// above 4 is reported and gives "error24". GUI thread.
   static plaxi1::picture_t get_icon_by_type(icon_types_t type);
 
-  standard_buttons_t m_buttons_kind = buttons_close;  ///< The set of the last `set_buttons`.
+  /// The set of the last `set_buttons`.
+  standard_buttons_t m_buttons_kind = buttons_close;
 };
 
 /// A header of a running task with a gauge.

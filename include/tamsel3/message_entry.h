@@ -86,20 +86,32 @@ class TAMSEL3_API message_entry_t : public event_entry_t, public korvat2::subscr
   /// Appends the text of `element` and its children to `out`, for the clipboard.
   void do_string(ombrelcfrw7::CVisualElement* element, std::string& out);
 
-  simple_tag_t m_tag;                                 ///< The entry's tag in the log.
-  korvat2::intrusive_pointer_t<message_t> m_message;  ///< The message shown.
-  ombrelcfrw7::CCustomMessageBox* m_box = nullptr;    ///< The toolkit's box of the message.
-  ombrelcfrw7::CGaugeBoxEx* m_gauge =
-      nullptr;  ///< The gauge with its Cancel button; null until the progress starts.
-  ombrelcfrw7::CVertBox* m_lines_box = nullptr;          ///< The box of the lines.
-  ombrelcfrw7::CCaption* m_transient_caption = nullptr;  ///< The status text of the running progress.
-  ombrelcfrw7::CCaption* m_message_caption = nullptr;    ///< The message's caption.
-  ombrelcfrw7::CButtonsFlavor<ombrelcfrw7::CVertBox>* m_buttons = nullptr;  ///< The message's buttons.
-  progress_impl_t m_progress;                ///< The progress object handed to the worker.
-  korvat2::signal_t<> m_say_signal;          ///< Posted to the GUI thread when lines wait.
-  std::vector<messenger_entry_t> m_pending;  ///< Lines said and not yet shown.
-  boost::mutex m_pending_lock;  ///< Guards `m_pending` and `m_pending_posted`; `say` takes it on any thread.
-  bool m_pending_posted = false;  ///< Whether a task to show the pending lines is on its way.
+  /// The entry's tag in the log.
+  simple_tag_t m_tag;
+  /// The message shown.
+  korvat2::intrusive_pointer_t<message_t> m_message;
+  /// The toolkit's box of the message.
+  ombrelcfrw7::CCustomMessageBox* m_box = nullptr;
+  /// The gauge with its Cancel button; null until the progress starts.
+  ombrelcfrw7::CGaugeBoxEx* m_gauge = nullptr;
+  /// The box of the lines.
+  ombrelcfrw7::CVertBox* m_lines_box = nullptr;
+  /// The status text of the running progress.
+  ombrelcfrw7::CCaption* m_transient_caption = nullptr;
+  /// The message's caption.
+  ombrelcfrw7::CCaption* m_message_caption = nullptr;
+  /// The message's buttons.
+  ombrelcfrw7::CButtonsFlavor<ombrelcfrw7::CVertBox>* m_buttons = nullptr;
+  /// The progress object handed to the worker.
+  progress_impl_t m_progress;
+  /// Posted to the GUI thread when lines wait.
+  korvat2::signal_t<> m_say_signal;
+  /// Lines said and not yet shown.
+  std::vector<messenger_entry_t> m_pending;
+  /// Guards `m_pending` and `m_pending_posted`; `say` takes it on any thread.
+  boost::mutex m_pending_lock;
+  /// Whether a task to show the pending lines is on its way.
+  bool m_pending_posted = false;
 
  private:
   void connect_progress();

@@ -115,19 +115,26 @@ class TAMSEL3_API message_window_t {
   void set_details_message(const ZANDOR_2_16::i18n::catalog_t& catalog, std::string key,
                            const ZANDOR_2_16::generic::varg_list& args);
 
-  std::string m_main_message;          ///< Big first line: what happened.
-  std::string m_supplemental_message;  ///< Smaller text under it.
-  std::string
-      m_details_message;  ///< A long text that is kept and passed on; the message window doesn't show it.
-  bool m_has_details = false;                   ///< Set by `set_details_message`.
-  button_type_t m_button_type = buttons_close;  ///< Which buttons appear.
-  icon_types_t m_icon_type = icon_error;        ///< Which picture appears.
-  std::string
-      m_context_topic;  ///< A help topic, copied along with the description; the library doesn't read it.
-  bool m_context_help = false;  ///< When true, the dialog gets the context-help button of the window frame.
-  korvat2::sptr_t<i_check_box_definition> m_check_box;  ///< The optional check box; null for none.
-  plaxi1::picture_t
-      m_picture;  ///< The caller's own picture, for `icon_custom`: a still picture or an animation.
+  /// Big first line: what happened.
+  std::string m_main_message;
+  /// Smaller text under it.
+  std::string m_supplemental_message;
+  /// A long text that is kept and passed on; the message window doesn't show it.
+  std::string m_details_message;
+  /// Set by `set_details_message`.
+  bool m_has_details = false;
+  /// Which buttons appear.
+  button_type_t m_button_type = buttons_close;
+  /// Which picture appears.
+  icon_types_t m_icon_type = icon_error;
+  /// A help topic, copied along with the description; the library doesn't read it.
+  std::string m_context_topic;
+  /// When true, the dialog gets the context-help button of the window frame.
+  bool m_context_help = false;
+  /// The optional check box; null for none.
+  korvat2::sptr_t<i_check_box_definition> m_check_box;
+  /// The caller's own picture, for `icon_custom`: a still picture or an animation.
+  plaxi1::picture_t m_picture;
 };
 
 /// Runs the message as a modal dialog and returns the answer (message_window_t::answer_t).

@@ -86,7 +86,8 @@ class TAMSEL3_API progress_proxy_t : public pelit2::IProgress {
   /// Whether the target was canceled; false without a target.
   bool isCanceled() override;
 
-  pelit2::IProgress* m_target = nullptr;  ///< The object that receives the calls; null for none.
+  /// The object that receives the calls; null for none.
+  pelit2::IProgress* m_target = nullptr;
 };
 
 /// Forwards `say` to a target that may change or be null.
@@ -99,7 +100,8 @@ class TAMSEL3_API messenger_proxy_t : public pelit2::IMessenger {
   /// Forwards to the target; nothing without one.
   void say(pelit2::ESeverity severity, const char* text) override;
 
-  pelit2::IMessenger* m_target = nullptr;  ///< The object that receives the lines; null for none.
+  /// The object that receives the lines; null for none.
+  pelit2::IMessenger* m_target = nullptr;
 };
 
 }  // namespace tamsel3

@@ -82,35 +82,58 @@ class TAMSEL3_API result_saving_pp_t : public pref_base_t {
   /// Wraps the explanations to the page's new width.
   void on_resize(wxSizeEvent& event);
 
-  wxStaticText* m_staticText74 = nullptr;  ///< "m_staticText74" of the layout: the template's label.
-  wxTextCtrl* m_textCtrl14 = nullptr;      ///< "m_textCtrl14" of the layout: the name template.
-  wxStaticText* m_staticText14 =
-      nullptr;  ///< "m_staticText14" of the layout: the template's explanation with an example.
-  wxCheckBox* m_checkBox7 = nullptr;      ///< "m_checkBox7" of the layout: the accessibility check box.
-  wxStaticText* m_staticText8 = nullptr;  ///< "m_staticText8" of the layout: the storage group's label.
-  wxRadioButton* m_radioBtn13 = nullptr;  ///< "m_radioBtn13" of the layout: results in the project.
-  wxRadioButton* m_radioBtn14 = nullptr;  ///< "m_radioBtn14" of the layout: results on disk.
-  wxTextCtrl* m_textCtrl16 = nullptr;     ///< "m_textCtrl16" of the layout: the folder of results on disk.
-  wxButton* m_button28 = nullptr;         ///< "m_button28" of the layout: Browse.
-  wxStaticText* m_text_proj_default_folder =
-      nullptr;  ///< "m_text_proj_default_folder" of the layout: the project's default folder.
-  std::string m_restricted_symbols_text;  ///< Tooltip: the template held forbidden characters.
-  std::string m_restricted_ats_text;      ///< Tooltip: the template held stray "@".
-  std::string m_undefined_tooltip_text;   ///< Tooltip of a template without "@".
-  std::string m_wrong_templ_title;        ///< Title of the warning about a mended template.
-  std::string m_wrong_templ_details;      ///< Details of the warning about a mended template.
-  std::string m_wrong_dir_title;          ///< Title of the warning about a bad folder.
-  std::string m_wrong_dir_details;        ///< Details of the warning about a bad folder.
-  std::string m_wrong_input_advice;       ///< The advice that ends each warning.
-  std::string m_at_symbol = "@";          ///< The character that stands for the result's number.
-  std::string m_example_text;             ///< The explanation's example, with "{template}" for the template.
-  std::string
-      m_curr_project_dir_text;  ///< The first choice's text when "current project folder" is asked for.
-  std::string m_last_template;  ///< The template as it was before the last edit.
-  long m_insertion_point = 0;   ///< Where the cursor stood in the template before the last edit.
-  result_saving_data_t m_data;  ///< The page's copy of the data.
-  int m_show_flags;             ///< The show_flags_t bits of the shown groups.
-  plaxi1::style_updater_t m_style_updater;  ///< Follows the UI settings for the labels' styles.
+  /// "m_staticText74" of the layout: the template's label.
+  wxStaticText* m_staticText74 = nullptr;
+  /// "m_textCtrl14" of the layout: the name template.
+  wxTextCtrl* m_textCtrl14 = nullptr;
+  /// "m_staticText14" of the layout: the template's explanation with an example.
+  wxStaticText* m_staticText14 = nullptr;
+  /// "m_checkBox7" of the layout: the accessibility check box.
+  wxCheckBox* m_checkBox7 = nullptr;
+  /// "m_staticText8" of the layout: the storage group's label.
+  wxStaticText* m_staticText8 = nullptr;
+  /// "m_radioBtn13" of the layout: results in the project.
+  wxRadioButton* m_radioBtn13 = nullptr;
+  /// "m_radioBtn14" of the layout: results on disk.
+  wxRadioButton* m_radioBtn14 = nullptr;
+  /// "m_textCtrl16" of the layout: the folder of results on disk.
+  wxTextCtrl* m_textCtrl16 = nullptr;
+  /// "m_button28" of the layout: Browse.
+  wxButton* m_button28 = nullptr;
+  /// "m_text_proj_default_folder" of the layout: the project's default folder.
+  wxStaticText* m_text_proj_default_folder = nullptr;
+  /// Tooltip: the template held forbidden characters.
+  std::string m_restricted_symbols_text;
+  /// Tooltip: the template held stray "@".
+  std::string m_restricted_ats_text;
+  /// Tooltip of a template without "@".
+  std::string m_undefined_tooltip_text;
+  /// Title of the warning about a mended template.
+  std::string m_wrong_templ_title;
+  /// Details of the warning about a mended template.
+  std::string m_wrong_templ_details;
+  /// Title of the warning about a bad folder.
+  std::string m_wrong_dir_title;
+  /// Details of the warning about a bad folder.
+  std::string m_wrong_dir_details;
+  /// The advice that ends each warning.
+  std::string m_wrong_input_advice;
+  /// The character that stands for the result's number.
+  std::string m_at_symbol = "@";
+  /// The explanation's example, with "{template}" for the template.
+  std::string m_example_text;
+  /// The first choice's text when "current project folder" is asked for.
+  std::string m_curr_project_dir_text;
+  /// The template as it was before the last edit.
+  std::string m_last_template;
+  /// Where the cursor stood in the template before the last edit.
+  long m_insertion_point = 0;
+  /// The page's copy of the data.
+  result_saving_data_t m_data;
+  /// The show_flags_t bits of the shown groups.
+  int m_show_flags;
+  /// Follows the UI settings for the labels' styles.
+  plaxi1::style_updater_t m_style_updater;
 
  private:
   void find_controls();

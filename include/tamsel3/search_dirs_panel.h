@@ -35,10 +35,13 @@ class TAMSEL3_API search_dirs_panel_t : public pref_base_t {
 
   /// One directory of a working list.
   struct dir_info_t {
-    path_info_t m_path;                ///< The directory line as written.
-    bool m_recursive = false;          ///< Whether its subfolders are searched too (the tick).
-    file_type_t m_type = file_type_0;  ///< The file type whose list holds it.
-    std::int32_t m_status = 0;         ///< 0 exists, 1 doesn't, 2 new; informative only
+    /// The directory line as written.
+    path_info_t m_path;
+    /// Whether its subfolders are searched too (the tick).
+    bool m_recursive = false;
+    /// The file type whose list holds it.
+    file_type_t m_type = file_type_0;
+    std::int32_t m_status = 0;  ///< 0 exists, 1 doesn't, 2 new; informative only
   };
 
   /// The grid control that shows the directories.
@@ -117,26 +120,44 @@ class TAMSEL3_API search_dirs_panel_t : public pref_base_t {
   /// Opens a folder dialog for the row whose "..." button was pressed and puts the choice in it.
   void on_more_button_clicked(ombrelpropgrid2::click_data_t click);
 
-  grid_control_t* m_grid = nullptr;       ///< The grid control, on `m_panel8`.
-  wxWindow* m_panel8 = nullptr;           ///< "m_panel8" of the layout: the grid's place.
-  wxWindow* m_staticText211 = nullptr;    ///< "m_staticText211" of the layout: the label over the file types.
-  wxBitmapButton* m_bpButton1 = nullptr;  ///< "m_bpButton1" of the layout: move up.
-  wxBitmapButton* m_bpButton2 = nullptr;  ///< "m_bpButton2" of the layout: move down.
-  wxBitmapButton* m_bpButton3 = nullptr;  ///< "m_bpButton3" of the layout: remove.
-  wxComboBox* m_comboBox4 = nullptr;      ///< "m_comboBox4" of the layout: the file type.
-  container_ptr_t m_container;            ///< The container edited; null edits lists that aren't saved.
-  bool m_add_flag = false;                ///< Handed on to every `add_search_dir`.
-  std::string m_dirs_header;              ///< The directories column's header.
-  std::string m_recursive_header;         ///< The recursive column's header.
-  std::string m_dir_tooltip;              ///< The tooltip of a directory row.
-  std::string m_not_a_dir_details;  ///< The details of the warning about a main directory that isn't one.
-  std::string m_last_line_text;     ///< The text of the last line, which takes a new directory.
-  std::vector<dir_info_t>* m_current_dirs = nullptr;  ///< The list shown in the grid: one of `m_dirs`.
-  std::vector<dir_info_t> m_dirs[4];                  ///< The working lists, by file type.
-  int m_edit_type = 4;                                ///< The grid's editor kind of a row.
-  file_type_t m_file_type = file_type_2;              ///< The file type shown.
-  ombrelc7::ISysWindow* m_sys_window =
-      nullptr;  ///< The toolkit's window around `m_panel8` that holds the grid.
+  /// The grid control, on `m_panel8`.
+  grid_control_t* m_grid = nullptr;
+  /// "m_panel8" of the layout: the grid's place.
+  wxWindow* m_panel8 = nullptr;
+  /// "m_staticText211" of the layout: the label over the file types.
+  wxWindow* m_staticText211 = nullptr;
+  /// "m_bpButton1" of the layout: move up.
+  wxBitmapButton* m_bpButton1 = nullptr;
+  /// "m_bpButton2" of the layout: move down.
+  wxBitmapButton* m_bpButton2 = nullptr;
+  /// "m_bpButton3" of the layout: remove.
+  wxBitmapButton* m_bpButton3 = nullptr;
+  /// "m_comboBox4" of the layout: the file type.
+  wxComboBox* m_comboBox4 = nullptr;
+  /// The container edited; null edits lists that aren't saved.
+  container_ptr_t m_container;
+  /// Handed on to every `add_search_dir`.
+  bool m_add_flag = false;
+  /// The directories column's header.
+  std::string m_dirs_header;
+  /// The recursive column's header.
+  std::string m_recursive_header;
+  /// The tooltip of a directory row.
+  std::string m_dir_tooltip;
+  /// The details of the warning about a main directory that isn't one.
+  std::string m_not_a_dir_details;
+  /// The text of the last line, which takes a new directory.
+  std::string m_last_line_text;
+  /// The list shown in the grid: one of `m_dirs`.
+  std::vector<dir_info_t>* m_current_dirs = nullptr;
+  /// The working lists, by file type.
+  std::vector<dir_info_t> m_dirs[4];
+  /// The grid's editor kind of a row.
+  int m_edit_type = 4;
+  /// The file type shown.
+  file_type_t m_file_type = file_type_2;
+  /// The toolkit's window around `m_panel8` that holds the grid.
+  ombrelc7::ISysWindow* m_sys_window = nullptr;
 
  private:
   void build_grid();

@@ -59,7 +59,8 @@ class TAMSEL3_API search_dirs_tab_t : public pref_base_t {
 
   /// One directory of the list.
   struct dir_info_t {
-    path_info_t m_dir;  ///< The directory line as written.
+    /// The directory line as written.
+    path_info_t m_dir;
     /// 0: good when last looked at, 1: not good, 2: just made, not looked at.
     int m_status = 2;
   };
@@ -141,25 +142,42 @@ class TAMSEL3_API search_dirs_tab_t : public pref_base_t {
   /// Tells the grid that its rows changed, so that it repaints.
   void emit_changed() const;
 
-  grid_control_t* m_grid = nullptr;            ///< The grid control, on `m_panel8`.
-  wxWindow* m_panel8 = nullptr;                ///< "m_panel8" of the layout: the grid's place.
-  wxWindow* m_panel4 = nullptr;                ///< "m_panel4" of the layout: the caption panel's place.
-  caption_panel_t* m_caption_panel = nullptr;  ///< The caption panel that shows the rows' warnings.
-  wxBitmapButton* m_bpButton1 = nullptr;       ///< "m_bpButton1" of the layout: move up.
-  wxBitmapButton* m_bpButton2 = nullptr;       ///< "m_bpButton2" of the layout: move down.
-  wxBitmapButton* m_bpButton3 = nullptr;       ///< "m_bpButton3" of the layout: remove.
-  container_ptr_t m_container;                 ///< The container edited; null edits a list that isn't saved.
-  std::string m_dirs_header;                   ///< The directories column's header.
-  std::string m_dir_tooltip;                   ///< The tooltip of a directory row.
-  std::string m_last_line_text;                ///< The text of the last line, which takes a new directory.
-  std::vector<dir_info_t> m_dirs;              ///< The working list.
-  int m_fixed_width = 0;   ///< The width kept by `GetMinSize` once the page was made taller; 0 before.
-  int m_fixed_height = 0;  ///< The height kept by `GetMinSize`; 0 before.
-  HALLIN_2_13::search_category_t m_category;  ///< The category edited.
-  ombrelc7::ISysWindow* m_sys_window =
-      nullptr;  ///< The toolkit's window around `m_panel8` that holds the grid.
-  std::map<ombrelpropgrid2::IPropItem*, int> m_messages;  ///< The caption panel's message of each row's item.
-  int m_dir_error_mode = 0;  ///< Above 0, invalid rows get a message; see `set_dir_error_mode`.
+  /// The grid control, on `m_panel8`.
+  grid_control_t* m_grid = nullptr;
+  /// "m_panel8" of the layout: the grid's place.
+  wxWindow* m_panel8 = nullptr;
+  /// "m_panel4" of the layout: the caption panel's place.
+  wxWindow* m_panel4 = nullptr;
+  /// The caption panel that shows the rows' warnings.
+  caption_panel_t* m_caption_panel = nullptr;
+  /// "m_bpButton1" of the layout: move up.
+  wxBitmapButton* m_bpButton1 = nullptr;
+  /// "m_bpButton2" of the layout: move down.
+  wxBitmapButton* m_bpButton2 = nullptr;
+  /// "m_bpButton3" of the layout: remove.
+  wxBitmapButton* m_bpButton3 = nullptr;
+  /// The container edited; null edits a list that isn't saved.
+  container_ptr_t m_container;
+  /// The directories column's header.
+  std::string m_dirs_header;
+  /// The tooltip of a directory row.
+  std::string m_dir_tooltip;
+  /// The text of the last line, which takes a new directory.
+  std::string m_last_line_text;
+  /// The working list.
+  std::vector<dir_info_t> m_dirs;
+  /// The width kept by `GetMinSize` once the page was made taller; 0 before.
+  int m_fixed_width = 0;
+  /// The height kept by `GetMinSize`; 0 before.
+  int m_fixed_height = 0;
+  /// The category edited.
+  HALLIN_2_13::search_category_t m_category;
+  /// The toolkit's window around `m_panel8` that holds the grid.
+  ombrelc7::ISysWindow* m_sys_window = nullptr;
+  /// The caption panel's message of each row's item.
+  std::map<ombrelpropgrid2::IPropItem*, int> m_messages;
+  /// Above 0, invalid rows get a message; see `set_dir_error_mode`.
+  int m_dir_error_mode = 0;
   /// True from the opening of the folder dialog until a browse ended with a choice: a
   /// dialog left without one leaves it set, and an emptied row then stays until a save.
   bool m_browsing = false;

@@ -116,16 +116,22 @@ class TAMSEL3_API side_panel_t : public wxPanel, public korvat2::subscriber_base
   /// The UI settings changed: new fonts and colours, common sizes and minimum size.
   virtual void on_update_ui_settings();
 
-  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter>
-      m_adapter;  ///< Holds the element tree in the window.
-  korvat2::intrusive_pointer_t<plaxi1::elements::BgImageElement>
-      m_bg;                                          ///< The background: picture and colour.
-  std::vector<element_ptr_t> m_areas;                ///< The three areas, by area_type_t.
-  std::vector<std::vector<button_ptr_t>> m_buttons;  ///< The buttons of each style, by button_style_t.
-  std::vector<wxSize> m_sizes;                       ///< The common size of each style.
-  wxSize m_holder_spacing;                           ///< The gap above each element's holder.
-  wxSize m_button_border;                            ///< The room around a button's label.
-  plaxi1::wxStaticPicture m_bg_picture;              ///< The background picture as given.
+  /// Holds the element tree in the window.
+  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_adapter;
+  /// The background: picture and colour.
+  korvat2::intrusive_pointer_t<plaxi1::elements::BgImageElement> m_bg;
+  /// The three areas, by area_type_t.
+  std::vector<element_ptr_t> m_areas;
+  /// The buttons of each style, by button_style_t.
+  std::vector<std::vector<button_ptr_t>> m_buttons;
+  /// The common size of each style.
+  std::vector<wxSize> m_sizes;
+  /// The gap above each element's holder.
+  wxSize m_holder_spacing;
+  /// The room around a button's label.
+  wxSize m_button_border;
+  /// The background picture as given.
+  plaxi1::wxStaticPicture m_bg_picture;
 
  private:
   friend struct side_panel_test_access_t;

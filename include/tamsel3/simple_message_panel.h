@@ -52,12 +52,14 @@ class TAMSEL3_API simple_message_panel_t : public wxPanel, public korvat2::_inte
   void on_size(wxSizeEvent& event);
 
  protected:
-  wxStaticBitmap* m_icon_control = nullptr;  ///< The severity icon.
-  caption_label_t* m_label = nullptr;        ///< The wrapped text.
-  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement>
-      m_rectangle;  ///< The bordered box behind icon and text.
-  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter>
-      m_adapter;  ///< Holds `m_rectangle` in the window.
+  /// The severity icon.
+  wxStaticBitmap* m_icon_control = nullptr;
+  /// The wrapped text.
+  caption_label_t* m_label = nullptr;
+  /// The bordered box behind icon and text.
+  korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement> m_rectangle;
+  /// Holds `m_rectangle` in the window.
+  korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_adapter;
 
  private:
   void handle_ui_settings_changed();
