@@ -30,10 +30,7 @@ const char* const stored_check_box_t::default_child = "message_answers";
 
 stored_check_box_t::stored_check_box_t(korvat2::sptr_t<quern2::IPropertyStorage> storage, std::string name,
                                        std::string label)
-    : m_storage(storage_or_default(std::move(storage))),
-      m_name(std::move(name)),
-      m_label(label.empty() ? translate_message("msg.dont_show_again", ZANDOR_2_16::generic::varg_list())
-                            : std::move(label)) {}
+    : m_storage(storage_or_default(std::move(storage))), m_name(std::move(name)), m_label(std::move(label)) {}
 
 stored_check_box_t::~stored_check_box_t() = default;
 
@@ -78,7 +75,11 @@ void stored_check_box_t::save_state() {
   }
 }
 
-std::string stored_check_box_t::get_label() const { return m_label; }
+// Looked up when shown, so that a catalog registered after the definition was made counts.
+std::string stored_check_box_t::get_label() const {
+  return m_label.empty() ? translate_message("msg.dont_show_again", ZANDOR_2_16::generic::varg_list())
+                         : m_label;
+}
 
 bool stored_check_box_t::stored_answer() const {
   const korvat2::variant_t answer = read_answers(m_storage).get_variant(m_name.c_str(), korvat2::variant_t());

@@ -32,7 +32,8 @@ class TAMSEL3_API stored_check_box_t final : public i_check_box_definition {
   /// An answer kept under `name` in `storage`. A null `storage` means the child
   /// `default_child` of the process's global storage (`quern2::IGlobalStorage::get`); without
   /// a global storage the answer lives in memory only. An empty `label` gives the library's
-  /// text "Do not show this message again" in the user's language.
+  /// text "Do not show this message again" in the user's language, looked up at each
+  /// `get_label`.
   stored_check_box_t(korvat2::sptr_t<quern2::IPropertyStorage> storage, std::string name,
                      std::string label = std::string());
   stored_check_box_t(const stored_check_box_t&) = delete;
