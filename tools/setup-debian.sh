@@ -8,7 +8,7 @@ packages=(
   libwxgtk3.2-dev libboost-dev libboost-thread-dev libboost-regex-dev
   liblog4cplus-dev libpugixml-dev libglib2.0-dev
   libgtest-dev libgmock-dev libbenchmark-dev libsigc++-3.0-dev
-  libgtk-3-dev libx11-dev xvfb xauth shared-mime-info
+  libgtk-3-dev libx11-dev xvfb xauth shared-mime-info doxygen
 )
 
 missing=()

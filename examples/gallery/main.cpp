@@ -5,6 +5,7 @@
 
 #include <plaxi1/screenshot.h>
 #include <plaxi1/ui_settings.h>
+#include <tamsel3/stored_check_box.h>
 
 #include <wx/app.h>
 #include <wx/button.h>
@@ -48,9 +49,15 @@ class main_frame_t : public wxFrame {
     }
     m_description = new wxStaticText(panel, wxID_ANY, "");
     auto* open = new wxButton(panel, wxID_OPEN, "&Open");
+    // Brings back every message that the user asked not to see again.
+    auto* ask_again = new wxButton(panel, wxID_ANY, "&Ask again");
+    ask_again->SetToolTip("Forget every \"Do not show this message again\" answer");
+    auto* buttons = new wxBoxSizer(wxHORIZONTAL);
+    buttons->Add(ask_again, 0, wxRIGHT, 8);
+    buttons->Add(open);
     auto* right = new wxBoxSizer(wxVERTICAL);
     right->Add(m_description, 1, wxEXPAND | wxBOTTOM, 12);
-    right->Add(open, 0, wxALIGN_RIGHT);
+    right->Add(buttons, 0, wxALIGN_RIGHT);
     auto* sizer = new wxBoxSizer(wxHORIZONTAL);
     sizer->Add(m_list, 0, wxEXPAND | wxALL, 12);
     sizer->Add(right, 1, wxEXPAND | wxTOP | wxRIGHT | wxBOTTOM, 12);
@@ -58,6 +65,7 @@ class main_frame_t : public wxFrame {
     m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { describe(); });
     m_list->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { open_selected(); });
     open->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { open_selected(); });
+    ask_again->Bind(wxEVT_BUTTON, [](wxCommandEvent&) { tamsel3::stored_check_box_t::reset_all(nullptr); });
     m_list->SetSelection(0);
     describe();
   }

@@ -7,6 +7,7 @@
 #include <tamsel3/error_warning_panel.h>
 #include <tamsel3/message_window.h>
 #include <tamsel3/pref_base.h>
+#include <tamsel3/stored_check_box.h>
 
 #include <wx/colordlg.h>
 #include <wx/dcmemory.h>
@@ -17,34 +18,10 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
-#include <atomic>
-
 namespace gallery {
 namespace {
 
 using tamsel3::message_window_t;
-
-// Keeps the "do not show again" choice in memory, as a host keeps it in its settings.
-class remembered_choice_t : public tamsel3::i_check_box_definition {
- public:
-  void add_ref() override { ++m_count; }
-  void release() override {
-    if (--m_count == 0) {
-      delete this;
-    }
-  }
-  std::string get_key() const override { return "confirm_delete_results"; }
-  void load_state() override {}
-  void reset_state() override { m_checked = false; }
-  bool is_checked() const override { return m_checked; }
-  void set_checked(bool checked) override { m_checked = checked; }
-  void save_state() override {}
-  std::string get_label() const override { return "Do not ask again"; }
-
- private:
-  std::atomic<int> m_count{0};
-  bool m_checked = false;
-};
 
 message_window_t message(message_window_t::icon_types_t icon, message_window_t::button_type_t buttons,
                          const std::string& main_text, const std::string& supplemental) {
@@ -88,7 +65,9 @@ std::vector<entry_t> button_and_icon_entries() {
   message_window_t suppressible = message(
       message_window_t::icon_warning, message_window_t::buttons_yes_no, "Delete the results of this run?",
       "The 3 result folders of run r004hs (1.2 GB) will be removed from the disk. This can't be undone.");
-  suppressible.m_check_box = new remembered_choice_t;
+  // Kept in the user's configuration, as a host keeps it; the gallery's "Ask again" button
+  // forgets it.
+  suppressible.m_check_box = new tamsel3::stored_check_box_t(nullptr, "confirm_delete_results");
   return {
       message_entry(
           "message_error_close", "Error with Close", "An error: the red icon and a single Close button.",
@@ -97,7 +76,8 @@ std::vector<entry_t> button_and_icon_entries() {
                   "The file r002ti/data.0/render.trace is damaged. Run the analysis again to make a new "
                   "result.")),
       message_entry("message_warning_yes_no_check", "Warning with Yes, No and a check box",
-                    "A question the user may stop being asked: Yes and No, and \"Do not ask again\".",
+                    "A question the user may stop being asked: Yes and No, and a check box that keeps the "
+                    "answer in the user's settings. \"Ask again\" brings the question back.",
                     suppressible),
       message_entry(
           "message_success_ok_cancel", "Success with OK and Cancel",

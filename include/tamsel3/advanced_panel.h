@@ -2,6 +2,7 @@
 #include <korvat2/intrusive_pointer.h>
 #include <korvat2/pointers.h>
 #include <korvat2/signal.h>
+#include <tamsel3/export.h>
 
 #include <wx/panel.h>
 
@@ -34,8 +35,9 @@ namespace tamsel3 {
 /// follows the theme's colours and font while shown; the border around the content is
 /// measured from the caption and the button when the panel is made and at each
 /// `set_caption`, not at a change of theme.
-class advanced_panel_t : public wxPanel, public korvat2::subscriber_base_t {
+class TAMSEL3_API advanced_panel_t : public wxPanel, public korvat2::subscriber_base_t {
  public:
+  /// An open panel with `caption`, as a child of `parent`.
   advanced_panel_t(wxWindow* parent, const std::string& caption, int id = wxID_ANY);
   ~advanced_panel_t() override;
 
@@ -51,11 +53,13 @@ class advanced_panel_t : public wxPanel, public korvat2::subscriber_base_t {
   /// Sets the caption and the border that clears it. Doesn't lay the panel out: the host
   /// does, when it is done changing it. A closed panel stays closed at its minimum size.
   void set_caption(const std::string& caption);
+  /// The caption as last set.
   std::string get_caption() const;
 
   /// Opens or closes the panel; nothing happens, and no signal fires, when it is in that
   /// state already.
   void open(bool opened);
+  /// Whether the panel is open.
   bool is_opened() const { return m_opened; }
 
   /// Enables the button and the controls; a disabled caption takes the frame's colour.
@@ -65,27 +69,42 @@ class advanced_panel_t : public wxPanel, public korvat2::subscriber_base_t {
   korvat2::signal_t<bool> m_open_signal;
 
  protected:
+  /// A counted rectangle of the element tree.
   using rectangle_ptr_t = korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement>;
 
+  /// Builds the element tree and the content sizer; the constructor calls it.
   void init(const std::string& caption);
   /// The content's border: one more than the caption's or the button's height, the larger
   /// (19 when both are 0); the frame's line runs half of it inside the panel's edges.
   void reset_border();
   /// Open: what the sizer needs. Closed: a square of twice the border.
   void update_min_size();
+  /// Gives the button its pictures for its states, open or closed.
   void set_button_images();
+  /// Paints the frame and the caption in the colours of the theme and of the ground.
   void apply_colors();
+  /// The button was pressed: opens a closed panel or closes an open one.
   void on_open_close(int);
+  /// Lays the elements out at the panel's new size.
   void on_resize(wxSizeEvent& event);
 
+  /// Holds the element tree in the window.
   korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_adapter;
+  /// The element tree's root, over the whole panel.
   rectangle_ptr_t m_root;
+  /// The frame's line.
   rectangle_ptr_t m_frame;
+  /// The ground behind the caption and the button.
   rectangle_ptr_t m_title_bg;
+  /// The open-or-close button.
   korvat2::intrusive_pointer_t<plaxi1::elements::IconButton> m_button;
+  /// The caption.
   korvat2::intrusive_pointer_t<plaxi1::elements::TextElement> m_caption;
+  /// The sizer of the host's controls.
   wxBoxSizer* m_content_sizer = nullptr;
+  /// The content's border, see `reset_border`.
   int m_border = 19;
+  /// Whether the panel is open.
   bool m_opened = true;
 
  private:

@@ -1,5 +1,6 @@
 #pragma once
 #include <tamsel3/dialog_base.h>
+#include <tamsel3/export.h>
 
 #include <string>
 
@@ -15,14 +16,16 @@ namespace tamsel3 {
 /// browse button, OK and Cancel. The host sets the name, shows the dialog modally, and on
 /// wxID_OK reads the name back; the file's existence isn't checked. The explanation is
 /// wrapped to the display's proportions. GUI thread.
-class ask_dlg_t : public dialog_base_t {
+class TAMSEL3_API ask_dlg_t : public dialog_base_t {
  public:
   ask_dlg_t();
 
   /// Stores `filename`, and shows it in the field once the field exists.
   void set_filename(const std::string& filename);
+  /// The file name: as set, or as the user left it after OK.
   std::string get_filename() const { return m_filename; }
 
+  /// Puts the explanation and the file name into the controls.
   void fill_controls();
   /// Reads the explanation and the browse filter from the catalog; without one they stay.
   void load_messages();
@@ -31,20 +34,30 @@ class ask_dlg_t : public dialog_base_t {
   wxSize calculate_min_size();
   /// Lays the dialog out again and wraps the explanation to the display's proportions.
   void full_resize_update();
+  /// Opens a file dialog from the field's name and puts the choice in the field.
   void on_btn_browse_file(wxCommandEvent& event);
 
  protected:
   void on_init_dialog() override;
   void on_ok() override;
 
+  /// The file name.
   std::string m_filename;
+  /// The explanation over the field.
   std::string m_ask_text;
+  /// "m_text_control" of the layout: the explanation.
   wxStaticText* m_text_control = nullptr;
+  /// "m_field_label" of the layout: the field's label.
   wxStaticText* m_field_label = nullptr;
+  /// "m_file_field" of the layout: the file name.
   wxTextCtrl* m_file_field = nullptr;
+  /// "m_browse_button" of the layout.
   wxWindow* m_browse_button = nullptr;
+  /// The extension given to a name typed without one in the file dialog.
   std::string m_default_extension;
+  /// The file dialog's filter.
   std::string m_extensions;
+  /// Whether the explanation was wrapped to the dialog's final size.
   bool m_recalculated = false;
 
  private:

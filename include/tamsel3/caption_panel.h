@@ -4,6 +4,7 @@
 #include <korvat2/signal.h>
 #include <plaxi1/picture.h>
 #include <plaxi1/style.h>
+#include <tamsel3/export.h>
 #include <tamsel3/pref_base.h>
 
 #include <wx/stattext.h>
@@ -32,7 +33,7 @@ namespace tamsel3 {
 /// given one less `m_delta`, the room that the layout keeps around the label inside
 /// `m_window_for_get_parent_size`. A wrap keeps at most five lines, the last ending in
 /// "…" when text was cut. GUI thread.
-class caption_label_t : public wxStaticText {
+class TAMSEL3_API caption_label_t : public wxStaticText {
  public:
   /// `window_for_get_parent_size` must not be null (an assertion reports it).
   caption_label_t(wxWindow* parent, const std::string& text, wxWindow* window_for_get_parent_size);
@@ -46,7 +47,9 @@ class caption_label_t : public wxStaticText {
 
   /// The full, unwrapped text.
   std::string m_text;
+  /// The window whose width bounds the label's; never null.
   wxWindow* m_window_for_get_parent_size = nullptr;
+  /// The room that the layout keeps around the label, taken off the width it wraps to.
   int m_delta = 0;
   /// Lines of the last wrap.
   int m_lines = 0;
@@ -76,7 +79,7 @@ class caption_label_t : public wxStaticText {
 /// every change of the texts, of the width and of the pane's visibility. A change of the
 /// UI settings gives the panel its new colours and fonts and wraps its texts again.
 /// GUI thread.
-class caption_panel_t : public panel_t, public korvat2::_internal::subscriber_base_t {
+class TAMSEL3_API caption_panel_t : public panel_t, public korvat2::_internal::subscriber_base_t {
  public:
   /// Severity of a message; a lower value is more severe. Any other value of the
   /// underlying int is valid and shows as a warning.
@@ -87,9 +90,13 @@ class caption_panel_t : public panel_t, public korvat2::_internal::subscriber_ba
     severity_information = 3,
   };
 
+  /// A message of the panel: its id, severity and text.
   struct message_info_t {
+    /// The id that add_message gave.
     int m_id = 0;
+    /// How severe it is.
     severity_t m_severity = severity_critical;
+    /// The text shown.
     std::string m_text;
   };
 
@@ -108,6 +115,7 @@ class caption_panel_t : public panel_t, public korvat2::_internal::subscriber_ba
   virtual void set_caption(const std::string& text);
   /// Shows `text` as the description and wraps it to the panel's width.
   virtual void set_description(const std::string& text);
+  /// Whether the panel is read-only (`set_read_only`).
   virtual bool get_read_only() const;
   /// Hides the message pane for good.
   virtual void disable();
@@ -125,6 +133,7 @@ class caption_panel_t : public panel_t, public korvat2::_internal::subscriber_ba
   void remove_message(int id);
   /// Empties the list; the pane keeps what it shows.
   void clear_messages();
+  /// The number of messages in the list.
   std::size_t get_message_count() const { return m_messages.size(); }
   /// The id at `index` of the list, or -1.
   int get_message_id(int index) const;
@@ -155,28 +164,48 @@ class caption_panel_t : public panel_t, public korvat2::_internal::subscriber_ba
   void set_style(plaxi1::style_t style);
 
  protected:
+  /// Makes the caption and the description and gives the sizer that holds them.
   virtual wxSizer* create_top_controls(const std::string& caption, const std::string& description);
+  /// Wraps the labels to the new width and sets the minimum height that their text needs.
   virtual void on_size(wxSizeEvent& event);
   /// Colours and fonts from the UI settings, and the labels' deltas.
   virtual void on_ui_changed();
 
+  /// The background of the caption and the description.
   korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement> m_top_rectangle;
+  /// The bold caption.
   caption_label_t* m_caption = nullptr;
+  /// The text of the message on show.
   caption_label_t* m_message_label = nullptr;
+  /// The description under the caption.
   caption_label_t* m_description = nullptr;
+  /// The icon of the message on show.
   wxStaticBitmap* m_message_icon = nullptr;
+  /// The background of the message pane.
   korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement> m_message_rectangle;
+  /// The message pane.
   wxPanel* m_message_pane = nullptr;
+  /// The left scroll button: the previous message.
   plaxi1::wxIconButton* m_prev_button = nullptr;
+  /// The right scroll button: the next message.
   plaxi1::wxIconButton* m_next_button = nullptr;
+  /// Set while `on_size` runs, so that the layout it causes doesn't run it again.
   bool m_in_on_size = false;
+  /// The sizer of the message pane.
   wxBoxSizer* m_message_sizer = nullptr;
+  /// Holds `m_top_rectangle` in the window.
   korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_top_adapter;
+  /// Holds `m_message_rectangle` in the window.
   korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_message_adapter;
+  /// Set by `disable`: the pane stays hidden.
   bool m_disabled = false;
+  /// The read-only flag.
   bool m_read_only = false;
+  /// The messages, most severe first.
   std::vector<message_info_t> m_messages;
+  /// The id of the message on show; -1 for none.
   int m_current_id = -1;
+  /// The id of the next message added.
   int m_next_id = 0;
 
  private:

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// The toolkit's standard dialogs behind one calling style: in-out arguments, and a result
 /// that is true when the user confirmed. All of them belong to the GUI thread and run modally.
 /// A parent that is being destroyed gives way to the main window (or none): a dialog is
@@ -19,25 +20,25 @@ namespace tamsel3 {
 /// leading "." is added) is preselected. An empty `title` gives the catalog's default
 /// title, or none when the catalog isn't loaded. True, with the chosen path in `path`,
 /// when the user confirmed; otherwise `path` is untouched.
-bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string& extension,
-              const std::string& filter, const std::string& title, const std::string& folder);
+TAMSEL3_API bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string& extension,
+                          const std::string& filter, const std::string& title, const std::string& folder);
 
 /// Lets the user choose a folder, starting at `path`. An empty `title` gives the catalog's
 /// default title, or none when the catalog isn't loaded. True, with the chosen folder in
 /// `path`, when the user confirmed; otherwise `path` is untouched.
-bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title);
+TAMSEL3_API bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title);
 
 /// Lets the user choose a font, starting from `data`. True, with the dialog's font data
 /// copied into `data`, when the user confirmed; otherwise `data` is untouched.
-bool font_dlg(wxWindow* parent, wxFontData& data);
+TAMSEL3_API bool font_dlg(wxWindow* parent, wxFontData& data);
 
 /// Lets the user choose a colour, starting from `data`. True, with the dialog's colour
 /// data copied into `data`, when the user confirmed; otherwise `data` is untouched.
-bool color_dlg(wxWindow* parent, wxColourData& data);
+TAMSEL3_API bool color_dlg(wxWindow* parent, wxColourData& data);
 
 /// Lets the user pick a folder for `field`, starting at the field's text. When the user
 /// confirmed, the field gets the folder through SetValue, which sends its wxEVT_TEXT;
 /// otherwise the field is left alone. A null field is ignored.
-void process_browse_folder(wxWindow* parent, wxTextCtrl* field);
+TAMSEL3_API void process_browse_folder(wxWindow* parent, wxTextCtrl* field);
 
 }  // namespace tamsel3

@@ -1,6 +1,7 @@
 #pragma once
 #include <korvat2/iterator.h>
 #include <korvat2/pointers.h>
+#include <tamsel3/export.h>
 #include <tamsel3/language_info.h>
 
 #include <map>
@@ -24,7 +25,7 @@ namespace tamsel3 {
 /// then the user's own) and the selected, default and system default names. A plain value:
 /// copies share nothing. It never starts an editor; a host runs an editor's command line.
 /// GUI thread; no lock.
-class editor_data_t {
+class TAMSEL3_API editor_data_t {
  public:
   /// One editor.
   struct editor_t {
@@ -39,7 +40,9 @@ class editor_data_t {
     bool save(korvat2::variant_bag_t& bag) const;
 
     std::string name;  ///< identity within its language; empty stands for no editor
+    /// The name shown to the user.
     std::string display_name;
+    /// The program's path.
     std::string executable;
     std::string command_line;  ///< begins with `executable` when it has arguments
     bool is_system = false;    ///< from the desktop or the environment
@@ -53,8 +56,11 @@ class editor_data_t {
     editor_type_custom = 3,
   };
 
+  /// A source language.
   using language_t = language_info::language_t;
+  /// An editor's key: its language and name.
   using editor_key_t = std::pair<language_t, std::string>;
+  /// One name per language.
   using names_t = std::map<language_t, std::string>;
 
   /// The reserved name of the editor from `VISUAL` or `EDITOR`.
@@ -62,11 +68,17 @@ class editor_data_t {
 
   editor_data_t();
 
+  /// The supported languages: C++, Fortran and other, in this order.
   korvat2::generic_iterator_t<language_t> get_languages() const;
+  /// Whether `language` is one of `get_languages`.
   bool is_supported_language(language_t language) const;
+  /// The language last selected; C++ at first.
   language_t get_selected_language() const { return m_selected_language; }
+  /// Selects `language`; false, changing nothing, for an unsupported one.
   bool set_selected_language(language_t language);
 
+  /// Adds `editor` as a custom editor, as `add_editor_ex`; false for an unsupported language, an empty
+  /// name or a name the language has already.
   bool add_editor(language_t language, const korvat2::system_editor_t& editor);
   /// Adds a new name: a system editor before the first custom one, a custom one at the end.
   bool add_editor_ex(language_t language, const editor_t& editor);
@@ -74,18 +86,29 @@ class editor_data_t {
   bool set_editor(language_t language, const std::string& name, const korvat2::system_editor_t& editor);
   /// Replaces the language's whole list by custom editors made from `editors`.
   bool set_editors(language_t language, const korvat2::generic_iterator_t<korvat2::system_editor_t>& editors);
+  /// The language's editors in their order; empty for an unsupported language.
   korvat2::generic_iterator_t<korvat2::system_editor_t> get_editors(language_t language) const;
+  /// The editor of `name`; an empty record when there is none.
   korvat2::system_editor_t get_editor(language_t language, const std::string& name) const;
+  /// The full record of `name`; an empty record when there is none.
   editor_t get_editor_ex(language_t language, const std::string& name) const;
+  /// The editor_type_t of `name`: none, system, environment or custom.
   int get_editor_type(language_t language, const std::string& name) const;
+  /// Removes `name` from the language's list and its record; false when there was none.
   bool remove_editor(language_t language, const std::string& name);
   /// Removes the language's system editors (`is_system` true) or custom ones.
   bool remove_editors_ex(language_t language, bool is_system);
 
+  /// Sets the selected editor's name; an empty name clears it. False only for an unsupported language.
   bool set_selected_editor_name(language_t language, const std::string& name);
+  /// Sets the default editor's name; an empty name clears it. False only for an unsupported language.
   bool set_default_editor_name(language_t language, const std::string& name);
+  /// The selected editor's name; empty when none is.
   std::string get_selected_editor_name(language_t language) const;
+  /// The default editor's name; empty when none is.
   std::string get_default_editor_name(language_t language) const;
+  /// The name of the editor that the desktop calls its default for the language; empty when it named
+  /// none.
   std::string get_system_default_editor_name(language_t language) const;
 
   /// Asks the desktop again for every language's editors, stopping at the first that fails.
@@ -105,9 +128,13 @@ class editor_data_t {
   /// Overwrites `editor` with the editor of `VISUAL`, else `EDITOR`.
   static void fill_env_var_editor(editor_t& editor);
 
+  /// A line for the log naming `language`.
   static std::string dump(language_t language);
+  /// A line for the log with the record's five values.
   static std::string dump(const editor_t& editor);
+  /// Lines for the log with every record.
   static std::string dump(const std::map<editor_key_t, editor_t>& editors);
+  /// Lines for the log with each language's names.
   static std::string dump(const std::map<language_t, std::vector<std::string>>& names);
 
   /// `storage` itself, or for null the global storage's child "external_editor" (null when
@@ -122,6 +149,7 @@ class editor_data_t {
   bool save_storage_info(korvat2::sptr_t<quern2::IPropertyStorage> storage) const;
   /// Loads a saved registry into one that has no lists yet; a corrupt item costs only itself.
   bool load(const korvat2::variant_bag_t& bag);
+  /// Writes one bag per language into `bag`, with its editors in order and its chosen names; true.
   bool save(korvat2::variant_bag_t& bag) const;
 
  private:

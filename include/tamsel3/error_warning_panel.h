@@ -1,5 +1,6 @@
 #pragma once
 #include <tamsel3/dialog_base.h>
+#include <tamsel3/export.h>
 #include <tamsel3/message_window.h>
 #include <tamsel3/pref_base.h>
 
@@ -24,7 +25,7 @@ namespace tamsel3 {
 /// pixel width. It lives in any window: its buttons end it through `m_end_dialog_signal`
 /// and it never ends a dialog itself. Ctrl+C copies its texts to the clipboard.
 /// GUI thread.
-class error_warning_panel_t : public pref_base_t {
+class TAMSEL3_API error_warning_panel_t : public pref_base_t {
  public:
   /// Keeps a copy of `data`; the window comes with `create`.
   explicit error_warning_panel_t(const message_window_t& data);
@@ -47,10 +48,12 @@ class error_warning_panel_t : public pref_base_t {
   /// Pixel widths to which the texts are wrapped; -1 means no limit, a value below -1 is
   /// ignored. Rewraps at once.
   void set_max_main_msg_width(int width);
+  /// The same for the supplemental text.
   void set_max_supp_msg_width(int width);
 
   /// Passes the check box's value to its definition and, with `save`, keeps it there.
   void save_check_box_state(bool save);
+  /// A copy of the description the panel shows.
   message_window_t get_window_data() const;
 
   /// Shows `animation` in place of the icon and starts it; on a scaled display, from its
@@ -58,6 +61,7 @@ class error_warning_panel_t : public pref_base_t {
   void set_animation(const plaxi1::picture_t& animation);
   /// Shows the picture of the description's icon type.
   void load_images();
+  /// Wraps the main and the supplemental text into their controls.
   void fill_text_controls();
   /// Wraps `message` into `text` in `font`; an empty message or a null control leaves the
   /// control as it is.
@@ -82,17 +86,27 @@ class error_warning_panel_t : public pref_base_t {
   wxGenericAnimationCtrl* get_animation_ctrl() const { return m_animation; }
 
  protected:
+  /// "m_main_instructions" of the layout: the main text.
   wxStaticText* m_main_instructions = nullptr;
+  /// "m_supplemental_instructions" of the layout: the supplemental text.
   wxStaticText* m_supplemental_instructions = nullptr;
+  /// "m_icon" of the layout.
   wxStaticBitmap* m_icon = nullptr;
   /// The GTK animation control can't show the toolkit's animations: they are generic ones.
   wxGenericAnimationCtrl* m_animation = nullptr;
+  /// "m_checkBox5" of the layout: the check box of the description's definition.
   wxCheckBox* m_checkBox5 = nullptr;
+  /// The icon's picture.
   wxBitmap m_bitmap;
+  /// The main text's font, large.
   wxFont m_main_font;
+  /// The supplemental text's font.
   wxFont m_supplemental_font;
+  /// The width, in pixels, to which the main text wraps; -1 for no limit.
   int m_max_main_msg_width = 420;
+  /// The width, in pixels, to which the supplemental text wraps; -1 for no limit.
   int m_max_supp_msg_width = 448;
+  /// The description shown.
   message_window_t m_data;
 
  private:
@@ -104,12 +118,13 @@ class error_warning_panel_t : public pref_base_t {
 /// A dialog of its own around one error_warning_panel_t, on the layout
 /// "dlg.error_warning_dialog"; `show_modal` of message_window_t runs it. It ends when its
 /// panel ends, with the panel's code, and follows the panel's size. GUI thread.
-class error_warning_dialog_t : public dialog_base_t {
+class TAMSEL3_API error_warning_dialog_t : public dialog_base_t {
  public:
   /// Makes the panel, which becomes a child window at the first show.
   explicit error_warning_dialog_t(const message_window_t& data);
   ~error_warning_dialog_t() override;
 
+  /// The panel inside the dialog.
   error_warning_panel_t* get_panel() const { return m_panel; }
 
   void on_init_dialog() override;
@@ -119,6 +134,7 @@ class error_warning_dialog_t : public dialog_base_t {
   void on_end_panel(generic_base_t<wxPanel>* panel, int code);
 
  protected:
+  /// The panel; a child window of the dialog once shown.
   error_warning_panel_t* m_panel = nullptr;
 
  private:

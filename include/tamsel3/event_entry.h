@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// One item of the in-place control's log with its said lines: the abstract entry, the
 /// line it keeps, and the tag that an entry carries.
 #include <korvat2/error.h>
@@ -23,20 +24,24 @@ class event_log_t;
 class message_t;
 
 /// A said line: its severity bits and its text.
-struct messenger_entry_t {
+struct TAMSEL3_API messenger_entry_t {
+  /// The severity bits of the line.
   pelit2::ESeverity m_severity = pelit2::severity_info;
+  /// The line's text.
   std::string m_text;
 };
 
 /// An entry's key in the control and the callback of its buttons.
-struct simple_tag_t {
+struct TAMSEL3_API simple_tag_t {
+  /// The entry's key in the control.
   unsigned int m_tag = 0;
+  /// Fired with the id of a pressed button.
   korvat2::signal_t<int> m_callback;
 };
 
 /// The base of the log's entries: keeps the said lines, shows a line, and saves and loads
 /// them. Counted; built and shown on the GUI thread.
-class event_entry_t : public pelit2::IMessenger, public korvat2::intrusive_pointer_impl_t {
+class TAMSEL3_API event_entry_t : public pelit2::IMessenger, public korvat2::intrusive_pointer_impl_t {
  public:
   /// `log` may be null; the entry then shows no debug lines.
   explicit event_entry_t(event_log_t* log);
@@ -70,8 +75,11 @@ class event_entry_t : public pelit2::IMessenger, public korvat2::intrusive_point
   /// Whether a kept line has a bit of `mask`.
   bool has_severity(pelit2::ESeverity mask) const;
 
+  /// The log that shows the entry; may be null.
   event_log_t* m_log;
+  /// The kept lines, in order.
   std::vector<messenger_entry_t> m_messages;
+  /// Whether debug lines are shown, copied from the log when built.
   bool m_show_debug;
 };
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// The scrolling column of the in-place control, with what its entries share: the indices
 /// of the severity pictures, the changed flag and the debug flag.
 #include <ombrelcfrw7/event_log.h>
@@ -16,7 +17,7 @@ class image_loader_t;
 namespace tamsel3 {
 
 /// The log: a toolkit event log whose children are the entries' message boxes. GUI thread.
-class event_log_t : public ombrelcfrw7::CEventLog {
+class TAMSEL3_API event_log_t : public ombrelcfrw7::CEventLog {
  public:
   /// Detached (no parent), minimum size 20 x 20, covering its parent once placed.
   event_log_t();
@@ -33,10 +34,14 @@ class event_log_t : public ombrelcfrw7::CEventLog {
   /// warning picture, everything else (information too) the empty one.
   int get_image_for(pelit2::ESeverity severity) const;
 
+  /// The index of "error12" in the image list; -1 before it is loaded.
   int m_error_image = -1;
+  /// The index of "warning12"; -1 before it is loaded.
   int m_warning_image = -1;
   // Loaded with the others, but information lines show the empty picture.
+  /// The index of "info12"; -1 before it is loaded.
   int m_info_image = -1;
+  /// The index of "empty12"; -1 before it is loaded.
   int m_empty_image = -1;
   /// Set by every change of the content, cleared by a save and at the end of a load.
   bool m_has_changes = false;

@@ -1,6 +1,7 @@
 #pragma once
 #include <korvat2/signal.h>
 #include <plaxi1/modal.h>
+#include <tamsel3/export.h>
 #include <tamsel3/max_len_options.h>
 
 #include <wx/panel.h>
@@ -18,7 +19,7 @@ namespace tamsel3 {
 
 /// The dialog line's window class: a dialog whose modal run the modal callback may answer
 /// and which takes help requests.
-class dummy : public plaxi1::modal_flavor<wxDialog> {};
+class TAMSEL3_API dummy : public plaxi1::modal_flavor<wxDialog> {};
 
 /// The frame under every dialog (`T` = dummy) and every page or embedded panel
 /// (`T` = wxPanel): the fixed sequence that turns a loaded layout into a working window,
@@ -27,7 +28,7 @@ class dummy : public plaxi1::modal_flavor<wxDialog> {};
 /// Two-phase: the derived constructor names its layout object (`m_object_name`); the first
 /// show or create loads it. GUI thread.
 template <class T>
-class generic_base_t : public T, public korvat2::subscriber_base_t {
+class TAMSEL3_API generic_base_t : public T, public korvat2::subscriber_base_t {
  public:
   generic_base_t();
   ~generic_base_t() override;
@@ -50,10 +51,13 @@ class generic_base_t : public T, public korvat2::subscriber_base_t {
   virtual void on_init_dialog();
   /// Before the window ends by OK; the frame's calls `save_settings`.
   virtual void on_ok();
+  /// Before the window ends by Cancel, Escape or its frame's close box; the frame's does nothing.
   virtual void on_cancel();
+  /// When Help is pressed; the frame's does nothing.
   virtual void on_help();
   /// Gives every direct child the interface font; again whenever the UI settings change.
   virtual void on_update_ui_settings();
+  /// The OK button's handler: `on_ok`, then `end_dialog` with wxID_OK.
   virtual void handle_ok(wxCommandEvent& event);
   /// Loads "text.unknown" and the path messages from the catalog.
   virtual void load_auxiliary_strings();
@@ -65,11 +69,18 @@ class generic_base_t : public T, public korvat2::subscriber_base_t {
   /// its limit all the same (a lowered limit) is cut in its text event, and warned of there.
   /// -1 and a field without an entry stand for 10000.
   virtual void set_max_text_limit();
+  /// The handler of `m_timer`, which the frame never starts; the frame's does nothing.
   virtual void handle_timer_event(wxTimerEvent& event);
 
+  /// Runs the frame's initialisation once per window: size floor, standard buttons, interface font,
+  /// text limits, catalog texts, then `on_init_dialog`. A repeated event applies the interface font
+  /// again and nothing else.
   void handle_init_dialog_event(wxInitDialogEvent& event);
+  /// The Cancel button's handler: `on_cancel`, then `end_dialog` with wxID_CANCEL.
   void handle_cancel(wxCommandEvent& event);
+  /// The Help button's handler: calls `on_help`.
   void handle_help(wxCommandEvent& event);
+  /// The close box's handler: as Cancel, `on_cancel` and then `end_dialog` with wxID_CANCEL.
   void handle_close(wxCloseEvent& event);
 
   /// Assigns one field's limit and applies the limits again.
@@ -94,7 +105,9 @@ class generic_base_t : public T, public korvat2::subscriber_base_t {
   template <class Control>
   bool check_file_or_folder(Control* control, bool must_exist, bool notify, bool search_path);
 
+  /// Whether the layout was loaded.
   bool is_loaded() const { return m_loaded; }
+  /// Whether the initialisation ran (it runs once per window).
   bool is_initialized() const { return m_initialized; }
 
  protected:
@@ -109,23 +122,41 @@ class generic_base_t : public T, public korvat2::subscriber_base_t {
     path_message_count = 6
   };
 
+  /// "m_btn_ok" of the layout; null when it has none.
   wxWindow* m_btn_ok = nullptr;
+  /// "m_btn_cancel" of the layout; null when it has none.
   wxWindow* m_btn_cancel = nullptr;
+  /// "m_btn_help" of the layout; null when it has none. Enabled only with a help id.
   wxWindow* m_btn_help = nullptr;
+  /// The layout object that the first show or create loads.
   std::string m_object_name;
+  /// Free for the derived window; the frame never reads it.
   std::string m_reserved_text_1;
+  /// The layout file; it starts as "tamsel.xrc" in the library's archive "tamsel3.dat".
   std::string m_resource_file;
+  /// The catalog of the window's texts.
   std::string m_catalog_name = "tamsel";
+  /// Free for the derived window; the frame never reads it.
   std::string m_reserved_text_2;
+  /// The catalog's "text.unknown", for values that can't be shown.
   std::string m_text_unknown;
+  /// The path messages of the catalog, indexed by `path_message_t`.
   std::vector<std::string> m_path_messages;
+  /// The help id; -1 (no help) disables the Help button.
   int m_help_id = -1;
+  /// Set once the layout is loaded.
   bool m_loaded = false;
+  /// Set once the initialisation has run.
   bool m_initialized = false;
+  /// A timer owned by the window; it gets its id after `on_init_dialog` and the frame never starts it.
   wxTimer m_timer;
+  /// The text length limits by field.
   std::map<wxTextCtrl*, max_len_options_t> m_max_len_options;
+  /// The smallest width the window may take; 0 for none.
   int m_min_width = 0;
+  /// The smallest height the window may take; 0 for none.
   int m_min_height = 0;
+  /// Folders in which `check_file_or_folder` looks for a relative path, after $PATH.
   std::vector<std::string> m_path_candidates;
 
  private:

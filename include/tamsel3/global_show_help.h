@@ -1,5 +1,6 @@
 #pragma once
 #include <korvat2/intrusive_pointer.h>
+#include <tamsel3/export.h>
 
 #include <string>
 
@@ -8,7 +9,7 @@ namespace tamsel3 {
 /// The process-wide slot of a help provider. A host derives, implements the two operations
 /// and installs an instance with `initialize`; anyone may then reach it through `get`.
 /// Safe from any thread.
-class global_show_help_flavor : public korvat2::intrusive_pointer_impl_t {
+class TAMSEL3_API global_show_help_flavor : public korvat2::intrusive_pointer_impl_t {
  public:
   global_show_help_flavor() = default;
   /// Empties the slot, whichever instance it holds.

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// The in-place message control: a panel with a scrolling column of message boxes and
 /// progress gauges that a tool shows instead of modal dialogs.
 #include <tamsel3/progress.h>
@@ -25,7 +26,7 @@ class progress_message_t;
 /// The panel. Every member is for the GUI thread; workers use only the messenger and
 /// progress interfaces that it hands out, and must be stopped before the entry they
 /// report to is erased or cleared.
-class inplace_ctrl_t : public wxPanel {
+class TAMSEL3_API inplace_ctrl_t : public wxPanel {
  public:
   /// `show_debug` shows the lines of debug severity.
   inplace_ctrl_t(wxWindow* parent, bool show_debug);

@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -9,7 +10,7 @@ namespace tamsel3 {
 /// its own: two process-wide tables, filled at first use, serve every call. GUI thread only,
 /// after the message catalog is available; the names keep the catalog language active at
 /// first use for the rest of the process.
-class language_info {
+class TAMSEL3_API language_info {
  public:
   /// The values are part of the interface: they order the tables, go to the log and serve
   /// as a list index on the editor preference page.

@@ -1,12 +1,14 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <string>
 
 namespace tamsel3 {
 
 /// The length limit of one text field and how its warning names it.
-struct max_len_options_t {
+struct TAMSEL3_API max_len_options_t {
   /// The default entry: a limit of 10000 and the default texts.
   max_len_options_t() = default;
+  /// An entry with the limit `max_len`, the field's name and the catalog key of the details.
   max_len_options_t(const std::string& field_name, long max_len, const std::string& details_key)
       : m_max_len(max_len), m_field_name(field_name), m_details_key(details_key) {}
 

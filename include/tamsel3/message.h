@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// The value objects that a client hands to the in-place control: a header, a message with
 /// buttons, its interactive and standard forms, and a progress message. All are counted
 /// objects, passed as korvat2::intrusive_pointer_t, built on one thread and read on the GUI
@@ -16,18 +17,21 @@
 namespace tamsel3 {
 
 /// A picture (still, animated or empty) and a caption.
-class header_t : public korvat2::intrusive_pointer_impl_t {
+class TAMSEL3_API header_t : public korvat2::intrusive_pointer_impl_t {
  public:
   header_t() = default;
+  /// A header with `caption` and `picture`.
   header_t(const std::string& caption, const plaxi1::picture_t& picture);
   ~header_t() override;
 
+  /// The picture beside the caption; may be empty.
   plaxi1::picture_t m_picture;
+  /// The caption, already translated.
   std::string m_caption;
 };
 
 /// A button of a message.
-struct message_button_t {
+struct TAMSEL3_API message_button_t {
   /// What the control reports when the button is pressed; 0 means no button.
   int m_id = 0;
   /// The label, already translated.
@@ -37,9 +41,10 @@ struct message_button_t {
 };
 
 /// A header with a text and buttons in display order.
-class message_t : public header_t {
+class TAMSEL3_API message_t : public header_t {
  public:
   message_t() = default;
+  /// A message without buttons.
   message_t(const std::string& caption, const std::string& text, const plaxi1::picture_t& picture);
   ~message_t() override;
 
@@ -53,17 +58,20 @@ class message_t : public header_t {
   /// "cap" that isn't text is reported and read as empty text. Always succeeds.
   korvat2::error_code_t load(const korvat2::variant_bag_t& bag);
 
+  /// The message's text, already translated.
   std::string m_text;
+  /// The buttons, in display order.
   std::vector<message_button_t> m_buttons;
 };
 
 /// A message with buttons of the client's own and a default among them.
-class interactive_message_t : public message_t {
+class TAMSEL3_API interactive_message_t : public message_t {
  public:
   /// The default index when there is no default button.
   static constexpr std::uint32_t no_default = 0xFFFFFFFFu;
 
   interactive_message_t() = default;
+  /// A message without buttons.
   interactive_message_t(const std::string& caption, const std::string& text,
                         const plaxi1::picture_t& picture = plaxi1::picture_t());
 
@@ -84,7 +92,7 @@ class interactive_message_t : public message_t {
 };
 
 /// A message with one of the standard button sets and no default button.
-class standard_message_t : public message_t {
+class TAMSEL3_API standard_message_t : public message_t {
  public:
   /// The button sets of set_buttons; any other value gives Close alone.
   enum standard_buttons_t : int {
@@ -127,13 +135,15 @@ class standard_message_t : public message_t {
   /// above 4 is reported and gives "error24". GUI thread.
   static plaxi1::picture_t get_icon_by_type(icon_types_t type);
 
+  /// The set of the last `set_buttons`.
   standard_buttons_t m_buttons_kind = buttons_close;
 };
 
 /// A header of a running task with a gauge.
-class progress_message_t : public header_t {
+class TAMSEL3_API progress_message_t : public header_t {
  public:
   progress_message_t() = default;
+  /// A header with `caption` and `picture`, with a Cancel button when `can_cancel`.
   progress_message_t(const std::string& caption, const plaxi1::picture_t& picture = plaxi1::picture_t(),
                      bool can_cancel = false);
   ~progress_message_t() override;
@@ -143,6 +153,6 @@ class progress_message_t : public header_t {
 };
 
 /// Only a name for the signature of the control's add_custom; nothing of it is used.
-class custom_message_t : public header_t {};
+class TAMSEL3_API custom_message_t : public header_t {};
 
 }  // namespace tamsel3

@@ -1,5 +1,6 @@
 #pragma once
 #include <korvat2/path.h>
+#include <tamsel3/export.h>
 
 #include <string>
 #include <vector>
@@ -10,7 +11,7 @@ namespace tamsel3 {
 /// stored it, together with the real directory read out of it. The text may hold the
 /// wild-card '*'; it is kept as written for the screen and for saving, while the tests
 /// answer for the first absolute piece of it (see `extract_path`). A plain value; GUI thread.
-class path_info_t {
+class TAMSEL3_API path_info_t {
  public:
   /// The wild-card. Bound to the first byte of a two-byte array, so that `&Asterisk` is
   /// also a zero-terminated string of that one character.
@@ -25,7 +26,9 @@ class path_info_t {
   explicit path_info_t(const std::string& text);
   virtual ~path_info_t();
 
+  /// Copies the text, the path and what was found out about it.
   path_info_t(const path_info_t&) = default;
+  /// Copies the text, the path and what was found out about it.
   path_info_t& operator=(const path_info_t&) = default;
 
   /// Keeps `text` as a path when it parses to an absolute path; otherwise as raw text.

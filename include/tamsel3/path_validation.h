@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <string>
 
 class wxTextCtrl;
@@ -16,8 +17,9 @@ namespace tamsel3 {
 /// the text event): GTK places its caret only after the event. GUI thread; a null control
 /// is accepted.
 template <class Control>
-bool validate_path(Control* control, bool check_path, const std::string& disabled_chars);
+TAMSEL3_API bool validate_path(Control* control, bool check_path, const std::string& disabled_chars);
 
+/// The form for a text field, the one the library builds.
 extern template bool validate_path<wxTextCtrl>(wxTextCtrl*, bool, const std::string&);
 
 }  // namespace tamsel3

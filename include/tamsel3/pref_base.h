@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 #include <tamsel3/generic_base.h>
 
 namespace tamsel3 {
@@ -6,7 +7,7 @@ namespace tamsel3 {
 /// A page that lives inside another window: preference pages and embedded panels. It never
 /// ends its owner itself: `end_dialog` hides the page and fires `m_end_dialog_signal`, and
 /// the owner decides. GUI thread.
-class pref_base_t : public generic_base_t<wxPanel> {
+class TAMSEL3_API pref_base_t : public generic_base_t<wxPanel> {
  public:
   pref_base_t() = default;
 
@@ -23,10 +24,11 @@ class pref_base_t : public generic_base_t<wxPanel> {
 };
 
 /// A plain panel that can be made read-only.
-class panel_t : public wxPanel {
+class TAMSEL3_API panel_t : public wxPanel {
  public:
   using wxPanel::wxPanel;
   ~panel_t() override;
+  /// Makes the panel read-only (`read_only`) or editable again.
   virtual void set_read_only(bool read_only) = 0;
 };
 

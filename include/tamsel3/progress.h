@@ -1,4 +1,5 @@
 #pragma once
+#include <tamsel3/export.h>
 /// How a worker thread reports to the in-place message control: a gauge fed with
 /// fractional steps that reaches the GUI thread as few integer increments, and the proxies
 /// through which the control hands out one stable pointer with a changeable target.
@@ -15,7 +16,7 @@ namespace tamsel3 {
 /// Turns a run of fractional steps into increments on a scale of 800 (the gauge's maximum)
 /// and posts them, with the title and status texts, to the GUI thread. Meant for one worker
 /// at a time; any thread may call.
-class progress_impl_t : public pelit2::IProgress {
+class TAMSEL3_API progress_impl_t : public pelit2::IProgress {
  public:
   /// The gauge's range: every run ends at this position.
   static constexpr int scale = 800;
@@ -37,12 +38,16 @@ class progress_impl_t : public pelit2::IProgress {
   void finish() override;
   /// Only sets the flag that `isCanceled` reads; nothing is sent.
   void cancel() override;
+  /// The total given to `start`; 0 before.
   double getTotalSteps() override;
+  /// Whether `cancel` was called. Any thread; no lock.
   bool isCanceled() override;
 
+  /// Receives the title of `start`.
   korvat2::signal_t<std::string> m_start_signal;
   /// Receives the increment of the position, not the position.
   korvat2::signal_t<int> m_progress_signal;
+  /// Receives the status text of `message`.
   korvat2::signal_t<std::string> m_message_signal;
   /// Never emitted here; the control connects its Cancel button to it.
   korvat2::signal_t<> m_cancel_signal;
@@ -58,31 +63,44 @@ class progress_impl_t : public pelit2::IProgress {
 
 /// Forwards every operation to a target that may change or be null. Without a target the
 /// run counts one step and is never cancelled.
-class progress_proxy_t : public pelit2::IProgress {
+class TAMSEL3_API progress_proxy_t : public pelit2::IProgress {
  public:
+  /// A proxy aimed at `target`, which may be null.
   explicit progress_proxy_t(pelit2::IProgress* target = nullptr) : m_target(target) {}
   ~progress_proxy_t() override;
 
+  /// Forwards to the target; nothing without one.
   void start(const char* title, double total) override;
+  /// Forwards to the target; nothing without one.
   void progressed(int steps) override;
+  /// Forwards to the target; nothing without one.
   void internalProgressed(double steps) override;
+  /// Forwards to the target; nothing without one.
   void message(const char* text) override;
+  /// Forwards to the target; nothing without one.
   void finish() override;
+  /// Forwards to the target; nothing without one.
   void cancel() override;
+  /// The target's total; 1 without a target.
   double getTotalSteps() override;
+  /// Whether the target was canceled; false without a target.
   bool isCanceled() override;
 
+  /// The object that receives the calls; null for none.
   pelit2::IProgress* m_target = nullptr;
 };
 
 /// Forwards `say` to a target that may change or be null.
-class messenger_proxy_t : public pelit2::IMessenger {
+class TAMSEL3_API messenger_proxy_t : public pelit2::IMessenger {
  public:
+  /// A proxy aimed at `target`, which may be null.
   explicit messenger_proxy_t(pelit2::IMessenger* target = nullptr) : m_target(target) {}
   ~messenger_proxy_t() override;
 
+  /// Forwards to the target; nothing without one.
   void say(pelit2::ESeverity severity, const char* text) override;
 
+  /// The object that receives the lines; null for none.
   pelit2::IMessenger* m_target = nullptr;
 };
 

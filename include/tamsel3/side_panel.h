@@ -4,6 +4,7 @@
 #include <korvat2/signal.h>
 #include <plaxi1/element_buttons.h>
 #include <plaxi1/picture.h>
+#include <tamsel3/export.h>
 
 #include <wx/colour.h>
 #include <wx/panel.h>
@@ -32,9 +33,11 @@ namespace tamsel3 {
 /// The panel decides nothing about what the buttons do: the host subscribes to each
 /// button's `pressed` signal. Buttons can't be taken out again; hiding one makes it go.
 /// Elements belong to the panel's tree once added. GUI thread only.
-class side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
+class TAMSEL3_API side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
  public:
+  /// A counted element of the panel's tree.
   using element_ptr_t = korvat2::intrusive_pointer_t<plaxi1::elements::UIElement>;
+  /// A counted tab button.
   using button_ptr_t = korvat2::intrusive_pointer_t<plaxi1::elements::TabButton>;
 
   /// The areas, from top to bottom.
@@ -51,6 +54,7 @@ class side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
     button_style_own = 2,     ///< its own size and font; colours set once when added
   };
 
+  /// An empty panel: three empty areas and no background.
   side_panel_t(wxWindow* parent, int id);
   ~side_panel_t() override;
 
@@ -66,29 +70,44 @@ class side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
   /// The element of an area; `area` must be one of area_type_t.
   element_ptr_t get_area(area_type_t area);
 
+  /// Shows `image` as the background picture, over the background colour.
   void set_bg_image(const wxImage& image);
+  /// The same as `set_bg_image`, under the toolkit's spelling.
   void SetBgImage(const wxImage& image) { set_bg_image(image); }
+  /// Shows `picture` as the background picture.
   void set_bg_static_picture(const plaxi1::wxStaticPicture& picture);
   /// The background picture in the display's form; not ok without one.
   wxImage get_bg_image() const;
+  /// The same as `get_bg_image`, under the toolkit's spelling.
   wxImage GetBgImage() const { return get_bg_image(); }
+  /// The background picture as it was given.
   plaxi1::wxStaticPicture get_bg_static_picture() const { return m_bg_picture; }
   /// The colour under the picture, or alone without one; an invalid colour paints none.
   void set_bg_color(const wxColour& color);
+  /// The colour under the picture; invalid when none was set.
   wxColour get_bg_color() const;
 
   // The steps of the panel's work, public for hosts that build on them.
+  /// Makes the background and the three areas; the constructor calls it.
   void init();
+  /// A holder in `area` for one element, placed by `position_flags`, with the gap above it.
   element_ptr_t create_holder_element(area_type_t area, int position_flags);
+  /// Gives `button` its text, picture and style.
   void init_button(const button_ptr_t& button, const wxString& text, const plaxi1::picture_t& picture,
                    button_style_t style);
+  /// Gives `button` the colours and font of `style`.
   void setup_button_style(const button_ptr_t& button, button_style_t style);
+  /// Gives `button` the common size of `style` (style 2: its own).
   void set_up_button_size(const button_ptr_t& button, button_style_t style);
   /// Measures the common size of styles 0 and 1 again, from their floors.
   void calc_new_sizes();
+  /// Gives every button of styles 0 and 1 the common size of its style.
   void update_button_sizes();
+  /// Sets the panel's minimum size to what its content needs.
   void update_panel_min_size();
+  /// Gives every button the colours of the UI settings.
   void update_button_colors();
+  /// Gives `button` the font of its style and the colours of the UI settings.
   void set_button_font_and_color(const button_ptr_t& button, button_style_t style);
   /// An element was shown or hidden: its holder follows.
   void on_element_hidden(const element_ptr_t& element);
@@ -97,13 +116,21 @@ class side_panel_t : public wxPanel, public korvat2::subscriber_base_t {
   /// The UI settings changed: new fonts and colours, common sizes and minimum size.
   virtual void on_update_ui_settings();
 
+  /// Holds the element tree in the window.
   korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_adapter;
+  /// The background: picture and colour.
   korvat2::intrusive_pointer_t<plaxi1::elements::BgImageElement> m_bg;
+  /// The three areas, by area_type_t.
   std::vector<element_ptr_t> m_areas;
+  /// The buttons of each style, by button_style_t.
   std::vector<std::vector<button_ptr_t>> m_buttons;
+  /// The common size of each style.
   std::vector<wxSize> m_sizes;
+  /// The gap above each element's holder.
   wxSize m_holder_spacing;
+  /// The room around a button's label.
   wxSize m_button_border;
+  /// The background picture as given.
   plaxi1::wxStaticPicture m_bg_picture;
 
  private:

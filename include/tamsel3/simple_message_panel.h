@@ -2,6 +2,7 @@
 #include <korvat2/intrusive_pointer.h>
 #include <korvat2/pointers.h>
 #include <korvat2/signal.h>
+#include <tamsel3/export.h>
 
 #include <wx/panel.h>
 
@@ -24,7 +25,7 @@ class caption_label_t;
 /// `set_message` fills it and `enable` shows it: a text reaches the screen at the next
 /// change of size. A change of the UI settings gives the box its new colours and wraps the
 /// text again. GUI thread.
-class simple_message_panel_t : public wxPanel, public korvat2::_internal::subscriber_base_t {
+class TAMSEL3_API simple_message_panel_t : public wxPanel, public korvat2::_internal::subscriber_base_t {
  public:
   /// Severity of the message; any other value of the underlying int is valid and shows
   /// the information icon.
@@ -35,6 +36,7 @@ class simple_message_panel_t : public wxPanel, public korvat2::_internal::subscr
     severity_information = 3,
   };
 
+  /// A hidden, empty panel as a child of `parent`.
   explicit simple_message_panel_t(wxWindow* parent);
   ~simple_message_panel_t() override;
 
@@ -50,9 +52,13 @@ class simple_message_panel_t : public wxPanel, public korvat2::_internal::subscr
   void on_size(wxSizeEvent& event);
 
  protected:
+  /// The severity icon.
   wxStaticBitmap* m_icon_control = nullptr;
+  /// The wrapped text.
   caption_label_t* m_label = nullptr;
+  /// The bordered box behind icon and text.
   korvat2::intrusive_pointer_t<plaxi1::elements::RectangleElement> m_rectangle;
+  /// Holds `m_rectangle` in the window.
   korvat2::smart_pointer_t<plaxi1::elements::ElementAdapter> m_adapter;
 
  private:

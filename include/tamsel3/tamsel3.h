@@ -34,4 +34,6 @@
 #include <tamsel3/search_dirs_tab.h>
 #include <tamsel3/side_panel.h>
 #include <tamsel3/simple_message_panel.h>
+#include <tamsel3/stored_check_box.h>
 #include <tamsel3/text_helpers.h>
+#include <tamsel3/version.h>

@@ -1,5 +1,6 @@
 #pragma once
 #include <korvat2/variant_bag.h>
+#include <tamsel3/export.h>
 #include <zandor/varg_list.h>
 
 #include <string>
@@ -17,47 +18,49 @@ namespace tamsel3 {
 /// "prod_name" and "prod_short_name" (the product's full and short names) are filled in.
 /// Never empty: a missing catalog or key gives a diagnostic text that names the key.
 /// Any thread.
-std::string translate_message(const std::string& key, const ZANDOR_2_16::generic::varg_list& args);
+TAMSEL3_API std::string translate_message(const std::string& key,
+                                          const ZANDOR_2_16::generic::varg_list& args);
 
 /// A copy in which every LF not already after a CR becomes CR LF.
-std::string restore_line_endings(const std::string& text);
+TAMSEL3_API std::string restore_line_endings(const std::string& text);
 
 /// A tooltip that lists forbidden characters: `prefix`, an LF (`on_new_line`) or a blank,
 /// then the characters of `chars` in their order.
-std::string get_disabled_tooltip_text(const std::string& prefix, const std::string& chars, bool on_new_line);
+TAMSEL3_API std::string get_disabled_tooltip_text(const std::string& prefix, const std::string& chars,
+                                                  bool on_new_line);
 
 /// A copy with the first character in upper case; the rest keeps its case.
-std::string set_1st_letter_uppercase(const std::string& text);
+TAMSEL3_API std::string set_1st_letter_uppercase(const std::string& text);
 
 /// The narrow text at `name` in the iterator's current bag; empty when there is none or
 /// it isn't narrow text.
-std::string get_string_value(const korvat2::variant_bag_t::iterator_t<korvat2::variant_bag_t>& entry,
-                             const std::string& name);
+TAMSEL3_API std::string get_string_value(
+    const korvat2::variant_bag_t::iterator_t<korvat2::variant_bag_t>& entry, const std::string& name);
 
 // The helpers below need a window and belong to the GUI thread.
 
 /// Gives `control` the tooltip and the text colour `colour`, and repaints it.
-void set_color_and_tooltip(wxControl* control, const std::string& tooltip, wxColour colour);
+TAMSEL3_API void set_color_and_tooltip(wxControl* control, const std::string& tooltip, wxColour colour);
 
 /// Gives `control` the bold interface font; a null control is ignored.
-void set_bold_font(wxControl* control);
+TAMSEL3_API void set_bold_font(wxControl* control);
 
 /// Sets `message` as the label of `text` and wraps it at the parent's width less `margin`.
 /// Nothing happens when either pointer is null.
-void wrap_by_parent(wxWindow* parent, wxStaticText* text, const std::string& message, int margin);
+TAMSEL3_API void wrap_by_parent(wxWindow* parent, wxStaticText* text, const std::string& message, int margin);
 
 /// Moves a window that sticks out at the right or bottom edge of the display back onto it,
 /// keeping its size; at the bottom it goes up by twice the edge clearance more, to clear
 /// what lies at the display's edge. A null window is ignored.
-void move_to_visible_area(wxWindow* window);
+TAMSEL3_API void move_to_visible_area(wxWindow* window);
 
 /// Gives `window` a tooltip wrapped at 600 pixels that stays for two minutes.
-void set_tooltip(const std::string& text, wxWindow* window);
+TAMSEL3_API void set_tooltip(const std::string& text, wxWindow* window);
 
 /// Width and height of `text` in the window's font.
-wxSize get_text_extent(wxWindow* window, std::string text);
+TAMSEL3_API wxSize get_text_extent(wxWindow* window, std::string text);
 
 /// Raises `width` to the width of `text` in `window` where that is larger.
-void process_max_width(wxWindow* window, const wxString& text, int& width);
+TAMSEL3_API void process_max_width(wxWindow* window, const wxString& text, int& width);
 
 }  // namespace tamsel3

@@ -6,6 +6,7 @@
 #include <tamsel3/tamsel3.h>
 
 #include <iostream>
+#include <string>
 
 namespace {
 struct receiver_t : korvat2::subscriber_base_t {
@@ -25,5 +26,7 @@ int main() {
   const bool default_ok =
       fathel2::ResultDirectoryManager::validateResultDirectoryPattern(
           drumlin2::ICollectionController::getDefaultResultDirectoryName(true)) == fathel2::error_none;
-  return receiver.sum == 42 && ok == "OK" && default_ok ? 0 : 1;
+  // The library loaded is the one whose headers the host was compiled with.
+  const bool same_version = std::string(tamsel3::version().text) == TAMSEL3_VERSION_STRING;
+  return receiver.sum == 42 && ok == "OK" && default_ok && same_version ? 0 : 1;
 }

@@ -4,6 +4,7 @@
 // message dialog.
 #include "gui_test.h"
 
+#include <plaxi1/modal.h>
 #include <tamsel3/error_warning_panel.h>
 #include <tamsel3/message_window.h>
 #include <zandor/catalog.h>
@@ -44,6 +45,25 @@ class counting_check_box_t : public tamsel3::i_check_box_definition {
   int m_save_calls = 0;
   int m_load_calls = 0;
   int m_reset_calls = 0;
+};
+
+/// Counts the dialogs that the modal callback sees. An answer of 0 lets them run; any other
+/// ends them with that code before they show.
+class modal_counter_t {
+ public:
+  explicit modal_counter_t(int answer = 0)
+      : m_previous(plaxi1::set_modal_callback([this, answer](wxDialog*) {
+          ++m_count;
+          return answer;
+        })) {}
+  ~modal_counter_t() { plaxi1::set_modal_callback(m_previous); }
+  modal_counter_t(const modal_counter_t&) = delete;
+  modal_counter_t& operator=(const modal_counter_t&) = delete;
+
+  int m_count = 0;
+
+ private:
+  plaxi1::modal_callback_t m_previous;
 };
 
 /// Messages of a catalog of the tests' own, given to the factories directly.

@@ -21,6 +21,7 @@
 namespace {
 
 using message_test::counting_check_box_t;
+using message_test::modal_counter_t;
 using message_test::run_message;
 using message_test::test_catalog;
 using message_test::warning;
@@ -29,24 +30,6 @@ using ZANDOR_2_16::generic::argument;
 using ZANDOR_2_16::generic::varg_list;
 
 const varg_list no_args;
-
-// Counts the dialogs that the modal callback sees, answering none of them itself.
-class modal_counter_t {
- public:
-  explicit modal_counter_t(int answer = 0)
-      : m_previous(plaxi1::set_modal_callback([this, answer](wxDialog*) {
-          ++m_count;
-          return answer;
-        })) {}
-  ~modal_counter_t() { plaxi1::set_modal_callback(m_previous); }
-  modal_counter_t(const modal_counter_t&) = delete;
-  modal_counter_t& operator=(const modal_counter_t&) = delete;
-
-  int m_count = 0;
-
- private:
-  plaxi1::modal_callback_t m_previous;
-};
 
 // Tests about the main window need a process without top-level windows.
 class message_window_test : public ::testing::Test {
