@@ -1,10 +1,12 @@
 // The gallery: every window of the library, fed with realistic data. With
 // "--screenshots DIR" it writes a PNG of each window, and window_sizes.txt with each
-// window's logical size ("id width height" a line), and exits.
+// window's logical size ("id width height" a line), and exits. "--language de" shows the
+// library's texts in that language, whatever the locale.
 #include "entries.h"
 
 #include <plaxi1/screenshot.h>
 #include <plaxi1/ui_settings.h>
+#include <quern2/catalog_registry.h>
 
 #include <wx/app.h>
 #include <wx/button.h>
@@ -15,6 +17,7 @@
 #include <wx/panel.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
+#include <wx/utils.h>
 
 #include <fstream>
 #include <iostream>
@@ -153,6 +156,7 @@ class gallery_app_t : public wxApp {
   void OnInitCmdLine(wxCmdLineParser& parser) override {
     wxApp::OnInitCmdLine(parser);
     parser.AddOption("", "screenshots", "write a PNG of every window into this folder and exit");
+    parser.AddOption("", "language", "show the texts in this language (\"de\", \"en\")");
   }
 
   bool OnCmdLineParsed(wxCmdLineParser& parser) override {
@@ -161,10 +165,23 @@ class gallery_app_t : public wxApp {
       m_screenshot_folder = folder.utf8_string();
       wxFileName::Mkdir(folder, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
     }
+    wxString language;
+    if (parser.Found("language", &language)) {
+      use_language(language);
+    }
     return wxApp::OnCmdLineParsed(parser);
   }
 
  private:
+  // The catalog registry reads the locale variables; LC_ALL outranks the others, and a
+  // LANGUAGE list of the user's would outrank it, so it goes. The process's own locale,
+  // set by the toolkit already, stays as it was.
+  static void use_language(const wxString& language) {
+    wxUnsetEnv("LANGUAGE");
+    wxSetEnv("LC_ALL", language);
+    quern2::reloadMessageCatalogs();
+  }
+
   std::vector<entry_t> m_entries;
   std::string m_screenshot_folder;
   int m_exit_code = 0;
