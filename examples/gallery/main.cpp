@@ -10,11 +10,13 @@
 
 #include <wx/app.h>
 #include <wx/button.h>
+#include <wx/checkbox.h>
 #include <wx/cmdline.h>
 #include <wx/filename.h>
 #include <wx/frame.h>
 #include <wx/listbox.h>
 #include <wx/panel.h>
+#include <wx/radiobut.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/utils.h>
@@ -86,6 +88,48 @@ class main_frame_t : public wxFrame {
   wxStaticText* m_description;
 };
 
+// Whether `control` shows a text of its own.
+bool shows_text(const wxWindow* control) {
+  return !control->GetLabel().empty() &&
+         (wxDynamicCast(control, wxStaticText) || wxDynamicCast(control, wxButton) ||
+          wxDynamicCast(control, wxCheckBox) || wxDynamicCast(control, wxRadioButton));
+}
+
+// Whether the text of `control` is cut: by its parent's edge, or, for a control that doesn't
+// wrap its text (GTK wraps a static text to the width it gets), by a size below its best one.
+bool is_cut(wxWindow* control) {
+  const wxRect rect = control->GetRect();
+  const wxSize room = control->GetParent()->GetClientSize();
+  if (rect.GetRight() >= room.x || rect.GetBottom() >= room.y) {
+    return true;
+  }
+  if (wxDynamicCast(control, wxStaticText)) {
+    return false;
+  }
+  control->InvalidateBestSize();
+  const wxSize best = control->GetBestSize();
+  return rect.width < best.x || rect.height < best.y;
+}
+
+// Lists the shown texts of `window` that are cut, and gives their number.
+int report_cut_texts(const wxWindow* window, const std::string& id) {
+  int cut = 0;
+  for (wxWindow* child : window->GetChildren()) {
+    if (!child->IsShown() || child->IsTopLevel()) {
+      continue;
+    }
+    if (shows_text(child) && is_cut(child)) {
+      const wxRect rect = child->GetRect();
+      std::cout << "CUT in " << id << ": " << child->GetName() << " \"" << child->GetLabel().utf8_string()
+                << "\" at " << rect.x << "," << rect.y << " " << rect.width << "x" << rect.height
+                << std::endl;
+      ++cut;
+    }
+    cut += report_cut_texts(child, id);
+  }
+  return cut;
+}
+
 // Shows each entry in turn, writes its picture and closes it; then exits.
 class screenshot_run_t {
  public:
@@ -111,7 +155,7 @@ class screenshot_run_t {
  private:
   bool capture(wxWindow* window, const std::string& id) {
     const std::string path = m_folder + "/" + id + ".png";
-    const bool saved = plaxi1::save_screenshot(window, path);
+    const bool saved = plaxi1::save_screenshot(window, path) && report_cut_texts(window, id) == 0;
     std::cout << (saved ? "wrote " : "FAILED ") << path << std::endl;
     if (saved) {
       // The window's size in logical pixels, so that a check can compare the picture's.
@@ -148,9 +192,10 @@ class gallery_app_t : public wxApp {
     return true;
   }
 
-  int OnExit() override {
-    wxApp::OnExit();
-    return m_exit_code;
+  // The program's exit code is what OnRun gives; OnExit's is ignored.
+  int OnRun() override {
+    const int code = wxApp::OnRun();
+    return code != 0 ? code : m_exit_code;
   }
 
   void OnInitCmdLine(wxCmdLineParser& parser) override {
