@@ -98,6 +98,25 @@ int CGridHeader::EdgeAt(int x) const {
   return -1;
 }
 
+void CGridHeader::FitColumns() {
+  const int width = GetRect().width();
+  int sum = 0;
+  for (const int column_width : m_widths) {
+    sum += column_width;
+  }
+  if (width <= 0 || width == m_fitted_width || sum <= 0) {
+    return;
+  }
+  m_fitted_width = width;
+  int left = 0;
+  for (std::size_t i = 0; i + 1 < m_widths.size(); ++i) {
+    m_widths[i] = static_cast<int>(static_cast<long long>(m_widths[i]) * width / sum);
+    left += m_widths[i];
+  }
+  m_widths.back() = width - left;
+  Invalidate();
+}
+
 int CGridHeader::MeasureHeight(int) const {
   if (m_captions.empty()) {
     return 0;
@@ -305,6 +324,7 @@ int CGridViewer::ColumnAt(int x) const {
 void CGridViewer::ArrangeChildren() {
   const rect<int>& r = GetRect();
   m_header->Arrange(rect<int>(r.left, r.top, r.right, r.top + m_header->GetHeightFor(r.width())));
+  m_header->FitColumns();
   // A taller viewer may fit rows above the top one: no empty space is left below the rows.
   SetTopRow(m_top);
   UpdateScrollBar();

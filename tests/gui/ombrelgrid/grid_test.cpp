@@ -215,6 +215,24 @@ TEST_F(grid_test, dragging_a_header_edge_resizes_the_column) {
   m_grid->SetResizingModel(nullptr);
 }
 
+TEST_F(grid_test, columns_share_a_new_width_in_their_proportions) {
+  model()->SetColumnCaptions("Directories", "Recursive");
+  ombrelgrid8::CGridHeader* header = viewer()->GetHeader();
+  header->SetColumnWidth(0, 150);
+  header->SetColumnWidth(1, 50);
+  layout();
+  EXPECT_EQ(header->GetColumnWidth(0), 150);  // widths set at the same header width stay
+  const int before = header->GetRect().width();
+  m_frame->SetClientSize(wxSize(640, 300));
+  ASSERT_TRUE(gui_test::wait_until([&] {
+    layout();
+    return header->GetRect().width() != before;
+  }));
+  const int width = header->GetRect().width();
+  EXPECT_EQ(header->GetColumnWidth(0), width * 3 / 4);
+  EXPECT_EQ(header->GetColumnWidth(0) + header->GetColumnWidth(1), width);
+}
+
 TEST_F(grid_test, the_row_range_brings_its_rows_into_view) {
   fill(300);
   viewer()->GetRowRange().SetRange(10, 10);

@@ -72,6 +72,10 @@ class CGridHeader : public ombrelcfrw7::CVisualElement {
   void SetResizingModel(IResizingModel* model) { m_resizing = model; }
   /// The column whose right edge is within a few pixels of `x` (header-relative), or -1.
   int EdgeAt(int x) const;
+  /// When the header's width is another than at the last call, shares that width among
+  /// the columns in the proportions of their widths, so that they fill the header; the
+  /// viewer calls it at each layout. Widths set in between stay until the width changes.
+  void FitColumns();
 
  protected:
   int MeasureHeight(int width) const override;
@@ -84,6 +88,7 @@ class CGridHeader : public ombrelcfrw7::CVisualElement {
   IResizingModel* m_resizing = nullptr;
   int m_drag_column = -1;
   int m_drag_offset = 0;
+  int m_fitted_width = 0;
 };
 
 /// The rows that the viewer keeps in view.
