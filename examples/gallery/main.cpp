@@ -1,21 +1,26 @@
 // The gallery: every window of the library, fed with realistic data. With
 // "--screenshots DIR" it writes a PNG of each window, and window_sizes.txt with each
-// window's logical size ("id width height" a line), and exits.
+// window's logical size ("id width height" a line), and exits. "--language de" shows the
+// library's texts in that language, whatever the locale.
 #include "entries.h"
 
 #include <plaxi1/screenshot.h>
 #include <plaxi1/ui_settings.h>
+#include <quern2/catalog_registry.h>
 #include <tamsel3/stored_check_box.h>
 
 #include <wx/app.h>
 #include <wx/button.h>
+#include <wx/checkbox.h>
 #include <wx/cmdline.h>
 #include <wx/filename.h>
 #include <wx/frame.h>
 #include <wx/listbox.h>
 #include <wx/panel.h>
+#include <wx/radiobut.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
+#include <wx/utils.h>
 
 #include <fstream>
 #include <iostream>
@@ -91,6 +96,48 @@ class main_frame_t : public wxFrame {
   wxStaticText* m_description;
 };
 
+// Whether `control` shows a text of its own.
+bool shows_text(const wxWindow* control) {
+  return !control->GetLabel().empty() &&
+         (wxDynamicCast(control, wxStaticText) || wxDynamicCast(control, wxButton) ||
+          wxDynamicCast(control, wxCheckBox) || wxDynamicCast(control, wxRadioButton));
+}
+
+// Whether the text of `control` is cut: by its parent's edge, or, for a control that doesn't
+// wrap its text (GTK wraps a static text to the width it gets), by a size below its best one.
+bool is_cut(wxWindow* control) {
+  const wxRect rect = control->GetRect();
+  const wxSize room = control->GetParent()->GetClientSize();
+  if (rect.GetRight() >= room.x || rect.GetBottom() >= room.y) {
+    return true;
+  }
+  if (wxDynamicCast(control, wxStaticText)) {
+    return false;
+  }
+  control->InvalidateBestSize();
+  const wxSize best = control->GetBestSize();
+  return rect.width < best.x || rect.height < best.y;
+}
+
+// Lists the shown texts of `window` that are cut, and gives their number.
+int report_cut_texts(const wxWindow* window, const std::string& id) {
+  int cut = 0;
+  for (wxWindow* child : window->GetChildren()) {
+    if (!child->IsShown() || child->IsTopLevel()) {
+      continue;
+    }
+    if (shows_text(child) && is_cut(child)) {
+      const wxRect rect = child->GetRect();
+      std::cout << "CUT in " << id << ": " << child->GetName() << " \"" << child->GetLabel().utf8_string()
+                << "\" at " << rect.x << "," << rect.y << " " << rect.width << "x" << rect.height
+                << std::endl;
+      ++cut;
+    }
+    cut += report_cut_texts(child, id);
+  }
+  return cut;
+}
+
 // Shows each entry in turn, writes its picture and closes it; then exits.
 class screenshot_run_t {
  public:
@@ -116,7 +163,7 @@ class screenshot_run_t {
  private:
   bool capture(wxWindow* window, const std::string& id) {
     const std::string path = m_folder + "/" + id + ".png";
-    const bool saved = plaxi1::save_screenshot(window, path);
+    const bool saved = plaxi1::save_screenshot(window, path) && report_cut_texts(window, id) == 0;
     std::cout << (saved ? "wrote " : "FAILED ") << path << std::endl;
     if (saved) {
       // The window's size in logical pixels, so that a check can compare the picture's.
@@ -153,14 +200,16 @@ class gallery_app_t : public wxApp {
     return true;
   }
 
-  int OnExit() override {
-    wxApp::OnExit();
-    return m_exit_code;
+  // The program's exit code is what OnRun gives; OnExit's is ignored.
+  int OnRun() override {
+    const int code = wxApp::OnRun();
+    return code != 0 ? code : m_exit_code;
   }
 
   void OnInitCmdLine(wxCmdLineParser& parser) override {
     wxApp::OnInitCmdLine(parser);
     parser.AddOption("", "screenshots", "write a PNG of every window into this folder and exit");
+    parser.AddOption("", "language", "show the texts in this language (\"de\", \"en\")");
   }
 
   bool OnCmdLineParsed(wxCmdLineParser& parser) override {
@@ -169,10 +218,23 @@ class gallery_app_t : public wxApp {
       m_screenshot_folder = folder.utf8_string();
       wxFileName::Mkdir(folder, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
     }
+    wxString language;
+    if (parser.Found("language", &language)) {
+      use_language(language);
+    }
     return wxApp::OnCmdLineParsed(parser);
   }
 
  private:
+  // The catalog registry reads the locale variables; LC_ALL outranks the others, and a
+  // LANGUAGE list of the user's would outrank it, so it goes. The process's own locale,
+  // set by the toolkit already, stays as it was.
+  static void use_language(const wxString& language) {
+    wxUnsetEnv("LANGUAGE");
+    wxSetEnv("LC_ALL", language);
+    quern2::reloadMessageCatalogs();
+  }
+
   std::vector<entry_t> m_entries;
   std::string m_screenshot_folder;
   int m_exit_code = 0;

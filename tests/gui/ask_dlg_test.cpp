@@ -4,6 +4,7 @@
 #include "gui_test.h"
 #include "modal_answer.h"
 
+#include <quern2/catalog_registry.h>
 #include <tamsel3/ask_dlg.h>
 
 #include <gtest/gtest.h>
@@ -159,6 +160,59 @@ TEST(ask_dlg_test, explanation_names_the_product_and_is_wrapped) {
     gui_test::click(&shown, "m_btn_cancel");
   });
   EXPECT_EQ(dialog.m_extensions, "All files (*)\n*");
+}
+
+// The user's locale is German for the scope; the catalogs are read again on both ends.
+class german_locale_t {
+ public:
+  german_locale_t() {
+    m_lc_all.unset();
+    m_lc_messages.unset();
+    m_language.unset();
+    m_lang.set("de_DE.UTF-8");
+    quern2::reloadMessageCatalogs();
+  }
+  ~german_locale_t() {
+    for (test_support::scoped_env_t* variable : {&m_lc_all, &m_lc_messages, &m_language, &m_lang}) {
+      variable->restore();
+    }
+    quern2::reloadMessageCatalogs();
+  }
+  german_locale_t(const german_locale_t&) = delete;
+  german_locale_t& operator=(const german_locale_t&) = delete;
+
+ private:
+  test_support::scoped_env_t m_lc_all{"LC_ALL"};
+  test_support::scoped_env_t m_lc_messages{"LC_MESSAGES"};
+  test_support::scoped_env_t m_language{"LANGUAGE"};
+  test_support::scoped_env_t m_lang{"LANG"};
+};
+
+std::string label_of(wxWindow& dialog, const char* name) {
+  wxWindow* window = gui_test::find_named(&dialog, name);
+  EXPECT_NE(window, nullptr) << name;
+  return window ? window->GetLabel().utf8_string() : std::string();
+}
+
+TEST(ask_dlg_test, a_german_locale_gives_german_texts_that_fit) {
+  german_locale_t german;
+  open_ask_dlg_t dialog;
+  run_modal(dialog, [](wxDialog& shown) {
+    EXPECT_EQ(shown.GetTitle().utf8_string(), "Datei suchen");
+    EXPECT_EQ(label_of(shown, "m_staticText6"), "Datei:");
+    EXPECT_EQ(label_of(shown, "m_button10"), "Durchsuchen …");
+    EXPECT_EQ(label_of(shown, "m_btn_cancel"), "Abbrechen");
+    EXPECT_EQ(label_of(shown, "m_btn_ok"), "OK");
+    const std::string text = label_of(shown, "m_staticText7");
+    EXPECT_EQ(text.rfind("Tamsel benötigt eine Datei", 0), 0u) << text;
+    for (const char* name : {"m_staticText6", "m_button10", "m_btn_cancel", "m_btn_ok"}) {
+      wxWindow* window = gui_test::find_named(&shown, name);
+      ASSERT_NE(window, nullptr) << name;
+      EXPECT_GE(window->GetSize().GetWidth(), window->GetBestSize().GetWidth()) << name << " is cut";
+    }
+    gui_test::click(&shown, "m_btn_cancel");
+  });
+  EXPECT_EQ(dialog.m_extensions, "Alle Dateien (*)\n*");
 }
 
 TEST(ask_dlg_test, small_font_keeps_the_height_floor_of_170) {

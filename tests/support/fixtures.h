@@ -159,4 +159,12 @@ class scoped_file_size_limit_t {
   void (*m_old_handler)(int) = SIG_DFL;
 };
 
+/// Makes the catalogs English whatever the user's locale, since the tests read English
+/// texts: the C locale's character handling with UTF-8, and no LANGUAGE list. A test of
+/// another language sets its own variables with scoped_env_t.
+inline void use_english_texts() {
+  ::setenv("LC_ALL", "C.UTF-8", 1);
+  ::unsetenv("LANGUAGE");
+}
+
 }  // namespace test_support

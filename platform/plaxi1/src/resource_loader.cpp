@@ -17,7 +17,7 @@
 #include <map>
 #include <memory>
 #include <set>
-#include <utility>
+#include <tuple>
 
 namespace plaxi1 {
 namespace {
@@ -31,8 +31,13 @@ struct layout_t {
   std::set<std::string> missing;      // objects already reported missing
 };
 
-std::map<std::pair<std::string, std::string>, layout_t>& layouts() {
-  static auto* instance = new std::map<std::pair<std::string, std::string>, layout_t>;
+// By file and catalog. The registry's catalogs live for the process, so a catalog's
+// address names it for good: a catalog registered or reloaded in another language gives
+// layouts translated anew, while the old ones stay for windows made from them.
+using layout_key_t = std::tuple<std::string, std::string, const catalog_t*>;
+
+std::map<layout_key_t, layout_t>& layouts() {
+  static auto* instance = new std::map<layout_key_t, layout_t>;
   return *instance;
 }
 
@@ -132,14 +137,14 @@ std::unique_ptr<wxXmlDocument> read_document(const std::string& file) {
   return document;
 }
 
-wxXmlResource* make_resource(const std::string& file, const std::string& catalog_name) {
+wxXmlResource* make_resource(const std::string& file, const catalog_t* catalog) {
   init_resource_handlers();
   std::unique_ptr<wxXmlDocument> document = read_document(file);
   if (!document) {
     ylvane_1::log::write(ylvane_1::log::level_t::warn, std::string("layout file not read: ") + file);
     return nullptr;
   }
-  translate(document->GetRoot(), quern2::getMessageCatalog(catalog_name));
+  translate(document->GetRoot(), catalog);
   // Our texts are translated already; the default flags would run them through wx's own
   // translations.
   auto resource = std::make_unique<wxXmlResource>(0);
@@ -153,11 +158,12 @@ wxXmlResource* make_resource(const std::string& file, const std::string& catalog
 }
 
 layout_t& layout_for(const std::string& file, const std::string& catalog_name) {
-  const auto key = std::make_pair(file, catalog_name);
+  const catalog_t* catalog = quern2::getMessageCatalog(catalog_name);
+  const layout_key_t key(file, catalog_name, catalog);
   auto found = layouts().find(key);
   if (found == layouts().end()) {
     wxLogNull quiet;  // a host's missing layout must not show wx's error boxes
-    found = layouts().emplace(key, layout_t{make_resource(file, catalog_name), {}}).first;
+    found = layouts().emplace(key, layout_t{make_resource(file, catalog), {}}).first;
   }
   return found->second;
 }

@@ -64,21 +64,27 @@ catalog_ptr_t load_catalog(const std::string& name) {
 }  // namespace
 
 std::vector<std::string> preferredLanguages() {
-  std::vector<std::string> languages;
-  const std::string language = korvat2::get_environ_value("LANGUAGE");
-  for (std::size_t start = 0; start < language.size();) {
-    std::size_t end = language.find(':', start);
-    end = end == std::string::npos ? language.size() : end;
-    add_candidates(language.substr(start, end - start), languages);
-    start = end + 1;
-  }
+  // The locale of messages: the first of these set decides, as in the C library.
+  std::string locale;
   for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-    const std::string value = korvat2::get_environ_value(variable);
-    if (!value.empty()) {
-      add_candidates(value, languages);
-      break;  // the first one set decides, as in the C library
+    locale = korvat2::get_environ_value(variable);
+    if (!locale.empty()) {
+      break;
     }
   }
+  std::vector<std::string> languages;
+  // As gettext does, the LANGUAGE list counts only outside the C locale, which a program
+  // has when no locale variable is set.
+  if (!locale.empty() && locale != "C" && locale != "POSIX") {
+    const std::string language = korvat2::get_environ_value("LANGUAGE");
+    for (std::size_t start = 0; start < language.size();) {
+      std::size_t end = language.find(':', start);
+      end = end == std::string::npos ? language.size() : end;
+      add_candidates(language.substr(start, end - start), languages);
+      start = end + 1;
+    }
+  }
+  add_candidates(locale, languages);
   add_candidates("en", languages);
   return languages;
 }

@@ -1,6 +1,7 @@
 // Dialogs and panels from the layouts of the resource archive, translated at load.
 #include <plaxi1/resource_loader.h>
 
+#include <quern2/catalog_registry.h>
 #include <zandor/catalog.h>
 
 #include "fixtures.h"
@@ -167,6 +168,24 @@ TEST_F(resource_loader_test, loads_a_panel) {
   const wxRect ok = panel->FindWindow(XRCID("m_btn_ok"))->GetRect();
   EXPECT_LT(help.GetRight(), cancel.GetLeft());
   EXPECT_EQ(ok.GetLeft() - cancel.GetRight() - 1, 6);
+}
+
+TEST_F(resource_loader_test, layouts_follow_a_new_catalog_of_their_name) {
+  const dialog_ptr_t english = load_dialog("dlg.frame_test");
+  ASSERT_TRUE(english);
+  EXPECT_EQ(label_of(english->FindWindow(XRCID("m_btn_cancel"))), text_of("btn.cancel"));
+  // A host that changes the language registers or reloads the catalog; layouts loaded
+  // after that speak the new language.
+  quern2::registerMessageCatalog(std::make_shared<const ZANDOR_2_16::i18n::catalog_t>(
+      "tamsel", "de", ZANDOR_2_16::i18n::catalog_t::messages_t{{"btn.cancel", "Abbrechen"}}));
+  const dialog_ptr_t german = load_dialog("dlg.frame_test");
+  ASSERT_TRUE(german);
+  EXPECT_EQ(label_of(german->FindWindow(XRCID("m_btn_cancel"))), "Abbrechen");
+  EXPECT_EQ(label_of(german->FindWindow(XRCID("m_btn_ok"))), "btn.ok");
+  quern2::reloadMessageCatalogs();
+  const dialog_ptr_t again = load_dialog("dlg.frame_test");
+  ASSERT_TRUE(again);
+  EXPECT_EQ(label_of(again->FindWindow(XRCID("m_btn_cancel"))), text_of("btn.cancel"));
 }
 
 TEST_F(resource_loader_test, without_a_catalog_texts_stay_keys) {

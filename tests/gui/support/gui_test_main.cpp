@@ -1,6 +1,7 @@
 // Runner of the GUI test programs: a wxApp without a main window, one event loop active for
 // the whole run, and failures instead of dialogs for wx assertions and unexpected reports.
 #include "assert_recorder.h"
+#include "fixtures.h"
 #include "gui_test.h"
 
 #include <zandor/debug.h>
@@ -66,6 +67,7 @@ int main(int argc, char** argv) {
   // The accessibility bridge would wait for a session bus that test runs don't have.
   ::setenv("NO_AT_BRIDGE", "1", 0);
   ::setenv("GDK_BACKEND", "x11", 0);
+  test_support::use_english_texts();
 
   wxApp::SetInstance(new gui_test_app_t);
   if (!wxEntryStart(argc, argv)) {

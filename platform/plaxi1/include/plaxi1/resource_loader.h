@@ -11,7 +11,8 @@ namespace plaxi1 {
 /// resource archive ("<dir>/tamsel3.dat#zip:tamsel.xrc"). Texts of the layout (labels,
 /// titles, tooltips, hints, values, choices) that are keys of the named message catalog
 /// are replaced by their texts; other texts stay as written. Files are read and translated
-/// once per process and catalog. GUI thread.
+/// once per process and catalog: after the catalog of that name is registered anew or
+/// reloaded (in another language), windows loaded from then on get its texts. GUI thread.
 class resource_loader_t {
  public:
   resource_loader_t(const std::string& resource_file, const std::string& catalog_name);

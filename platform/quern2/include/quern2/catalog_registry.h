@@ -9,8 +9,8 @@ namespace quern2 {
 
 /// The catalog of that name in the user's language, loaded at first need from
 /// "<resource directory>/catalogs/<name>/<language>.po"; null when no file of it can be
-/// read. The language comes from LANGUAGE, LC_ALL, LC_MESSAGES and LANG, in this order,
-/// with English as the fallback. Thread-safe; a catalog stays valid for the process.
+/// read. The first language of preferredLanguages() that has a file is taken, so English
+/// is the fallback. Thread-safe; a catalog stays valid for the process.
 const ZANDOR_2_16::i18n::catalog_t* getMessageCatalog(const std::string& name);
 
 /// Makes `catalog` the one returned for its name, in place of any file.
@@ -21,7 +21,11 @@ void registerMessageCatalog(std::shared_ptr<const ZANDOR_2_16::i18n::catalog_t> 
 /// stay valid.
 void reloadMessageCatalogs();
 
-/// The languages to try for the current environment, best first, ending in "en".
+/// The languages to try for the current environment, best first, ending in "en": the
+/// colon-separated LANGUAGE list, then the locale of messages (the first set of LC_ALL,
+/// LC_MESSAGES and LANG), each "de_DE.UTF-8" as "de_DE" and then "de". As in gettext,
+/// LANGUAGE is ignored in the "C" or "POSIX" locale, which is also the locale when none
+/// of the three is set.
 std::vector<std::string> preferredLanguages();
 
 }  // namespace quern2

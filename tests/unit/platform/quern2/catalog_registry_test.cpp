@@ -139,6 +139,34 @@ TEST_F(catalog_registry_test, c_and_posix_locales_are_ignored) {
   EXPECT_EQ(preferredLanguages(), (languages_t{"nl", "en"}));
 }
 
+TEST_F(catalog_registry_test, language_list_is_ignored_in_the_c_locale) {
+  m_language.set("de:fr");
+  EXPECT_EQ(preferredLanguages(), languages_t{"en"});  // no locale variable: the C locale
+  m_lang.set("C");
+  EXPECT_EQ(preferredLanguages(), languages_t{"en"});
+  m_lang.set("de_DE.UTF-8");
+  m_lc_all.set("POSIX");
+  EXPECT_EQ(preferredLanguages(), languages_t{"en"});
+  m_lc_all.unset();
+  m_lc_messages.set("C");
+  EXPECT_EQ(preferredLanguages(), languages_t{"en"});
+  m_lc_messages.set("it_IT.UTF-8");
+  EXPECT_EQ(preferredLanguages(), (languages_t{"de", "fr", "it_IT", "it", "en"}));
+}
+
+TEST_F(catalog_registry_test, first_available_language_of_the_list_wins) {
+  write_catalog("t_list", "fr", po_entry("key", "français"));
+  write_catalog("t_list", "de", po_entry("key", "deutsch"));
+  write_catalog("t_list", "en", po_entry("key", "english"));
+  m_lang.set("en_US.UTF-8");
+  m_language.set("ja:fr:de");
+  EXPECT_EQ(text_of(getMessageCatalog("t_list"), "key"), "français");
+  m_language.set("de");
+  m_lang.set("C");
+  reloadMessageCatalogs();
+  EXPECT_EQ(text_of(getMessageCatalog("t_list"), "key"), "english");
+}
+
 TEST_F(catalog_registry_test, first_locale_variable_set_decides_even_when_it_is_c) {
   m_lc_all.set("C");
   m_lang.set("de_DE.UTF-8");

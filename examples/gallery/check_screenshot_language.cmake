@@ -1,0 +1,31 @@
+# Runs the gallery's screenshots in English and in another language and checks that the
+# second run writes a picture of every window that the English one does, with no text cut
+# (the gallery fails on a cut text), and that the language shows in the library's windows.
+# cmake -DGALLERY=<program> -DFOLDER=<folder> -DLANGUAGE=<language> -DTRANSLATED=<id> -P check_screenshot_language.cmake
+file(REMOVE_RECURSE "${FOLDER}")
+foreach(language en ${LANGUAGE})
+  execute_process(COMMAND "${GALLERY}" --screenshots "${FOLDER}/${language}" --language ${language}
+                  RESULT_VARIABLE result OUTPUT_VARIABLE output TIMEOUT 120)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "the gallery failed in ${language}: ${result}\n${output}")
+  endif()
+  file(STRINGS "${FOLDER}/${language}/window_sizes.txt" windows)
+  set(ids_${language})
+  foreach(window IN LISTS windows)
+    string(REGEX REPLACE " .*" "" id "${window}")
+    list(APPEND ids_${language} ${id})
+  endforeach()
+endforeach()
+list(LENGTH ids_en count)
+if(count EQUAL 0)
+  message(FATAL_ERROR "the gallery wrote no picture")
+endif()
+if(NOT ids_en STREQUAL ids_${LANGUAGE})
+  message(FATAL_ERROR "pictures in English: ${ids_en}\npictures in ${LANGUAGE}: ${ids_${LANGUAGE}}")
+endif()
+file(SHA256 "${FOLDER}/en/${TRANSLATED}.png" english)
+file(SHA256 "${FOLDER}/${LANGUAGE}/${TRANSLATED}.png" translated)
+if(english STREQUAL translated)
+  message(FATAL_ERROR "${TRANSLATED}.png is the same in English and in ${LANGUAGE}")
+endif()
+message(STATUS "${count} pictures in English and in ${LANGUAGE}")
