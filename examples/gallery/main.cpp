@@ -98,9 +98,10 @@ class main_frame_t : public wxFrame {
 
 // Whether `control` shows a text of its own.
 bool shows_text(const wxWindow* control) {
+  // IsKindOf, not wxDynamicCast: that macro casts down before it checks, which UBSan reports.
   return !control->GetLabel().empty() &&
-         (wxDynamicCast(control, wxStaticText) || wxDynamicCast(control, wxButton) ||
-          wxDynamicCast(control, wxCheckBox) || wxDynamicCast(control, wxRadioButton));
+         (control->IsKindOf(wxCLASSINFO(wxStaticText)) || control->IsKindOf(wxCLASSINFO(wxButton)) ||
+          control->IsKindOf(wxCLASSINFO(wxCheckBox)) || control->IsKindOf(wxCLASSINFO(wxRadioButton)));
 }
 
 // Whether the text of `control` is cut: by its parent's edge, or, for a control that doesn't
@@ -111,7 +112,7 @@ bool is_cut(wxWindow* control) {
   if (rect.GetRight() >= room.x || rect.GetBottom() >= room.y) {
     return true;
   }
-  if (wxDynamicCast(control, wxStaticText)) {
+  if (control->IsKindOf(wxCLASSINFO(wxStaticText))) {
     return false;
   }
   control->InvalidateBestSize();
