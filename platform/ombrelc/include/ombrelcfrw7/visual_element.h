@@ -6,6 +6,11 @@
 #include <string>
 #include <vector>
 
+namespace a11y {
+class atk_bridge_t;
+struct info_t;
+}  // namespace a11y
+
 class wxColour;
 class wxDC;
 class wxWindow;
@@ -134,6 +139,13 @@ class CVisualElement {
   /// Whether Tab stops at the element.
   virtual bool IsFocusable() const { return false; }
 
+  /// What the element tells assistive technologies: each element type fills in its role,
+  /// name, actions, text or value. The default is an unnamed panel. The common states
+  /// (visible, showing, focused) are added by the control.
+  virtual void DescribeAccessible(a11y::info_t& info) const;
+  /// Runs the accessible action `index` of those DescribeAccessible lists; false when none.
+  virtual bool DoAccessibleAction(int index) { return false; }
+
  protected:
   friend class CBaseControl;
 
@@ -181,6 +193,8 @@ class CVisualElement {
   /// Asks the window for a layout (deferred).
   void RequestLayout() const;
   CBaseControl* GetBaseControl() const;
+  /// The accessible objects of the element's window, or null (detached, or no window).
+  a11y::atk_bridge_t* GetAccessibleBridge() const;
   std::uint32_t GetPackedBkColor() const { return m_bk; }
 
  private:

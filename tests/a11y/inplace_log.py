@@ -1,0 +1,165 @@
+#!/usr/bin/env python3
+"""Reads the in-place log of a test window through AT-SPI, as a screen reader does.
+
+Usage: inplace_log.py PROGRAM. The program prints its drawn elements (see
+inplace_log_app.cpp); this client finds each of them in the program's accessible tree
+with its role, name, states and extents, reads the gauge's value, and presses Cancel
+through its action until the program's worker reports the cancel.
+"""
+import queue
+import subprocess
+import sys
+import threading
+import time
+
+import pyatspi
+
+ROLES = {
+    "label": pyatspi.ROLE_LABEL,
+    "button": pyatspi.ROLE_PUSH_BUTTON,
+    "gauge": pyatspi.ROLE_PROGRESS_BAR,
+}
+TOLERANCE = 2
+failures = []
+
+
+def check(condition, what):
+    if not condition:
+        failures.append(what)
+        print("FAIL: " + what)
+
+
+def start(program):
+    process = subprocess.Popen([program], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+    lines = queue.Queue()
+
+    def read():
+        for line in process.stdout:
+            lines.put(line.rstrip("\n"))
+
+    threading.Thread(target=read, daemon=True).start()
+    return process, lines
+
+
+def wait_line(lines, prefix, seconds):
+    deadline = time.monotonic() + seconds
+    while time.monotonic() < deadline:
+        try:
+            line = lines.get(timeout=deadline - time.monotonic())
+        except queue.Empty:
+            break
+        if line.startswith(prefix):
+            return line
+    return None
+
+
+def read_report(lines):
+    elements, window, percent = [], None, None
+    while True:
+        line = lines.get(timeout=20)
+        if line == "ready":
+            return elements, window, percent
+        words = line.split(" ", 6)
+        if words[0] == "element":
+            elements.append((words[1], tuple(int(w) for w in words[2:6]), words[6] if len(words) > 6 else ""))
+        elif words[0] == "window":
+            window = tuple(int(w) for w in words[1:5])
+        elif words[0] == "percent":
+            percent = int(words[1])
+
+
+def find_application(pid, seconds=10):
+    deadline = time.monotonic() + seconds
+    while time.monotonic() < deadline:
+        desktop = pyatspi.Registry.getDesktop(0)
+        for app in desktop:
+            if app is not None and app.get_process_id() == pid:
+                return app
+        time.sleep(0.1)
+    return None
+
+
+def walk(node, found):
+    for child in node:
+        if child is None:
+            continue
+        found.append(child)
+        walk(child, found)
+    return found
+
+
+def extents(node):
+    box = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    return (box.x, box.y, box.width, box.height)
+
+
+def near(a, b):
+    return all(abs(x - y) <= TOLERANCE for x, y in zip(a, b))
+
+
+def inside(box, window):
+    x, y, w, h = box
+    return (x >= window[0] - TOLERANCE and y >= window[1] - TOLERANCE and x + w <= window[0] + window[2] + TOLERANCE
+            and y + h <= window[1] + window[3] + TOLERANCE)
+
+
+def match(nodes, kind, box, name):
+    for node in nodes:
+        if node.getRole() == ROLES[kind] and node.name == name and near(extents(node), box):
+            return node
+    return None
+
+
+def check_elements(nodes, elements, window):
+    for kind, box, name in elements:
+        node = match(nodes, kind, box, name)
+        check(node is not None, "no %s %r at %s" % (kind, name, box))
+        if node is None:
+            continue
+        states = node.getState()
+        check(states.contains(pyatspi.STATE_VISIBLE) and states.contains(pyatspi.STATE_SHOWING),
+              "%s %r not visible and showing" % (kind, name))
+        check(inside(extents(node), window), "%s %r outside the window" % (kind, name))
+        if kind == "button":
+            check(states.contains(pyatspi.STATE_ENABLED) and states.contains(pyatspi.STATE_FOCUSABLE),
+                  "button %r not enabled and focusable" % name)
+        if kind == "label":
+            text = node.queryText()
+            check(text.getText(0, -1) == name, "label %r has text %r" % (name, text.getText(0, -1)))
+
+
+def main(program):
+    process, lines = start(program)
+    try:
+        elements, window, percent = read_report(lines)
+        check(any(kind == "button" and name == "Cancel" for kind, _, name in elements), "no Cancel drawn")
+        app = find_application(process.pid)
+        check(app is not None, "the program is not on the accessibility bus")
+        if app is None:
+            return 1
+        began = time.monotonic()
+        nodes = walk(app, [])
+        print("listed %d accessible objects in %.3f s" % (len(nodes), time.monotonic() - began))
+        check_elements(nodes, elements, window)
+        gauges = [n for n in nodes if n.getRole() == pyatspi.ROLE_PROGRESS_BAR]
+        check(len(gauges) == 1, "%d progress bars" % len(gauges))
+        if gauges:
+            value = gauges[0].queryValue()
+            check(round(value.currentValue) == percent, "gauge value %s, shown %s" % (value.currentValue, percent))
+            check(value.maximumValue == 100, "gauge maximum %s" % value.maximumValue)
+        cancels = [n for n in nodes if n.getRole() == pyatspi.ROLE_PUSH_BUTTON and n.name == "Cancel"]
+        check(len(cancels) == 1, "%d Cancel buttons" % len(cancels))
+        if cancels:
+            action = cancels[0].queryAction()
+            check(action.getName(0) == "click", "Cancel's action is %r" % action.getName(0))
+            check(action.doAction(0), "Cancel's action refused")
+            check(wait_line(lines, "worker saw cancel", 10) is not None, "the worker did not see the cancel")
+    finally:
+        process.stdin.close()
+        process.wait(timeout=20)
+    print("%d failures" % len(failures))
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
