@@ -157,10 +157,19 @@ void atk_bridge_t::child_added(key_t parent, key_t child) {
 }
 
 void atk_bridge_t::node_gone(key_t node) {
+  // Children waiting to be announced die with the node: forget those inside it, while
+  // they are still alive to be asked for their parents.
   auto& added = m_impl->added;
-  added.erase(
-      std::remove_if(added.begin(), added.end(), [node](const auto& pair) { return pair.second == node; }),
-      added.end());
+  tree_t* tree = m_impl->tree;
+  const auto inside = [tree, node](const std::pair<key_t, key_t>& pair) {
+    for (key_t key = pair.second; key; key = tree->parent(key)) {
+      if (key == node) {
+        return true;
+      }
+    }
+    return false;
+  };
+  added.erase(std::remove_if(added.begin(), added.end(), inside), added.end());
   AtkObject* object = m_impl->existing(node);
   if (!object || object == m_impl->host) {
     return;

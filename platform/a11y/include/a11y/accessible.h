@@ -74,6 +74,7 @@ class tree_t {
   virtual ~tree_t() = default;
   /// The node that covers the hosting window; its children are the window's children.
   virtual key_t root() const = 0;
+  /// The node's parent; null for the root.
   virtual key_t parent(key_t node) const = 0;
   virtual std::vector<key_t> children(key_t node) const = 0;
   virtual void describe(key_t node, info_t& info) const = 0;
