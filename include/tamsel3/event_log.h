@@ -33,6 +33,9 @@ class event_log_t : public ombrelcfrw7::CEventLog {
   /// warning picture, everything else (information too) the empty one.
   int get_image_for(pelit2::ESeverity severity) const;
 
+  /// A panel named "Messages", a polite live region; its error lines are assertive ones.
+  void DescribeAccessible(a11y::info_t& info) const override;
+
   int m_error_image = -1;
   int m_warning_image = -1;
   // Loaded with the others, but information lines show the empty picture.

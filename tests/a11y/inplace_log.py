@@ -4,7 +4,8 @@
 Usage: inplace_log.py PROGRAM. The program prints its drawn elements (see
 inplace_log_app.cpp); this client finds each of them in the program's accessible tree
 with its role, name, states and extents, reads the gauge's value, and presses Cancel
-through its action until the program's worker reports the cancel.
+through its action until the program's worker reports the cancel. Lines said to the
+log while the client listens must be announced as live: errors assertive, others polite.
 """
 import os
 import queue
@@ -14,6 +15,7 @@ import threading
 import time
 
 import pyatspi
+from gi.repository import Atspi, GLib
 
 ROLES = {
     "label": pyatspi.ROLE_LABEL,
@@ -40,6 +42,7 @@ def start(program):
     def read():
         for line in process.stdout:
             lines.put(line.rstrip("\n"))
+        lines.put(None)  # the program ended
 
     threading.Thread(target=read, daemon=True).start()
     return process, lines
@@ -52,6 +55,8 @@ def wait_line(lines, prefix, seconds):
             line = lines.get(timeout=deadline - time.monotonic())
         except queue.Empty:
             break
+        if line is None:
+            break
         if line.startswith(prefix):
             return line
     return None
@@ -61,6 +66,8 @@ def read_report(lines):
     elements, window, percent = [], None, None
     while True:
         line = lines.get(timeout=20)
+        if line is None:
+            raise RuntimeError("the program ended before it was ready")
         if line == "ready":
             return elements, window, percent
         words = line.split(" ", 6)
@@ -132,10 +139,50 @@ def check_elements(nodes, elements, window):
             check(text.getText(0, -1) == name, "label %r has text %r" % (name, text.getText(0, -1)))
 
 
+def listen_for_additions():
+    """Collects children-changed:add events from now on; registered early, so that the
+    program knows of the listener before the lines come."""
+    events = []
+    listener = Atspi.EventListener.new(lambda event: events.append(event))
+    listener.register("object:children-changed:add")
+    return listener, events
+
+
+def wait_added(events, name, seconds=10):
+    deadline = time.monotonic() + seconds
+    context = GLib.MainContext.default()
+    while time.monotonic() < deadline:
+        while context.iteration(False):
+            pass
+        for event in events:
+            child = event.any_data
+            if child is not None and child.get_name() == name:
+                return event
+        time.sleep(0.01)
+    return None
+
+
+def check_live(process, events, severity, text, politeness):
+    process.stdin.write("say %s %s\n" % (severity, text))
+    process.stdin.flush()
+    event = wait_added(events, text)
+    check(event is not None, "no addition of %r announced" % text)
+    if event is None:
+        return
+    line = event.any_data
+    check(line.get_role() == pyatspi.ROLE_LABEL, "%r is a %s" % (text, line.get_role_name()))
+    attributes = line.get_attributes() or {}
+    check(attributes.get("container-live") == politeness and attributes.get("live") == politeness,
+          "%r has live attributes %s, not %s" % (text, attributes, politeness))
+
+
 def main(program):
     process, lines = start(program)
     try:
+        # The client joins the bus once the program is up: starting both at once on a new
+        # bus made the program's GTK fail to start now and then.
         elements, window, percent = read_report(lines)
+        listener, events = listen_for_additions()
         check(any(kind == "button" and name == "Cancel" for kind, _, name in elements), "no Cancel drawn")
         app = find_application(process.pid)
         check(app is not None, "the program is not on the accessibility bus")
@@ -158,6 +205,11 @@ def main(program):
             check(action.getName(0) == "click", "Cancel's action is %r" % action.getName(0))
             check(action.doAction(0), "Cancel's action refused")
             check(wait_line(lines, "worker saw cancel", 10) is not None, "the worker did not see the cancel")
+        check_live(process, events, "error", "Disk full", "assertive")
+        check_live(process, events, "info", "Symbols ready", "polite")
+        logs = [n for n in walk(app, []) if n.getRole() == pyatspi.ROLE_PANEL and n.name == "Messages"]
+        check(len(logs) == 1 and (logs[0].get_attributes() or {}).get("container-live") == "polite",
+              "the log is not one polite live region named Messages")
     finally:
         process.stdin.close()
         process.wait(timeout=20)

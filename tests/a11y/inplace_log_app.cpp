@@ -2,7 +2,9 @@
 // button, and a running progress entry whose worker waits for Cancel. It prints, one line
 // each, the screen rectangle of every drawn element ("element KIND X Y W H NAME"), the
 // gauge's percentage ("percent N"), then "ready"; "worker saw cancel" once the worker sees
-// the cancel. Gauges are named "Progress". It exits when its standard input closes or after a minute.
+// the cancel. Gauges are named "Progress". A line "say error TEXT" (or "say info TEXT") on
+// its standard input adds a line of that severity to the message. It exits when its
+// standard input closes or after a minute.
 #include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/message.h>
 
@@ -70,8 +72,9 @@ class app_t : public wxApp {
   bool OnInit() override {
     m_frame = new wxFrame(nullptr, wxID_ANY, "In-place log", wxPoint(40, 40), wxSize(640, 360));
     m_ctrl = new tamsel3::inplace_ctrl_t(m_frame, false);
-    m_ctrl->add_message(new tamsel3::standard_message_t("Symbols", "Symbols of render.exe loaded"),
-                        m_no_callback);
+    const unsigned int message = m_ctrl->add_message(
+        new tamsel3::standard_message_t("Symbols", "Symbols of render.exe loaded"), m_no_callback);
+    m_messenger = m_ctrl->get_messenger(message);
     const unsigned int tag = m_ctrl->add_progress(
         new tamsel3::progress_message_t("Indexing", plaxi1::picture_t(), true), m_no_callback);
     pelit2::IProgress* progress = m_ctrl->get_progress(tag);
@@ -82,6 +85,7 @@ class app_t : public wxApp {
     m_input = std::thread([this] {
       std::string line;
       while (std::getline(std::cin, line)) {
+        say(line);
       }
       m_stop = true;
     });
@@ -96,6 +100,17 @@ class app_t : public wxApp {
   }
 
  private:
+  // Messengers take lines from any thread.
+  void say(const std::string& line) {
+    const std::string error = "say error ";
+    const std::string info = "say info ";
+    if (line.rfind(error, 0) == 0) {
+      m_messenger->say(pelit2::severity_error, line.substr(error.size()).c_str());
+    } else if (line.rfind(info, 0) == 0) {
+      m_messenger->say(pelit2::severity_info, line.substr(info.size()).c_str());
+    }
+  }
+
   void work(pelit2::IProgress* progress) {
     progress->start("Indexing", 100);
     progress->internalProgressed(37);
@@ -135,6 +150,7 @@ class app_t : public wxApp {
   wxFrame* m_frame = nullptr;
   tamsel3::inplace_ctrl_t* m_ctrl = nullptr;
   korvat2::signal_t<int> m_no_callback;
+  pelit2::IMessenger* m_messenger = nullptr;
   wxTimer m_timer;
   std::thread m_worker;
   std::thread m_input;

@@ -17,6 +17,22 @@ namespace ombrelcfrw7 {
 
 void CVisualElement::DescribeAccessible(a11y::info_t& info) const { info.role = a11y::role_t::panel; }
 
+void CVisualElement::SetLive(a11y::politeness_t live) {
+  m_flags &= ~(flag_live_polite | flag_live_assertive);
+  if (live == a11y::politeness_t::polite) {
+    m_flags |= flag_live_polite;
+  } else if (live == a11y::politeness_t::assertive) {
+    m_flags |= flag_live_assertive;
+  }
+}
+
+a11y::politeness_t CVisualElement::GetLive() const {
+  if (m_flags & flag_live_assertive) {
+    return a11y::politeness_t::assertive;
+  }
+  return (m_flags & flag_live_polite) ? a11y::politeness_t::polite : a11y::politeness_t::off;
+}
+
 a11y::atk_bridge_t* CVisualElement::GetAccessibleBridge() const {
   CBaseControl* control = GetBaseControl();
   return control ? control->GetAccessibleBridge() : nullptr;
@@ -61,6 +77,9 @@ void CGauge::DescribeAccessible(a11y::info_t& info) const {
 void CBaseControl::accessible_tree_t::describe(a11y::key_t node, a11y::info_t& info) const {
   const CVisualElement* element = Element(node);
   element->DescribeAccessible(info);
+  if (info.live == a11y::politeness_t::off) {
+    info.live = element->GetLive();
+  }
   info.states |= a11y::state_visible;
   if (!element->GetVisibleWindowRect().empty()) {
     info.states |= a11y::state_showing;

@@ -2,9 +2,12 @@
 // bridge reads them.
 #include "ombrelc_fixture.h"
 
+#include <a11y/accessible.h>
+
 #include <atk/atk.h>
 #include <gtk/gtk.h>
 
+#include <map>
 #include <string>
 
 namespace ombrelc_test {
@@ -190,6 +193,20 @@ TEST_F(accessible_test, a_gauge_gives_its_percentage_as_value_and_announces_chan
   AtkRange* range = atk_value_get_range(ATK_VALUE(object));
   EXPECT_DOUBLE_EQ(atk_range_get_upper_limit(range), 100.0);
   atk_range_free(range);
+}
+
+TEST_F(accessible_test, a_live_region_carries_its_politeness_in_its_attributes) {
+  m_caption->SetLive(a11y::politeness_t::assertive);
+  AtkAttributeSet* attributes = atk_object_get_attributes(box_child(0));
+  std::map<std::string, std::string> found;
+  for (GSList* item = attributes; item; item = item->next) {
+    const auto* attribute = static_cast<AtkAttribute*>(item->data);
+    found[attribute->name] = attribute->value;
+  }
+  atk_attribute_set_free(attributes);
+  EXPECT_EQ(found["container-live"], "assertive");
+  EXPECT_EQ(found["live"], "assertive");
+  EXPECT_EQ(atk_object_get_attributes(box_child(1)), nullptr);
 }
 
 }  // namespace

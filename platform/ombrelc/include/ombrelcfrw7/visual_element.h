@@ -9,6 +9,7 @@
 namespace a11y {
 class atk_bridge_t;
 struct info_t;
+enum class politeness_t : std::uint8_t;
 }  // namespace a11y
 
 class wxColour;
@@ -145,6 +146,10 @@ class CVisualElement {
   virtual void DescribeAccessible(a11y::info_t& info) const;
   /// Runs the accessible action `index` of those DescribeAccessible lists; false when none.
   virtual bool DoAccessibleAction(int index) { return false; }
+  /// Makes the element a live region: screen readers speak what appears in it with this
+  /// urgency (off by default).
+  void SetLive(a11y::politeness_t live);
+  a11y::politeness_t GetLive() const;
 
  protected:
   friend class CBaseControl;
@@ -206,6 +211,8 @@ class CVisualElement {
     flag_layout_dirty = 2,
     flag_dying = 4,  // deleting its children: they needn't leave the vector one by one
     flag_root = 8,
+    flag_live_polite = 16,
+    flag_live_assertive = 32,
   };
 
   CVisualElement* m_parent = nullptr;
