@@ -168,12 +168,29 @@ def check_live(process, events, severity, text, politeness):
     event = wait_added(events, text)
     check(event is not None, "no addition of %r announced" % text)
     if event is None:
-        return
+        return None
     line = event.any_data
     check(line.get_role() == pyatspi.ROLE_LABEL, "%r is a %s" % (text, line.get_role_name()))
     attributes = line.get_attributes() or {}
     check(attributes.get("container-live") == politeness and attributes.get("live") == politeness,
           "%r has live attributes %s, not %s" % (text, attributes, politeness))
+    return event.source
+
+
+def check_many_lines(process, app, box, count=1000):
+    """A log of a thousand lines is listed in under a second."""
+    for number in range(count):
+        process.stdin.write("say info Line %d of the run\n" % number)
+    process.stdin.flush()
+    deadline = time.monotonic() + 30
+    while box.childCount < count and time.monotonic() < deadline:
+        time.sleep(0.05)
+    check(box.childCount >= count, "%d lines of %d arrived" % (box.childCount, count))
+    began = time.monotonic()
+    nodes = walk(app, [])
+    spent = time.monotonic() - began
+    print("listed %d accessible objects of a long log in %.3f s" % (len(nodes), spent))
+    check(len(nodes) > count and spent < 1.0, "listing %d objects took %.3f s" % (len(nodes), spent))
 
 
 def main(program):
@@ -206,10 +223,12 @@ def main(program):
             check(action.doAction(0), "Cancel's action refused")
             check(wait_line(lines, "worker saw cancel", 10) is not None, "the worker did not see the cancel")
         check_live(process, events, "error", "Disk full", "assertive")
-        check_live(process, events, "info", "Symbols ready", "polite")
+        box = check_live(process, events, "info", "Symbols ready", "polite")
         logs = [n for n in walk(app, []) if n.getRole() == pyatspi.ROLE_PANEL and n.name == "Messages"]
         check(len(logs) == 1 and (logs[0].get_attributes() or {}).get("container-live") == "polite",
               "the log is not one polite live region named Messages")
+        if box is not None:
+            check_many_lines(process, app, box)
     finally:
         process.stdin.close()
         process.wait(timeout=20)
