@@ -150,6 +150,9 @@ atk_bridge_t::~atk_bridge_t() {
 }
 
 void atk_bridge_t::child_added(key_t parent, key_t child) {
+  if (!m_impl->existing(parent)) {
+    return;  // no client knows the parent: it finds the child when it lists the parent
+  }
   m_impl->added.emplace_back(parent, child);
   if (!m_impl->flush_source) {
     m_impl->flush_source = g_idle_add(flush_added_at_idle, m_impl.get());

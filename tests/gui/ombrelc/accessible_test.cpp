@@ -157,6 +157,7 @@ TEST_F(accessible_test, an_added_child_is_announced_once_it_is_whole) {
 }
 
 TEST_F(accessible_test, a_hidden_element_leaves_the_list) {
+  ASSERT_EQ(atk_object_get_role(box_child(0)), ATK_ROLE_LABEL);  // a client knows it
   signal_count_t removed;
   g_signal_connect(box(), "children-changed::remove", G_CALLBACK(signal_count_t::on_children), &removed);
   m_caption->SetVisible(false);
