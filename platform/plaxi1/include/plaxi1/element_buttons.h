@@ -62,6 +62,9 @@ class FlatButton : public UIElement {
   int GetStateIndex() const;
 
   korvat2::intrusive_pointer_t<Layout> GetLayout() override;
+  /// A push button with the action "click"; checked while selected.
+  void DescribeAccessible(a11y::info_t& info) const override;
+  bool DoAccessibleAction(int index) override;
 
   korvat2::signal_t<int> pressed;
 
@@ -105,6 +108,8 @@ class TabButton : public FlatButton {
 
   /// The label.
   korvat2::intrusive_pointer_t<TextElement> GetText();
+  /// A push button named by its label.
+  void DescribeAccessible(a11y::info_t& info) const override;
   /// Shows `image`, the display-scale form of a picture (as wxStaticPicture::getImage(true)
   /// gives it), in place of any animation; an invalid image shows none.
   void SetImage(const wxImage& image);
