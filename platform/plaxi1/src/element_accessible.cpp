@@ -20,6 +20,7 @@ void TextElement::DescribeAccessible(a11y::info_t& info) const {
 
 void FlatButton::DescribeAccessible(a11y::info_t& info) const {
   info.role = a11y::role_t::push_button;
+  info.name = m_accessible_name;
   info.actions = {"click"};
   if (IsEnabled()) {
     info.states |= a11y::state_enabled | a11y::state_focusable;
@@ -42,7 +43,7 @@ bool FlatButton::DoAccessibleAction(int index) {
 
 void TabButton::DescribeAccessible(a11y::info_t& info) const {
   FlatButton::DescribeAccessible(info);
-  if (m_label) {
+  if (m_label && !m_label->GetText().empty()) {
     info.name = m_label->GetText().utf8_string();
   }
 }

@@ -11,6 +11,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <string>
 
 class wxAnimation;
 class wxImage;
@@ -62,7 +63,10 @@ class FlatButton : public UIElement {
   int GetStateIndex() const;
 
   korvat2::intrusive_pointer_t<Layout> GetLayout() override;
-  /// A push button with the action "click"; checked while selected.
+  /// The name screen readers read for a button that shows no text (empty by default).
+  void SetAccessibleName(const std::string& name) { m_accessible_name = name; }
+  /// A push button with the action "click", named by SetAccessibleName; checked while
+  /// selected.
   void DescribeAccessible(a11y::info_t& info) const override;
   bool DoAccessibleAction(int index) override;
 
@@ -85,6 +89,7 @@ class FlatButton : public UIElement {
  private:
   class padded_layout_t;
   void Fire();
+  std::string m_accessible_name;
 
   press_tracker_t m_press;
   std::array<std::optional<wxColour>, 16> m_colors;
