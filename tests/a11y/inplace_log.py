@@ -231,7 +231,8 @@ def main(program):
             check_many_lines(process, app, box)
     finally:
         process.stdin.close()
-        process.wait(timeout=20)
+        # Its window goes while the bridge is live: the program must still end cleanly.
+        check(process.wait(timeout=20) == 0, "the program ended with %s" % process.returncode)
     print("%d failures" % len(failures))
     return 1 if failures else 0
 
