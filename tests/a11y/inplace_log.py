@@ -148,7 +148,7 @@ def listen_for_additions():
     return listener, events
 
 
-def wait_added(events, name, seconds=10):
+def wait_added(events, name, seconds=10, ending=False):
     deadline = time.monotonic() + seconds
     context = GLib.MainContext.default()
     while time.monotonic() < deadline:
@@ -156,7 +156,7 @@ def wait_added(events, name, seconds=10):
             pass
         for event in events:
             child = event.any_data
-            if child is not None and child.get_name() == name:
+            if child is not None and (child.get_name().endswith(name) if ending else child.get_name() == name):
                 return event
         time.sleep(0.01)
     return None
@@ -175,6 +175,17 @@ def check_live(process, events, severity, text, politeness):
     check(attributes.get("container-live") == politeness and attributes.get("live") == politeness,
           "%r has live attributes %s, not %s" % (text, attributes, politeness))
     return event.source
+
+
+def check_finished_run(process, events):
+    """The message that replaces a finished run is announced, politely."""
+    process.stdin.write("finish\n")
+    process.stdin.flush()
+    event = wait_added(events, "Indexing finished", ending=True)
+    check(event is not None, "the end of the run was not announced")
+    if event is not None:
+        attributes = event.any_data.get_attributes() or {}
+        check(attributes.get("live") == "polite", "the end of the run has live attributes %s" % attributes)
 
 
 def check_many_lines(process, app, box, count=1000):
@@ -227,6 +238,7 @@ def main(program):
         logs = [n for n in walk(app, []) if n.getRole() == pyatspi.ROLE_PANEL and n.name == "Messages"]
         check(len(logs) == 1 and (logs[0].get_attributes() or {}).get("container-live") == "polite",
               "the log is not one polite live region named Messages")
+        check_finished_run(process, events)
         if box is not None:
             check_many_lines(process, app, box)
     finally:

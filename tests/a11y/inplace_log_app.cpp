@@ -3,7 +3,8 @@
 // each, the screen rectangle of every drawn element ("element KIND X Y W H NAME"), the
 // gauge's percentage ("percent N"), then "ready"; "worker saw cancel" once the worker sees
 // the cancel. Gauges are named "Progress". A line "say error TEXT" (or "say info TEXT") on
-// its standard input adds a line of that severity to the message. It exits when its
+// its standard input adds a line of that severity to the message; "finish" replaces the
+// progress entry by the message "Indexing finished". It exits when its
 // standard input closes or after a minute.
 #include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/message.h>
@@ -75,7 +76,7 @@ class app_t : public wxApp {
     const unsigned int message = m_ctrl->add_message(
         new tamsel3::standard_message_t("Symbols", "Symbols of render.exe loaded"), m_no_callback);
     m_messenger = m_ctrl->get_messenger(message);
-    const unsigned int tag = m_ctrl->add_progress(
+    const unsigned int tag = m_progress_tag = m_ctrl->add_progress(
         new tamsel3::progress_message_t("Indexing", plaxi1::picture_t(), true), m_no_callback);
     pelit2::IProgress* progress = m_ctrl->get_progress(tag);
     m_worker = std::thread([this, progress] { work(progress); });
@@ -104,7 +105,12 @@ class app_t : public wxApp {
   void say(const std::string& line) {
     const std::string error = "say error ";
     const std::string info = "say info ";
-    if (line.rfind(error, 0) == 0) {
+    if (line == "finish") {
+      CallAfter([this] {
+        m_ctrl->update_message(
+            m_progress_tag, new tamsel3::standard_message_t("Indexing", "Indexing finished"), m_no_callback);
+      });
+    } else if (line.rfind(error, 0) == 0) {
       m_messenger->say(pelit2::severity_error, line.substr(error.size()).c_str());
     } else if (line.rfind(info, 0) == 0) {
       m_messenger->say(pelit2::severity_info, line.substr(info.size()).c_str());
@@ -151,6 +157,7 @@ class app_t : public wxApp {
   tamsel3::inplace_ctrl_t* m_ctrl = nullptr;
   korvat2::signal_t<int> m_no_callback;
   pelit2::IMessenger* m_messenger = nullptr;
+  unsigned int m_progress_tag = 0;
   wxTimer m_timer;
   std::thread m_worker;
   std::thread m_input;
