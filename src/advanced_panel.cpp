@@ -115,6 +115,7 @@ void advanced_panel_t::build_elements(const std::string& caption) {
     m_button->SetColor(state, wxColour());
   }
   m_button->pressed.connect(this, &advanced_panel_t::on_open_close);
+  m_button->SetAccessibleName(caption);
   set_button_images();
 
   new SpacerElement(m_title_bg, pos_left | pos_center_v, wxSize(2 * spacing, 0));

@@ -1,6 +1,7 @@
 #include <tamsel3/event_entry.h>
 #include <tamsel3/event_log.h>
 
+#include <a11y/accessible.h>
 #include <ombrelc/ombrelc.h>
 
 namespace tamsel3 {
@@ -61,6 +62,12 @@ void event_entry_t::say_impl(ombrelcfrw7::CVisualElement* parent, ombrelcfrw7::C
   caption->SetTextAlign(ombrelcfrw7::CCaption::taLeft | ombrelcfrw7::CCaption::taVCenter);
   caption->SetWordWrap(true);
   caption->SetImageIndex(m_log ? m_log->get_image_for(severity) : -1);
+  // Screen readers speak new lines: errors at once, others when the reader is idle; the
+  // status line changes too often to be spoken.
+  const bool urgent =
+      has_bit(severity, pelit2::severity_error) || has_bit(severity, pelit2::severity_critical);
+  caption->SetLive(transient ? a11y::politeness_t::off
+                             : (urgent ? a11y::politeness_t::assertive : a11y::politeness_t::polite));
   if (transient) {
     *caption_slot = caption;
   }

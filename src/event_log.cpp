@@ -1,12 +1,20 @@
 #include <tamsel3/event_log.h>
 #include <tamsel3/resource.h>
 
+#include <a11y/accessible.h>
 #include <ombrelc/ombrelc.h>
 #include <plaxi1/image_loader.h>
 
 namespace tamsel3 {
 
-event_log_t::event_log_t() : CEventLog(nullptr, ombrelc7::size<int>(20, 20), ombrelc7::alClient) {}
+event_log_t::event_log_t() : CEventLog(nullptr, ombrelc7::size<int>(20, 20), ombrelc7::alClient) {
+  SetLive(a11y::politeness_t::polite);
+}
+
+void event_log_t::DescribeAccessible(a11y::info_t& info) const {
+  info.role = a11y::role_t::panel;
+  info.name = "Messages";
+}
 
 event_log_t::~event_log_t() = default;
 

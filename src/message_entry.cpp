@@ -3,6 +3,7 @@
 #include <tamsel3/message_entry.h>
 #include <tamsel3/text_helpers.h>
 
+#include <a11y/accessible.h>
 #include <ombrelc/ombrelc.h>
 #include <plaxi1/tasks.h>
 #include <zandor/debug.h>
@@ -82,6 +83,8 @@ void message_entry_t::create() {
   m_message_caption->AdjustHeight(true);
   m_message_caption->SetWordWrap(true);
   m_message_caption->SetVisible(false);
+  // The message that ends a run, or replaces it, is spoken when it shows.
+  m_message_caption->SetLive(a11y::politeness_t::polite);
 
   m_lines_box = new ombrelcfrw7::CVertBox(content, size<int>(0, 0), ombrelc7::alFill);
 

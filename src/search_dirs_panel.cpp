@@ -5,6 +5,7 @@
 #include <tamsel3/search_dirs_panel.h>
 #include <tamsel3/text_helpers.h>
 
+#include <a11y/native.h>
 #include <ombrelc/ombrelc.h>
 #include <plaxi1/image_loader.h>
 
@@ -85,6 +86,10 @@ void search_dirs_panel_t::on_init_dialog() {
   m_bpButton1 = find_control<wxBitmapButton>(this, "m_bpButton1");
   m_bpButton2 = find_control<wxBitmapButton>(this, "m_bpButton2");
   m_bpButton3 = find_control<wxBitmapButton>(this, "m_bpButton3");
+  // The buttons show pictures only: screen readers read their tooltips.
+  for (wxWindow* button : {m_bpButton1, m_bpButton2, m_bpButton3}) {
+    a11y::name_from_tooltip(button);
+  }
   m_comboBox4 = find_control<wxComboBox>(this, "m_comboBox4");
   build_grid();
   load_messages();

@@ -6,6 +6,7 @@
 #include <tamsel3/search_dirs_tab.h>
 #include <tamsel3/text_helpers.h>
 
+#include <a11y/native.h>
 #include <korvat2/path.h>
 #include <ombrelc7/sys_window.h>
 #include <ombrelcfrw7/base_control.h>
@@ -89,6 +90,10 @@ void search_dirs_tab_t::on_init_dialog() {
   m_bpButton1 = find_control<wxBitmapButton>(this, "m_bpButton1");
   m_bpButton2 = find_control<wxBitmapButton>(this, "m_bpButton2");
   m_bpButton3 = find_control<wxBitmapButton>(this, "m_bpButton3");
+  // The buttons show pictures only: screen readers read their tooltips.
+  for (wxWindow* button : {m_bpButton1, m_bpButton2, m_bpButton3}) {
+    a11y::name_from_tooltip(button);
+  }
   build_grid();
   grid()->enableCheckboxColumn(false);
   grid()->row_added.connect(this, &search_dirs_tab_t::on_dir_updated);

@@ -3,6 +3,7 @@
 // in its editor with the "..." button that browses for a folder.
 #include "entries.h"
 
+#include <a11y/native.h>
 #include <ombrelc7/sys_window.h>
 #include <ombrelcfrw7/base_control.h>
 #include <ombrelgrid/ombrelgrid.h>
@@ -18,6 +19,7 @@
 #include <wx/stattext.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace gallery {
@@ -133,9 +135,14 @@ class search_directories_dialog_t : public wxDialog {
 
   wxSizer* command_buttons() {
     auto* buttons = new wxBoxSizer(wxVERTICAL);
-    for (const char* art : {wxART_GO_UP, wxART_GO_DOWN, wxART_DELETE}) {
-      buttons->Add(new wxBitmapButton(this, wxID_ANY, wxArtProvider::GetBitmapBundle(art, wxART_BUTTON)), 0,
-                   wxBOTTOM, 4);
+    const std::pair<const char*, const char*> kinds[] = {
+        {wxART_GO_UP, "Move up"}, {wxART_GO_DOWN, "Move down"}, {wxART_DELETE, "Remove"}};
+    for (const auto& [art, tip] : kinds) {
+      auto* button = new wxBitmapButton(this, wxID_ANY, wxArtProvider::GetBitmapBundle(art, wxART_BUTTON));
+      // Pictures only, as the library's own panel: screen readers read the tooltips.
+      button->SetToolTip(tip);
+      a11y::name_from_tooltip(button);
+      buttons->Add(button, 0, wxBOTTOM, 4);
     }
     return buttons;
   }

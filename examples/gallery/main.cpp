@@ -1,7 +1,8 @@
 // The gallery: every window of the library, fed with realistic data. With
 // "--screenshots DIR" it writes a PNG of each window, and window_sizes.txt with each
 // window's logical size ("id width height" a line), and exits. "--language de" shows the
-// library's texts in that language, whatever the locale.
+// library's texts in that language, whatever the locale. With "--open ID" it
+// shows the window of that entry beside the list, for a look at it or at its accessible tree.
 #include "entries.h"
 
 #include <plaxi1/screenshot.h>
@@ -197,6 +198,8 @@ class gallery_app_t : public wxApp {
         m_exit_code = failures == 0 ? 0 : 1;
         frame->Destroy();
       });
+    } else if (!m_open_id.empty()) {
+      CallAfter([this, frame] { open(frame); });
     }
     return true;
   }
@@ -211,6 +214,7 @@ class gallery_app_t : public wxApp {
     wxApp::OnInitCmdLine(parser);
     parser.AddOption("", "screenshots", "write a PNG of every window into this folder and exit");
     parser.AddOption("", "language", "show the texts in this language (\"de\", \"en\")");
+    parser.AddOption("", "open", "show the window of the entry with this id");
   }
 
   bool OnCmdLineParsed(wxCmdLineParser& parser) override {
@@ -222,6 +226,9 @@ class gallery_app_t : public wxApp {
     wxString language;
     if (parser.Found("language", &language)) {
       use_language(language);
+    wxString id;
+    if (parser.Found("open", &id)) {
+      m_open_id = id.utf8_string();
     }
     return wxApp::OnCmdLineParsed(parser);
   }
@@ -236,8 +243,22 @@ class gallery_app_t : public wxApp {
     quern2::reloadMessageCatalogs();
   }
 
+  // Shows the entry of m_open_id without a loop of its own; an unknown id ends the run.
+  void open(wxFrame* frame) {
+    for (const entry_t& entry : m_entries) {
+      if (entry.id == m_open_id && entry.show) {
+        entry.show(frame)->Show();
+        return;
+      }
+    }
+    std::cerr << "no entry " << m_open_id << " to show" << std::endl;
+    m_exit_code = 1;
+    frame->Destroy();
+  }
+
   std::vector<entry_t> m_entries;
   std::string m_screenshot_folder;
+  std::string m_open_id;
   int m_exit_code = 0;
 };
 

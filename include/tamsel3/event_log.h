@@ -34,6 +34,9 @@ class TAMSEL3_API event_log_t : public ombrelcfrw7::CEventLog {
   /// warning picture, everything else (information too) the empty one.
   int get_image_for(pelit2::ESeverity severity) const;
 
+  /// A panel named "Messages", a polite live region; its error lines are assertive ones.
+  void DescribeAccessible(a11y::info_t& info) const override;
+
   /// The index of "error12" in the image list; -1 before it is loaded.
   int m_error_image = -1;
   /// The index of "warning12"; -1 before it is loaded.

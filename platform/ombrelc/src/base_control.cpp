@@ -1,5 +1,9 @@
 #include <ombrelcfrw7/base_control.h>
 
+#include <a11y/atk_bridge.h>
+
+#include "accessible_tree_p.h"
+
 #include <ombrelc7/sys_window.h>
 #include <ombrelcfrw7/scroll_container.h>
 
@@ -77,12 +81,14 @@ CBaseControl::CBaseControl(ombrelc7::ISysWindow* window)
   if (window) {
     window->AttachControl(this);
   }
+  StartAccessible();
 }
 
 CBaseControl::~CBaseControl() {
   if (GetWindow() && GetWindow()->GetWxWindow() && m_capture && GetWindow()->GetWxWindow()->HasCapture()) {
     GetWindow()->GetWxWindow()->ReleaseMouse();
   }
+  StopAccessible();
   // Elements dying now need not report to a dying control; nor is the root one any more.
   m_root->m_owner = nullptr;
   m_root->m_flags &= ~CVisualElement::flag_root;
@@ -317,12 +323,19 @@ void CBaseControl::SetFocusElement(CVisualElement* element) {
   }
   CVisualElement* old = m_focus;
   m_focus = element;
+  a11y::atk_bridge_t* bridge = GetAccessibleBridge();
   if (old) {
     old->OnFocusChanged(false);
+    if (bridge) {
+      bridge->state_changed(old, a11y::state_focused, false);
+    }
   }
   if (element) {
     m_key_target = element;
     element->OnFocusChanged(true);
+    if (bridge) {
+      bridge->focus_changed(element);
+    }
     if (CScrollContainer* scroller = enclosing_scroller(element)) {
       scroller->EnsureVisible(element->GetRect());
     }
@@ -368,6 +381,9 @@ void CBaseControl::ReleaseMouse() {
 }
 
 void CBaseControl::ElementGone(CVisualElement* element) {
+  if (a11y::atk_bridge_t* bridge = GetAccessibleBridge()) {
+    bridge->node_gone(element);
+  }
   if (within(m_focus, element)) {
     m_focus = nullptr;
   }

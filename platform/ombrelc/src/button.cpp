@@ -1,5 +1,7 @@
 #include <ombrelcfrw7/button.h>
 
+#include <a11y/atk_bridge.h>
+
 #include <ombrelc7/sys_window.h>
 #include <ombrelcfrw7/base_control.h>
 
@@ -39,6 +41,9 @@ void CButton::Enable(bool enable) {
     }
   }
   Invalidate();
+  if (a11y::atk_bridge_t* bridge = GetAccessibleBridge()) {
+    bridge->state_changed(this, a11y::state_enabled, enable);
+  }
 }
 
 void CButton::Click() {

@@ -1,5 +1,7 @@
 #include <ombrelcfrw7/caption.h>
 
+#include <a11y/atk_bridge.h>
+
 #include <ombrelc7/control.h>
 
 #include <plaxi1/ui_settings.h>
@@ -55,6 +57,9 @@ void CCaption::SetCaption(const std::string& utf8) {
   if (utf8 != m_text) {
     m_text = utf8;
     OnChange();
+    if (a11y::atk_bridge_t* bridge = GetAccessibleBridge()) {
+      bridge->name_changed(this);
+    }
   }
 }
 

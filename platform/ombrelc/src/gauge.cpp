@@ -1,5 +1,7 @@
 #include <ombrelcfrw7/gauge.h>
 
+#include <a11y/atk_bridge.h>
+
 #include <ombrelcfrw7/button.h>
 
 #include "theme_p.h"
@@ -31,6 +33,7 @@ void CGauge::SetMax(double max) {
     m_max = max;
     m_pos = std::clamp(m_pos, 0.0, m_max);
     Invalidate();
+    ValueChanged();
   }
 }
 
@@ -41,12 +44,19 @@ void CGauge::SetPos(double pos) {
   if (pos != m_pos) {
     m_pos = pos;
     Invalidate();
+    ValueChanged();
   }
 }
 
 int CGauge::MeasureHeight(int) const { return std::max(GetMinSize().cy, bar_height + 4); }
 
 rect<int> CGauge::BarRect() const { return GetRect(); }
+
+void CGauge::ValueChanged() const {
+  if (a11y::atk_bridge_t* bridge = GetAccessibleBridge()) {
+    bridge->value_changed(this);
+  }
+}
 
 void CGauge::PaintContent(wxDC& dc, const rect<int>& clip) {
   const rect<int> area = BarRect();

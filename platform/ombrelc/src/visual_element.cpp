@@ -3,6 +3,8 @@
 #include <ombrelc7/sys_window.h>
 #include <ombrelcfrw7/base_control.h>
 
+#include <a11y/atk_bridge.h>
+
 #include "text_metrics_p.h"
 
 #include <wx/dc.h>
@@ -45,6 +47,9 @@ void CVisualElement::Attach(CVisualElement* parent) {
   parent->m_children.push_back(this);
   parent->OnChildrenChanged();
   parent->InvalidateMeasure();
+  if (a11y::atk_bridge_t* bridge = IsVisible() ? GetAccessibleBridge() : nullptr) {
+    bridge->child_added(parent, this);
+  }
 }
 
 void CVisualElement::Detach() {
@@ -101,10 +106,17 @@ void CVisualElement::SetVisible(bool visible) {
   if (visible == IsVisible()) {
     return;
   }
+  a11y::atk_bridge_t* bridge = m_parent ? GetAccessibleBridge() : nullptr;
   if (!visible) {
     Invalidate();
+    if (bridge) {
+      bridge->node_gone(this);
+    }
   }
   m_flags = visible ? (m_flags | flag_visible) : (m_flags & ~flag_visible);
+  if (visible && bridge) {
+    bridge->child_added(m_parent, this);
+  }
   OnChange();
 }
 

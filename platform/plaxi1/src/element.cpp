@@ -123,6 +123,9 @@ UIElement::UIElement(const ptr_t& parent, int position_flags)
     m_parent = parent.get();
     parent->m_children.push_back(ptr_t(this));
     parent->RequestLayout();
+    if (ElementAdapter* adapter = GetAdapter()) {
+      adapter->ElementAdded(this);
+    }
   }
 }
 
@@ -174,6 +177,9 @@ void UIElement::ChangeParent(const ptr_t& parent) {
     m_parent = target;
     target->m_children.push_back(ptr_t(this));
     target->RequestLayout();
+    if (ElementAdapter* adapter = GetAdapter()) {
+      adapter->ElementAdded(this);
+    }
   }
 }
 
@@ -204,6 +210,9 @@ void UIElement::SetVisible(bool visible) {
   m_visible = visible;
   m_shown_since_layout = visible;
   RequestLayout();
+  if (ElementAdapter* adapter = visible ? GetAdapter() : nullptr) {
+    adapter->ElementAdded(this);
+  }
   if (const ptr_t self = share(this)) {
     visibility_changed(self);
   }

@@ -1,7 +1,10 @@
 #include <plaxi1/element_adapter.h>
 #include <plaxi1/ui_settings.h>
 
+#include "element_accessible_p.h"
 #include "element_p.h"
+
+#include <a11y/atk_bridge.h>
 
 #include <wx/dcbuffer.h>
 #include <wx/window.h>
@@ -26,11 +29,13 @@ ElementAdapter::ElementAdapter(wxWindow* window) : m_window(window) {
     // Every pixel is painted here: no erasing first, which would flicker.
     m_window->SetBackgroundStyle(wxBG_STYLE_PAINT);
     BindWindow(true);
+    m_accessible = _internal::StartAccessible(this);
   }
   ui_settings_t::get()->m_changed_signal.connect(this, &ElementAdapter::OnSettingsChanged);
 }
 
 ElementAdapter::~ElementAdapter() {
+  _internal::StopAccessible(m_accessible);
   ForgetStates();
   if (m_root) {
     m_root->m_adapter = nullptr;
@@ -67,6 +72,7 @@ void ElementAdapter::SetRootElement(const UIElement::ptr_t& root) {
     return;
   }
   ForgetStates();
+  _internal::RootChanging(m_accessible, m_root.get());
   if (m_root) {
     m_root->m_adapter = nullptr;
   }
@@ -74,6 +80,7 @@ void ElementAdapter::SetRootElement(const UIElement::ptr_t& root) {
   if (m_root) {
     m_root->m_adapter = this;
   }
+  _internal::RootChanged(m_accessible, m_root.get());
   Relayout();
   if (m_window) {
     m_window->Refresh(false);
@@ -118,6 +125,9 @@ void ElementAdapter::RefreshRect(const wxRect& rect) {
 }
 
 void ElementAdapter::ElementRemoved(UIElement* element) {
+  if (a11y::atk_bridge_t* bridge = GetAccessibleBridge()) {
+    bridge->node_gone(element);
+  }
   if (within(m_hover, element)) {
     m_hover = nullptr;
   }
@@ -279,6 +289,7 @@ void ElementAdapter::handle_destroy(wxWindowDestroyEvent& event) {
   if (event.GetEventObject() != m_window) {
     return;
   }
+  _internal::StopAccessible(m_accessible);
   ForgetStates();
   BindWindow(false);
   m_window = nullptr;

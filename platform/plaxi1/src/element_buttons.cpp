@@ -1,3 +1,4 @@
+#include <a11y/atk_bridge.h>
 #include <plaxi1/animation_frames.h>
 #include <plaxi1/element_adapter.h>
 #include <plaxi1/element_buttons.h>
@@ -88,6 +89,10 @@ wxColour FlatButton::GetColor(int state) const {
 void FlatButton::Enable(bool enable) {
   if (m_press.set_enabled(enable)) {
     Invalidate();
+    ElementAdapter* adapter = GetAdapter();
+    if (a11y::atk_bridge_t* bridge = adapter ? adapter->GetAccessibleBridge() : nullptr) {
+      bridge->state_changed(this, a11y::state_enabled, enable);
+    }
   }
 }
 

@@ -1,4 +1,7 @@
 #include <plaxi1/element_shapes.h>
+
+#include <a11y/atk_bridge.h>
+#include <plaxi1/element_adapter.h>
 #include <plaxi1/text_metrics.h>
 #include <plaxi1/ui_settings.h>
 
@@ -153,6 +156,10 @@ void TextElement::SetText(const wxString& text) {
   if (text != m_text) {
     m_text = text;
     Changed();
+    ElementAdapter* adapter = GetAdapter();
+    if (a11y::atk_bridge_t* bridge = adapter ? adapter->GetAccessibleBridge() : nullptr) {
+      bridge->name_changed(this);
+    }
   }
 }
 

@@ -5,6 +5,10 @@
 
 #include <memory>
 
+namespace a11y {
+class atk_bridge_t;
+}
+
 namespace ombrelcfrw7 {
 
 /// Hosts a tree of elements under a root element that covers the window. Attaches itself
@@ -48,17 +52,23 @@ class CBaseControl : public ombrelc7::COMBRELControl {
 
   /// Called by elements as they die, so that no pointer to them stays.
   void ElementGone(CVisualElement* element);
+  /// The accessible objects of the window's elements; null without a window.
+  a11y::atk_bridge_t* GetAccessibleBridge() const;
 
  private:
   friend class CVisualElement;
   class root_t;
+  class accessible_tree_t;
   static CBaseControl* OwnerOfRoot(const CVisualElement* root);
   bool Dispatch(CVisualElement* element, element_mouse_t& event);
   bool DispatchKey(CVisualElement* element, const element_key_t& key);
   void SetHot(CVisualElement* element, const element_mouse_t& event);
   void OnSettingsChanged() { HandleThemeChanged(); }
+  void StartAccessible();
+  void StopAccessible();
 
   std::unique_ptr<root_t> m_root;
+  std::unique_ptr<accessible_tree_t> m_accessible;
   CVisualElement* m_focus = nullptr;
   CVisualElement* m_hot = nullptr;
   CVisualElement* m_capture = nullptr;

@@ -26,6 +26,9 @@ class CButton : public CCaption {
   bool IsFocusable() const override { return IsEnabled() && IsShownInTree(); }
   bool IsPressed() const { return m_press.is_pressed(); }
   bool IsHot() const { return m_press.is_hot(); }
+  /// A push button named by its caption, with the action "click".
+  void DescribeAccessible(a11y::info_t& info) const override;
+  bool DoAccessibleAction(int index) override;
   /// A compact button is as wide as its caption and the padding around it, with no
   /// least width of a dialog button: for a small button inside a row.
   void SetCompact(bool compact);

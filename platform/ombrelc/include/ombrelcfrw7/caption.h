@@ -53,6 +53,8 @@ class CCaption : public CVisualElement {
 
   /// The caption's plain text: tags removed, entities decoded.
   std::string AsString() const override;
+  /// A label whose name and text are AsString.
+  void DescribeAccessible(a11y::info_t& info) const override;
 
  protected:
   int MeasureWidth() const override;

@@ -17,6 +17,8 @@ class CGauge : public CVisualElement {
   void Increase(double step);
   void SetPos(double pos);
   double GetPos() const { return m_pos; }
+  /// A progress bar whose value is the percentage done (0 to 100).
+  void DescribeAccessible(a11y::info_t& info) const override;
 
  protected:
   int MeasureHeight(int width) const override;
@@ -25,6 +27,8 @@ class CGauge : public CVisualElement {
   virtual ombrelc7::rect<int> BarRect() const;
 
  private:
+  void ValueChanged() const;
+
   double m_max = 100.0;
   double m_pos = 0.0;
 };

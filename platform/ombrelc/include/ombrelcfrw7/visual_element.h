@@ -6,6 +6,12 @@
 #include <string>
 #include <vector>
 
+namespace a11y {
+class atk_bridge_t;
+struct info_t;
+enum class politeness_t : std::uint8_t;
+}  // namespace a11y
+
 class wxColour;
 class wxDC;
 class wxWindow;
@@ -134,6 +140,17 @@ class CVisualElement {
   /// Whether Tab stops at the element.
   virtual bool IsFocusable() const { return false; }
 
+  /// What the element tells assistive technologies: each element type fills in its role,
+  /// name, actions, text or value. The default is an unnamed panel. The common states
+  /// (visible, showing, focused) are added by the control.
+  virtual void DescribeAccessible(a11y::info_t& info) const;
+  /// Runs the accessible action `index` of those DescribeAccessible lists; false when none.
+  virtual bool DoAccessibleAction(int index) { return false; }
+  /// Makes the element a live region: screen readers speak what appears in it with this
+  /// urgency (off by default).
+  void SetLive(a11y::politeness_t live);
+  a11y::politeness_t GetLive() const;
+
  protected:
   friend class CBaseControl;
 
@@ -181,6 +198,8 @@ class CVisualElement {
   /// Asks the window for a layout (deferred).
   void RequestLayout() const;
   CBaseControl* GetBaseControl() const;
+  /// The accessible objects of the element's window, or null (detached, or no window).
+  a11y::atk_bridge_t* GetAccessibleBridge() const;
   std::uint32_t GetPackedBkColor() const { return m_bk; }
 
  private:
@@ -192,6 +211,8 @@ class CVisualElement {
     flag_layout_dirty = 2,
     flag_dying = 4,  // deleting its children: they needn't leave the vector one by one
     flag_root = 8,
+    flag_live_polite = 16,
+    flag_live_assertive = 32,
   };
 
   CVisualElement* m_parent = nullptr;

@@ -9,6 +9,10 @@
 #include <string>
 #include <vector>
 
+namespace a11y {
+struct info_t;
+}
+
 class wxDC;
 class wxKeyEvent;
 class wxRegion;
@@ -130,6 +134,13 @@ class UIElement : public korvat2::intrusive_pointer_impl_t {
   void Paint(wxDC& dc, const wxRegion& update);
   /// The deepest visible element of the subtree at `pos` that takes the mouse, or null.
   UIElement* HitTest(const wxPoint& pos);
+  /// What the element tells assistive technologies: each element type fills in its role,
+  /// name, actions or text. The default is an unnamed panel; the adapter adds the common
+  /// states (visible, showing).
+  virtual void DescribeAccessible(a11y::info_t& info) const;
+  /// Runs the accessible action `index` of those DescribeAccessible lists; false when none.
+  virtual bool DoAccessibleAction(int index) { return false; }
+
   /// Number of times the element was painted; for tests.
   int GetPaintCount() const { return m_paint_count; }
 

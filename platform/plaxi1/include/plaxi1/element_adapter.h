@@ -4,6 +4,8 @@
 
 #include <wx/event.h>
 
+#include <memory>
+
 class wxWindow;
 class wxMouseEvent;
 class wxPaintEvent;
@@ -11,7 +13,15 @@ class wxSizeEvent;
 class wxWindowDestroyEvent;
 class wxMouseCaptureLostEvent;
 
+namespace a11y {
+class atk_bridge_t;
+}
+
 namespace plaxi1::elements {
+
+namespace _internal {
+class element_tree_t;
+}
 
 /// Draws the tree under its root element into a window and hands the window's events to
 /// the elements. The root covers the window's client area and is laid out again when the
@@ -59,6 +69,10 @@ class ElementAdapter : public wxEvtHandler, public korvat2::subscriber_base_t {
   /// `element` left the tree or was hidden: it and its subtree stop being the hover,
   /// pressed or key element; a pressed one hears capture_lost.
   void ElementRemoved(UIElement* element);
+  /// `element` joined the tree or was shown.
+  void ElementAdded(UIElement* element);
+  /// The accessible objects of the tree's elements; null without a window.
+  a11y::atk_bridge_t* GetAccessibleBridge() const;
 
  private:
   void FlushLayout();
@@ -82,6 +96,7 @@ class ElementAdapter : public wxEvtHandler, public korvat2::subscriber_base_t {
   UIElement* m_hover = nullptr;
   UIElement* m_pressed = nullptr;
   UIElement* m_key_target = nullptr;
+  std::unique_ptr<_internal::element_tree_t> m_accessible;
   bool m_layout_pending = false;
   bool m_layout_posted = false;
 };

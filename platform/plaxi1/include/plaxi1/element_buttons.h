@@ -11,6 +11,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <string>
 
 class wxAnimation;
 class wxImage;
@@ -62,6 +63,12 @@ class FlatButton : public UIElement {
   int GetStateIndex() const;
 
   korvat2::intrusive_pointer_t<Layout> GetLayout() override;
+  /// The name screen readers read for a button that shows no text (empty by default).
+  void SetAccessibleName(const std::string& name) { m_accessible_name = name; }
+  /// A push button with the action "click", named by SetAccessibleName; checked while
+  /// selected.
+  void DescribeAccessible(a11y::info_t& info) const override;
+  bool DoAccessibleAction(int index) override;
 
   korvat2::signal_t<int> pressed;
 
@@ -82,6 +89,7 @@ class FlatButton : public UIElement {
  private:
   class padded_layout_t;
   void Fire();
+  std::string m_accessible_name;
 
   press_tracker_t m_press;
   std::array<std::optional<wxColour>, 16> m_colors;
@@ -105,6 +113,8 @@ class TabButton : public FlatButton {
 
   /// The label.
   korvat2::intrusive_pointer_t<TextElement> GetText();
+  /// A push button named by its label.
+  void DescribeAccessible(a11y::info_t& info) const override;
   /// Shows `image`, the display-scale form of a picture (as wxStaticPicture::getImage(true)
   /// gives it), in place of any animation; an invalid image shows none.
   void SetImage(const wxImage& image);

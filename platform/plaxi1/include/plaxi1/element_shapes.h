@@ -71,6 +71,8 @@ class TextElement : public UIElement {
   TextElement(const ptr_t& parent, int position_flags, const wxString& text = wxString());
 
   virtual void SetText(const wxString& text);
+  /// A label whose name and text are the text.
+  void DescribeAccessible(a11y::info_t& info) const override;
   const wxString& GetText() const { return m_text; }
   /// An invalid font goes back to the UI settings' normal font.
   void SetFont(const wxFont& font);

@@ -1,0 +1,87 @@
+// The window's own accessible object, made by GTK for its widget, turned into one that
+// also lists the drawn tree: its class is swapped for a subclass that adds the tree's
+// nodes after the native children. The subclass has the same instance layout and adds no
+// data of its own, so the object stays what it was for GTK; the bridge rides on qdata.
+#include "atk_p.h"
+
+#include <string>
+
+namespace a11y {
+
+namespace {
+
+GQuark bridge_quark() {
+  static const GQuark quark = g_quark_from_static_string("tamsel3-accessible-bridge");
+  return quark;
+}
+
+atk_bridge_t::impl_t* bridge_of(AtkObject* host) {
+  return static_cast<atk_bridge_t::impl_t*>(g_object_get_qdata(G_OBJECT(host), bridge_quark()));
+}
+
+// The class the host had before: its own children come from there.
+AtkObjectClass* native_class(AtkObject* host) {
+  return ATK_OBJECT_CLASS(g_type_class_peek_parent(G_OBJECT_GET_CLASS(host)));
+}
+
+std::vector<key_t> tree_children(atk_bridge_t::impl_t* impl) {
+  return impl ? impl->tree->children(impl->tree->root()) : std::vector<key_t>();
+}
+
+gint host_get_n_children(AtkObject* host) {
+  return host_native_children(host) + static_cast<gint>(tree_children(bridge_of(host)).size());
+}
+
+AtkObject* host_ref_child(AtkObject* host, gint index) {
+  const int native = host_native_children(host);
+  if (index < native) {
+    return native_class(host)->ref_child(host, index);
+  }
+  atk_bridge_t::impl_t* impl = bridge_of(host);
+  const std::vector<key_t> children = tree_children(impl);
+  const auto position = static_cast<std::size_t>(index - native);
+  if (position >= children.size()) {
+    return nullptr;
+  }
+  return ATK_OBJECT(g_object_ref(impl->object_for(children[position])));
+}
+
+void host_class_init(gpointer klass, gpointer) {
+  ATK_OBJECT_CLASS(klass)->get_n_children = host_get_n_children;
+  ATK_OBJECT_CLASS(klass)->ref_child = host_ref_child;
+}
+
+constexpr const char* host_prefix = "Tamsel3AccessibleHost_";
+
+bool is_host_type(GType type) { return std::string(g_type_name(type)).rfind(host_prefix, 0) == 0; }
+
+GType host_type_for(GType native) {
+  const std::string name = host_prefix + std::string(g_type_name(native));
+  if (const GType known = g_type_from_name(name.c_str())) {
+    return known;
+  }
+  GTypeQuery query;
+  g_type_query(native, &query);
+  const GTypeInfo info = {
+      static_cast<guint16>(query.class_size),    nullptr, nullptr, host_class_init, nullptr, nullptr,
+      static_cast<guint16>(query.instance_size), 0,       nullptr, nullptr};
+  return g_type_register_static(native, name.c_str(), &info, GTypeFlags(0));
+}
+
+}  // namespace
+
+int host_native_children(AtkObject* host) {
+  AtkObjectClass* native = native_class(host);
+  return native->get_n_children ? native->get_n_children(host) : 0;
+}
+
+void hook_host(AtkObject* host, atk_bridge_t::impl_t* impl) {
+  if (!is_host_type(G_OBJECT_TYPE(host))) {
+    // The class stays referenced for the life of the program, as static types' classes do.
+    auto* klass = static_cast<GTypeClass*>(g_type_class_ref(host_type_for(G_OBJECT_TYPE(host))));
+    reinterpret_cast<GTypeInstance*>(host)->g_class = klass;
+  }
+  g_object_set_qdata(G_OBJECT(host), bridge_quark(), impl);
+}
+
+}  // namespace a11y

@@ -1,0 +1,371 @@
+// The accessible objects of nodes: one GType per set of interfaces, all sharing the
+// AtkObject and AtkComponent parts.
+#include "atk_p.h"
+
+#include <glib.h>
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace a11y {
+
+namespace {
+
+struct node_class_t {
+  AtkObjectClass parent_class;
+};
+
+enum : unsigned { with_action = 1, with_text = 2, with_value = 4 };
+
+node_object_t* node_of(gpointer object) { return reinterpret_cast<node_object_t*>(object); }
+
+// The node's description, or false when the node is gone.
+bool describe(gpointer object, info_t& info) {
+  node_object_t* node = node_of(object);
+  if (!node->impl) {
+    return false;
+  }
+  node->impl->tree->describe(node->key, info);
+  return true;
+}
+
+AtkRole atk_role(role_t role) {
+  switch (role) {
+    case role_t::label: return ATK_ROLE_LABEL;
+    case role_t::push_button: return ATK_ROLE_PUSH_BUTTON;
+    case role_t::progress_bar: return ATK_ROLE_PROGRESS_BAR;
+    case role_t::check_box: return ATK_ROLE_CHECK_BOX;
+    case role_t::table: return ATK_ROLE_TABLE;
+    case role_t::table_row: return ATK_ROLE_TABLE_ROW;
+    case role_t::table_cell: return ATK_ROLE_TABLE_CELL;
+    case role_t::panel: break;
+  }
+  return ATK_ROLE_PANEL;
+}
+
+// --- AtkObject ------------------------------------------------------------------------
+
+const gchar* node_get_name(AtkObject* object) {
+  info_t info;
+  return describe(object, info) ? keep_string(node_of(object), kept_name, info.name) : "";
+}
+
+const gchar* node_get_description(AtkObject* object) {
+  info_t info;
+  return describe(object, info) ? keep_string(node_of(object), kept_description, info.description) : "";
+}
+
+gint node_get_n_children(AtkObject* object) {
+  node_object_t* node = node_of(object);
+  return node->impl ? static_cast<gint>(node->impl->tree->children(node->key).size()) : 0;
+}
+
+AtkObject* node_ref_child(AtkObject* object, gint index) {
+  node_object_t* node = node_of(object);
+  if (!node->impl || index < 0) {
+    return nullptr;
+  }
+  const std::vector<key_t> children = node->impl->tree->children(node->key);
+  if (static_cast<std::size_t>(index) >= children.size()) {
+    return nullptr;
+  }
+  return ATK_OBJECT(g_object_ref(node->impl->object_for(children[static_cast<std::size_t>(index)])));
+}
+
+gint node_get_index_in_parent(AtkObject* object) {
+  node_object_t* node = node_of(object);
+  if (!node->impl) {
+    return -1;
+  }
+  tree_t* tree = node->impl->tree;
+  const key_t parent = tree->parent(node->key);
+  const std::vector<key_t> siblings = tree->children(parent);
+  const auto found = std::find(siblings.begin(), siblings.end(), node->key);
+  if (found == siblings.end()) {
+    return -1;
+  }
+  const int before = parent == tree->root() ? node->impl->native_children() : 0;
+  return before + static_cast<gint>(found - siblings.begin());
+}
+
+AtkStateSet* node_ref_state_set(AtkObject* object) {
+  AtkStateSet* set = atk_state_set_new();
+  info_t info;
+  if (!describe(object, info)) {
+    atk_state_set_add_state(set, ATK_STATE_DEFUNCT);
+    return set;
+  }
+  static constexpr std::array<std::pair<state_t, AtkStateType>, 7> map = {{
+      {state_visible, ATK_STATE_VISIBLE},
+      {state_showing, ATK_STATE_SHOWING},
+      {state_enabled, ATK_STATE_ENABLED},
+      {state_focusable, ATK_STATE_FOCUSABLE},
+      {state_focused, ATK_STATE_FOCUSED},
+      {state_checked, ATK_STATE_CHECKED},
+      {state_pressed, ATK_STATE_PRESSED},
+  }};
+  for (const auto& [state, atk_state] : map) {
+    if (info.states & state) {
+      atk_state_set_add_state(set, atk_state);
+    }
+  }
+  if (info.states & state_enabled) {
+    atk_state_set_add_state(set, ATK_STATE_SENSITIVE);
+  }
+  return set;
+}
+
+AtkAttributeSet* add_attribute(AtkAttributeSet* set, const char* name, const char* value) {
+  auto* attribute = static_cast<AtkAttribute*>(g_malloc(sizeof(AtkAttribute)));
+  attribute->name = g_strdup(name);
+  attribute->value = g_strdup(value);
+  return g_slist_prepend(set, attribute);
+}
+
+AtkAttributeSet* node_get_attributes(AtkObject* object) {
+  info_t info;
+  if (!describe(object, info) || info.live == politeness_t::off) {
+    return nullptr;
+  }
+  const char* value = info.live == politeness_t::assertive ? "assertive" : "polite";
+  AtkAttributeSet* set = add_attribute(nullptr, "container-live", value);
+  return add_attribute(set, "live", value);
+}
+
+GObjectClass* atk_object_class = nullptr;  // AtkObject's own, that finalize goes on to
+
+void node_finalize(GObject* object) {
+  for (gchar* kept : node_of(object)->cache) {
+    g_free(kept);
+  }
+  atk_object_class->finalize(object);
+}
+
+void node_class_init(gpointer klass, gpointer) {
+  auto* atk_class = ATK_OBJECT_CLASS(klass);
+  atk_class->get_name = node_get_name;
+  atk_class->get_description = node_get_description;
+  atk_class->get_n_children = node_get_n_children;
+  atk_class->ref_child = node_ref_child;
+  atk_class->get_index_in_parent = node_get_index_in_parent;
+  atk_class->ref_state_set = node_ref_state_set;
+  atk_class->get_attributes = node_get_attributes;
+  atk_object_class = G_OBJECT_CLASS(g_type_class_peek_parent(klass));
+  G_OBJECT_CLASS(klass)->finalize = node_finalize;
+}
+
+// --- AtkComponent ---------------------------------------------------------------------
+
+void component_get_extents(AtkComponent* component, gint* x, gint* y, gint* width, gint* height,
+                           AtkCoordType coords) {
+  node_object_t* node = node_of(component);
+  const rect_t area = node->impl ? node->impl->extents_in(node->key, coords) : rect_t{-1, -1, -1, -1};
+  *x = area.x;
+  *y = area.y;
+  *width = area.width;
+  *height = area.height;
+}
+
+gboolean component_grab_focus(AtkComponent* component) {
+  node_object_t* node = node_of(component);
+  return node->impl && node->impl->tree->grab_focus(node->key) ? TRUE : FALSE;
+}
+
+void component_init(gpointer iface, gpointer) {
+  auto* component = static_cast<AtkComponentIface*>(iface);
+  component->get_extents = component_get_extents;
+  component->grab_focus = component_grab_focus;
+}
+
+// --- AtkAction ------------------------------------------------------------------------
+
+struct pending_action_t {
+  AtkObject* object;  // a reference
+  int index;
+};
+
+// Actions run from idle time: a client's call must not wait for what the click starts.
+gboolean run_action(gpointer data) {
+  auto* pending = static_cast<pending_action_t*>(data);
+  node_object_t* node = node_of(pending->object);
+  if (node->impl) {
+    node->impl->tree->do_action(node->key, pending->index);
+  }
+  g_object_unref(pending->object);
+  delete pending;
+  return G_SOURCE_REMOVE;
+}
+
+gboolean action_do_action(AtkAction* action, gint index) {
+  info_t info;
+  if (!describe(action, info) || index < 0 || static_cast<std::size_t>(index) >= info.actions.size()) {
+    return FALSE;
+  }
+  g_idle_add(run_action, new pending_action_t{ATK_OBJECT(g_object_ref(action)), index});
+  return TRUE;
+}
+
+gint action_get_n_actions(AtkAction* action) {
+  info_t info;
+  return describe(action, info) ? static_cast<gint>(info.actions.size()) : 0;
+}
+
+const gchar* action_get_name(AtkAction* action, gint index) {
+  info_t info;
+  if (!describe(action, info) || index < 0 || static_cast<std::size_t>(index) >= info.actions.size()) {
+    return nullptr;
+  }
+  return keep_string(node_of(action), kept_action, info.actions[static_cast<std::size_t>(index)]);
+}
+
+void action_init(gpointer iface, gpointer) {
+  auto* action = static_cast<AtkActionIface*>(iface);
+  action->do_action = action_do_action;
+  action->get_n_actions = action_get_n_actions;
+  action->get_name = action_get_name;
+  action->get_localized_name = action_get_name;
+}
+
+// --- AtkText --------------------------------------------------------------------------
+
+std::string node_text(gpointer object) {
+  info_t info;
+  return describe(object, info) ? info.text : std::string();
+}
+
+gchar* text_get_text(AtkText* text, gint start, gint end) {
+  const std::string all = node_text(text);
+  const glong count = g_utf8_strlen(all.c_str(), -1);
+  start = std::clamp<gint>(start, 0, static_cast<gint>(count));
+  end = end < 0 ? static_cast<gint>(count) : std::clamp<gint>(end, start, static_cast<gint>(count));
+  return g_utf8_substring(all.c_str(), start, end);
+}
+
+gint text_get_character_count(AtkText* text) {
+  return static_cast<gint>(g_utf8_strlen(node_text(text).c_str(), -1));
+}
+
+gunichar text_get_character_at_offset(AtkText* text, gint offset) {
+  const std::string all = node_text(text);
+  if (offset < 0 || offset >= static_cast<gint>(g_utf8_strlen(all.c_str(), -1))) {
+    return 0;
+  }
+  return g_utf8_get_char(g_utf8_offset_to_pointer(all.c_str(), offset));
+}
+
+gint text_get_caret_offset(AtkText*) { return -1; }  // read-only text: no caret
+
+void text_init(gpointer iface, gpointer) {
+  auto* text = static_cast<AtkTextIface*>(iface);
+  text->get_text = text_get_text;
+  text->get_character_count = text_get_character_count;
+  text->get_character_at_offset = text_get_character_at_offset;
+  text->get_caret_offset = text_get_caret_offset;
+}
+
+// --- AtkValue -------------------------------------------------------------------------
+
+value_t node_value(gpointer object) {
+  info_t info;
+  return describe(object, info) ? info.value : value_t{};
+}
+
+void set_double(GValue* out, double value) {
+  g_value_init(out, G_TYPE_DOUBLE);
+  g_value_set_double(out, value);
+}
+
+void value_get_current(AtkValue* value, GValue* out) { set_double(out, node_value(value).current); }
+void value_get_maximum(AtkValue* value, GValue* out) { set_double(out, node_value(value).maximum); }
+void value_get_minimum(AtkValue* value, GValue* out) { set_double(out, node_value(value).minimum); }
+
+void value_get_value_and_text(AtkValue* value, gdouble* current, gchar** text) {
+  *current = node_value(value).current;
+  if (text) {
+    *text = nullptr;
+  }
+}
+
+AtkRange* value_get_range(AtkValue* value) {
+  const value_t range = node_value(value);
+  return atk_range_new(range.minimum, range.maximum, nullptr);
+}
+
+void value_init(gpointer iface, gpointer) {
+  auto* value = static_cast<AtkValueIface*>(iface);
+  value->get_current_value = value_get_current;
+  value->get_maximum_value = value_get_maximum;
+  value->get_minimum_value = value_get_minimum;
+  value->get_value_and_text = value_get_value_and_text;
+  value->get_range = value_get_range;
+}
+
+// --- types ----------------------------------------------------------------------------
+
+GType base_type() {
+  static const GType type = [] {
+    const GTypeInfo info = {sizeof(node_class_t),  nullptr, nullptr, node_class_init, nullptr, nullptr,
+                            sizeof(node_object_t), 0,       nullptr, nullptr};
+    const GType made = g_type_register_static(ATK_TYPE_OBJECT, "Tamsel3AccessibleNode", &info, GTypeFlags(0));
+    const GInterfaceInfo component = {component_init, nullptr, nullptr};
+    g_type_add_interface_static(made, ATK_TYPE_COMPONENT, &component);
+    return made;
+  }();
+  return type;
+}
+
+GType register_type(unsigned kind) {
+  const GTypeInfo info = {sizeof(node_class_t),  nullptr, nullptr, nullptr, nullptr, nullptr,
+                          sizeof(node_object_t), 0,       nullptr, nullptr};
+  const std::string name = "Tamsel3AccessibleNode" + std::to_string(kind);
+  const GType type = g_type_register_static(base_type(), name.c_str(), &info, GTypeFlags(0));
+  const GInterfaceInfo action = {action_init, nullptr, nullptr};
+  const GInterfaceInfo text = {text_init, nullptr, nullptr};
+  const GInterfaceInfo value = {value_init, nullptr, nullptr};
+  if (kind & with_action) {
+    g_type_add_interface_static(type, ATK_TYPE_ACTION, &action);
+  }
+  if (kind & with_text) {
+    g_type_add_interface_static(type, ATK_TYPE_TEXT, &text);
+  }
+  if (kind & with_value) {
+    g_type_add_interface_static(type, ATK_TYPE_VALUE, &value);
+  }
+  return type;
+}
+
+GType type_for(unsigned kind) {
+  static std::array<GType, 8> types{};
+  if (kind == 0) {
+    return base_type();
+  }
+  if (types[kind] == 0) {
+    types[kind] = register_type(kind);
+  }
+  return types[kind];
+}
+
+}  // namespace
+
+const gchar* keep_string(node_object_t* node, kept_t slot, const std::string& text) {
+  gchar*& kept = node->cache[slot];
+  g_free(kept);
+  kept = g_strdup(text.c_str());
+  return kept;
+}
+
+AtkObject* make_node_object(atk_bridge_t::impl_t* impl, key_t key, const info_t& info, AtkObject* parent) {
+  const unsigned kind = (info.actions.empty() ? 0u : with_action) | (info.has_text ? with_text : 0u) |
+                        (info.has_value ? with_value : 0u);
+  auto* object = ATK_OBJECT(g_object_new(type_for(kind), nullptr));
+  node_object_t* node = node_of(object);
+  node->impl = impl;
+  node->key = key;
+  std::fill(std::begin(node->cache), std::end(node->cache), nullptr);
+  atk_object_set_role(object, atk_role(info.role));
+  atk_object_set_parent(object, parent);
+  return object;
+}
+
+}  // namespace a11y
