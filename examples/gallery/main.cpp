@@ -226,6 +226,7 @@ class gallery_app_t : public wxApp {
     wxString language;
     if (parser.Found("language", &language)) {
       use_language(language);
+    }
     wxString id;
     if (parser.Found("open", &id)) {
       m_open_id = id.utf8_string();
