@@ -68,6 +68,12 @@ const ombrelcfrw7::CGauge* find_gauge(const CVisualElement* element) {
   return nullptr;
 }
 
+}  // namespace
+
+// Named, not anonymous: the app macro defines wxGetApp for this type, which must not have
+// internal linkage.
+namespace a11y_test {
+
 class app_t : public wxApp {
  public:
   bool OnInit() override {
@@ -166,6 +172,6 @@ class app_t : public wxApp {
   int m_ticks = 0;
 };
 
-}  // namespace
+}  // namespace a11y_test
 
-wxIMPLEMENT_APP(app_t);
+wxIMPLEMENT_APP(a11y_test::app_t);
