@@ -13,16 +13,7 @@ namespace a11y {
 namespace {
 
 AtkStateType atk_state(state_t state) {
-  static constexpr std::array<std::pair<state_t, AtkStateType>, 7> map = {{
-      {state_visible, ATK_STATE_VISIBLE},
-      {state_showing, ATK_STATE_SHOWING},
-      {state_enabled, ATK_STATE_ENABLED},
-      {state_focusable, ATK_STATE_FOCUSABLE},
-      {state_focused, ATK_STATE_FOCUSED},
-      {state_checked, ATK_STATE_CHECKED},
-      {state_pressed, ATK_STATE_PRESSED},
-  }};
-  for (const auto& [ours, theirs] : map) {
+  for (const auto& [ours, theirs] : atk_states) {
     if (ours == state) {
       return theirs;
     }

@@ -96,16 +96,7 @@ AtkStateSet* node_ref_state_set(AtkObject* object) {
     atk_state_set_add_state(set, ATK_STATE_DEFUNCT);
     return set;
   }
-  static constexpr std::array<std::pair<state_t, AtkStateType>, 7> map = {{
-      {state_visible, ATK_STATE_VISIBLE},
-      {state_showing, ATK_STATE_SHOWING},
-      {state_enabled, ATK_STATE_ENABLED},
-      {state_focusable, ATK_STATE_FOCUSABLE},
-      {state_focused, ATK_STATE_FOCUSED},
-      {state_checked, ATK_STATE_CHECKED},
-      {state_pressed, ATK_STATE_PRESSED},
-  }};
-  for (const auto& [state, atk_state] : map) {
+  for (const auto& [state, atk_state] : atk_states) {
     if (info.states & state) {
       atk_state_set_add_state(set, atk_state);
     }

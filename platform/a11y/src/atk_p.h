@@ -4,6 +4,7 @@
 
 #include <atk/atk.h>
 
+#include <array>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -13,6 +14,17 @@ class wxWindow;
 typedef struct _GtkWidget GtkWidget;
 
 namespace a11y {
+
+/// Our states and the ATK states they stand for.
+inline constexpr std::array<std::pair<state_t, AtkStateType>, 7> atk_states = {{
+    {state_visible, ATK_STATE_VISIBLE},
+    {state_showing, ATK_STATE_SHOWING},
+    {state_enabled, ATK_STATE_ENABLED},
+    {state_focusable, ATK_STATE_FOCUSABLE},
+    {state_focused, ATK_STATE_FOCUSED},
+    {state_checked, ATK_STATE_CHECKED},
+    {state_pressed, ATK_STATE_PRESSED},
+}};
 
 /// An accessible object of one node. `impl` is null once the node is gone (defunct).
 struct node_object_t {
