@@ -16,7 +16,7 @@ struct node_class_t {
   AtkObjectClass parent_class;
 };
 
-enum : unsigned { with_action = 1, with_text = 2, with_value = 4 };
+enum : unsigned { with_action = 1, with_text = 2, with_value = 4, with_table = 8, with_cell = 16 };
 
 node_object_t* node_of(gpointer object) { return reinterpret_cast<node_object_t*>(object); }
 
@@ -39,6 +39,8 @@ AtkRole atk_role(role_t role) {
     case role_t::table: return ATK_ROLE_TABLE;
     case role_t::table_row: return ATK_ROLE_TABLE_ROW;
     case role_t::table_cell: return ATK_ROLE_TABLE_CELL;
+    case role_t::column_header: return ATK_ROLE_COLUMN_HEADER;
+    case role_t::image: return ATK_ROLE_IMAGE;
     case role_t::panel: break;
   }
   return ATK_ROLE_PANEL;
@@ -292,6 +294,122 @@ void value_init(gpointer iface, gpointer) {
   value->get_range = value_get_range;
 }
 
+// --- AtkTable -------------------------------------------------------------------------
+
+table_info_t node_table(gpointer object) {
+  info_t info;
+  return describe(object, info) ? info.table : table_info_t{};
+}
+
+// The object of the table's cell, made when missing; null when the table lists none.
+AtkObject* cell_object(gpointer table, int row, int column) {
+  node_object_t* node = node_of(table);
+  const key_t cell = node->impl ? node->impl->tree->table_cell(node->key, row, column) : nullptr;
+  return cell ? node->impl->object_for(cell) : nullptr;
+}
+
+AtkObject* table_ref_at(AtkTable* table, gint row, gint column) {
+  AtkObject* cell = row >= 0 ? cell_object(table, row, column) : nullptr;
+  return cell ? ATK_OBJECT(g_object_ref(cell)) : nullptr;
+}
+
+gint table_get_n_rows(AtkTable* table) { return node_table(table).rows; }
+gint table_get_n_columns(AtkTable* table) { return node_table(table).columns; }
+
+gint table_get_index_at(AtkTable* table, gint row, gint column) {
+  return row * std::max(1, node_table(table).columns) + column;
+}
+
+gint table_get_row_at_index(AtkTable* table, gint index) {
+  return index / std::max(1, node_table(table).columns);
+}
+gint table_get_column_at_index(AtkTable* table, gint index) {
+  return index % std::max(1, node_table(table).columns);
+}
+
+AtkObject* table_get_column_header(AtkTable* table, gint column) {
+  return cell_object(table, -1, column);  // the table keeps it: no reference for the caller
+}
+
+const gchar* table_get_column_description(AtkTable* table, gint column) {
+  AtkObject* header = cell_object(table, -1, column);
+  return header ? atk_object_get_name(header) : nullptr;
+}
+
+void table_init(gpointer iface, gpointer) {
+  auto* table = static_cast<AtkTableIface*>(iface);
+  table->ref_at = table_ref_at;
+  table->get_index_at = table_get_index_at;
+  table->get_row_at_index = table_get_row_at_index;
+  table->get_column_at_index = table_get_column_at_index;
+  table->get_n_rows = table_get_n_rows;
+  table->get_n_columns = table_get_n_columns;
+  table->get_column_header = table_get_column_header;
+  table->get_column_description = table_get_column_description;
+}
+
+// --- AtkTableCell ---------------------------------------------------------------------
+
+// The table that holds the cell: its nearest ancestor that is one.
+AtkObject* table_of(AtkTableCell* cell) {
+  for (AtkObject* up = ATK_OBJECT(cell)->accessible_parent; up; up = up->accessible_parent) {
+    if (ATK_IS_TABLE(up)) {
+      return up;
+    }
+  }
+  return nullptr;
+}
+
+gint cell_get_span(AtkTableCell*) { return 1; }
+
+gboolean cell_get_position(AtkTableCell* cell, gint* row, gint* column) {
+  info_t info;
+  if (!describe(cell, info)) {
+    return FALSE;
+  }
+  *row = info.table.row;
+  *column = info.table.column;
+  return TRUE;
+}
+
+gboolean cell_get_row_column_span(AtkTableCell* cell, gint* row, gint* column, gint* row_span,
+                                  gint* column_span) {
+  *row_span = 1;
+  *column_span = 1;
+  return cell_get_position(cell, row, column);
+}
+
+GPtrArray* cell_get_column_header_cells(AtkTableCell* cell) {
+  GPtrArray* headers = g_ptr_array_new_with_free_func(g_object_unref);
+  info_t info;
+  AtkObject* table = table_of(cell);
+  AtkObject* header = table && describe(cell, info) && info.table.row >= 0
+                          ? cell_object(table, -1, info.table.column)
+                          : nullptr;
+  if (header) {
+    g_ptr_array_add(headers, g_object_ref(header));
+  }
+  return headers;
+}
+
+GPtrArray* cell_get_row_header_cells(AtkTableCell*) { return g_ptr_array_new_with_free_func(g_object_unref); }
+
+AtkObject* cell_get_table(AtkTableCell* cell) {
+  AtkObject* table = table_of(cell);
+  return table ? ATK_OBJECT(g_object_ref(table)) : nullptr;
+}
+
+void cell_init(gpointer iface, gpointer) {
+  auto* cell = static_cast<AtkTableCellIface*>(iface);
+  cell->get_column_span = cell_get_span;
+  cell->get_row_span = cell_get_span;
+  cell->get_position = cell_get_position;
+  cell->get_row_column_span = cell_get_row_column_span;
+  cell->get_column_header_cells = cell_get_column_header_cells;
+  cell->get_row_header_cells = cell_get_row_header_cells;
+  cell->get_table = cell_get_table;
+}
+
 // --- types ----------------------------------------------------------------------------
 
 GType base_type() {
@@ -314,6 +432,8 @@ GType register_type(unsigned kind) {
   const GInterfaceInfo action = {action_init, nullptr, nullptr};
   const GInterfaceInfo text = {text_init, nullptr, nullptr};
   const GInterfaceInfo value = {value_init, nullptr, nullptr};
+  const GInterfaceInfo table = {table_init, nullptr, nullptr};
+  const GInterfaceInfo cell = {cell_init, nullptr, nullptr};
   if (kind & with_action) {
     g_type_add_interface_static(type, ATK_TYPE_ACTION, &action);
   }
@@ -323,11 +443,17 @@ GType register_type(unsigned kind) {
   if (kind & with_value) {
     g_type_add_interface_static(type, ATK_TYPE_VALUE, &value);
   }
+  if (kind & with_table) {
+    g_type_add_interface_static(type, ATK_TYPE_TABLE, &table);
+  }
+  if (kind & with_cell) {
+    g_type_add_interface_static(type, ATK_TYPE_TABLE_CELL, &cell);
+  }
   return type;
 }
 
 GType type_for(unsigned kind) {
-  static std::array<GType, 8> types{};
+  static std::array<GType, 32> types{};
   if (kind == 0) {
     return base_type();
   }
@@ -347,8 +473,10 @@ const gchar* keep_string(node_object_t* node, kept_t slot, const std::string& te
 }
 
 AtkObject* make_node_object(atk_bridge_t::impl_t* impl, key_t key, const info_t& info, AtkObject* parent) {
+  const bool table = info.has_table && info.role == role_t::table;
   const unsigned kind = (info.actions.empty() ? 0u : with_action) | (info.has_text ? with_text : 0u) |
-                        (info.has_value ? with_value : 0u);
+                        (info.has_value ? with_value : 0u) | (table ? with_table : 0u) |
+                        (info.has_table && !table ? with_cell : 0u);
   auto* object = ATK_OBJECT(g_object_new(type_for(kind), nullptr));
   node_object_t* node = node_of(object);
   node->impl = impl;

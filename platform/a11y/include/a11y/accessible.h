@@ -15,7 +15,9 @@ enum class role_t : std::uint8_t {
   check_box,
   table,
   table_row,
-  table_cell
+  table_cell,
+  column_header,
+  image
 };
 
 /// States of a node, or-ed.
@@ -47,6 +49,14 @@ struct value_t {
   double current = 0.0;
 };
 
+/// A table's size, or a cell's place in its table (header cells: row -1).
+struct table_info_t {
+  int rows = 0;  ///< a table's rows, its header row not counted
+  int columns = 0;
+  int row = -1;  ///< a cell's row
+  int column = -1;
+};
+
 /// What one element says about itself; each element type fills in its part. The kind of
 /// a node (whether it has actions, text or a value) must not change over its life.
 struct info_t {
@@ -60,6 +70,9 @@ struct info_t {
   std::string text;  ///< UTF-8, when has_text
   bool has_value = false;
   value_t value;  ///< when has_value
+  /// A table (role table: AtkTable) or one of its cells (AtkTableCell).
+  bool has_table = false;
+  table_info_t table;  ///< when has_table
   /// A live region: changes inside are spoken with this urgency.
   politeness_t live = politeness_t::off;
 };
@@ -84,6 +97,9 @@ class tree_t {
   virtual bool do_action(key_t node, int index) = 0;
   /// Gives the node the keyboard focus; false when it can't take it.
   virtual bool grab_focus(key_t node) { return false; }
+  /// The cell of a table node at `row` and `column` (row -1: the column's header); null
+  /// when the table lists no such cell (a row out of view).
+  virtual key_t table_cell(key_t table, int row, int column) const { return nullptr; }
 };
 
 }  // namespace a11y
