@@ -1,9 +1,11 @@
 #pragma once
 // The tree of a control's elements as the accessibility bridge walks it.
+#include <ombrelcfrw7/accessible_part.h>
 #include <ombrelcfrw7/base_control.h>
 
 #include <a11y/atk_bridge.h>
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -11,7 +13,8 @@ class wxWindow;
 
 namespace ombrelcfrw7 {
 
-/// The control's elements as the bridge sees them: visible elements only, in their order.
+/// The control's elements as the bridge sees them: what each element lists (visible
+/// elements and drawn parts), in their order.
 class CBaseControl::accessible_tree_t : public a11y::tree_t {
  public:
   explicit accessible_tree_t(CBaseControl* control) : m_control(control) {}
@@ -20,34 +23,26 @@ class CBaseControl::accessible_tree_t : public a11y::tree_t {
   void Stop() { m_bridge.reset(); }
 
   a11y::key_t root() const override { return m_control->GetContent(); }
-  a11y::key_t parent(a11y::key_t node) const override { return Element(node)->GetParent(); }
-  std::vector<a11y::key_t> children(a11y::key_t node) const override {
-    std::vector<a11y::key_t> shown;
-    for (CVisualElement* child : Element(node)->GetChildren()) {
-      if (child->IsVisible()) {
-        shown.push_back(child);
-      }
-    }
-    return shown;
-  }
+  a11y::key_t parent(a11y::key_t node) const override;
+  std::vector<a11y::key_t> children(a11y::key_t node) const override;
   void describe(a11y::key_t node, a11y::info_t& info) const override;
-  a11y::rect_t extents(a11y::key_t node) const override {
-    const ombrelc7::rect<int> area = Element(node)->GetWindowRect();
-    return {area.left, area.top, area.width(), area.height()};
-  }
-  bool do_action(a11y::key_t node, int index) override { return Element(node)->DoAccessibleAction(index); }
-  bool grab_focus(a11y::key_t node) override {
-    CVisualElement* element = Element(node);
-    if (!element->IsFocusable()) {
-      return false;
-    }
-    element->SetFocus();
-    return true;
-  }
+  a11y::rect_t extents(a11y::key_t node) const override;
+  bool do_action(a11y::key_t node, int index) override;
+  bool grab_focus(a11y::key_t node) override;
+  a11y::key_t table_cell(a11y::key_t table, int row, int column) const override;
 
  private:
+  // Keys of parts have their lowest bit set; those of elements, aligned pointers, don't.
+  static bool IsPart(a11y::key_t node) { return (reinterpret_cast<std::uintptr_t>(node) & 1) != 0; }
+  static CAccessiblePart* Part(a11y::key_t node) {
+    return reinterpret_cast<CAccessiblePart*>(reinterpret_cast<std::uintptr_t>(node) & ~std::uintptr_t(1));
+  }
   static CVisualElement* Element(a11y::key_t node) {
     return const_cast<CVisualElement*>(static_cast<const CVisualElement*>(node));
+  }
+  // The element of `node`, or the element that draws it.
+  static CVisualElement* Owner(a11y::key_t node) {
+    return IsPart(node) ? Part(node)->GetElement() : Element(node);
   }
 
   CBaseControl* m_control;

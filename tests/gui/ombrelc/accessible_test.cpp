@@ -3,6 +3,7 @@
 #include "ombrelc_fixture.h"
 
 #include <a11y/accessible.h>
+#include <ombrelcfrw7/image.h>
 
 #include <atk/atk.h>
 #include <gtk/gtk.h>
@@ -208,6 +209,17 @@ TEST_F(accessible_test, a_live_region_carries_its_politeness_in_its_attributes) 
   EXPECT_EQ(found["container-live"], "assertive");
   EXPECT_EQ(found["live"], "assertive");
   EXPECT_EQ(atk_object_get_attributes(box_child(1)), nullptr);
+}
+
+TEST_F(accessible_test, a_picture_is_an_image_named_by_what_it_shows) {
+  auto* picture = new ombrelcfrw7::CImage(m_box, size<int>(16, 16), ombrelc7::alNone);
+  picture->SetAccessibleName("Error");
+  layout();
+  AtkObject* image = box_child(2);
+  EXPECT_EQ(atk_object_get_role(image), ATK_ROLE_IMAGE);
+  EXPECT_STREQ(atk_object_get_name(image), "Error");
+  EXPECT_STREQ(atk_object_get_description(image), "Picture");
+  EXPECT_TRUE(has_state(image, ATK_STATE_SHOWING));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <ombrelcfrw7/visual_element.h>
 
 #include <memory>
+#include <string>
 
 namespace ombrelcfrw7 {
 
@@ -22,6 +23,10 @@ class CImage : public CVisualElement {
   bool IsAnimating() const;
   bool IsEmpty() const { return !m_picture && !m_animation; }
   int GetFrame() const { return m_frame; }
+  /// What the picture shows, in words, for screen readers ("Error").
+  void SetAccessibleName(const std::string& name) { m_accessible_name = name; }
+  /// An image named by SetAccessibleName, described as an animation while it is one.
+  void DescribeAccessible(a11y::info_t& info) const override;
 
  protected:
   int MeasureWidth() const override;
@@ -37,6 +42,7 @@ class CImage : public CVisualElement {
   ombrelc7::ombrelc_ptr<ombrelc7::IAnimation> m_animation;
   std::unique_ptr<timer_t> m_timer;
   int m_frame = 0;
+  std::string m_accessible_name;
 };
 
 }  // namespace ombrelcfrw7

@@ -23,6 +23,7 @@ class ISysWindow;
 
 namespace ombrelcfrw7 {
 
+class CAccessiblePart;
 class CBaseControl;
 class CVisualElement;
 
@@ -146,6 +147,14 @@ class CVisualElement {
   virtual void DescribeAccessible(a11y::info_t& info) const;
   /// Runs the accessible action `index` of those DescribeAccessible lists; false when none.
   virtual bool DoAccessibleAction(int index) { return false; }
+  /// What assistive technologies list under the element, parts before elements: by
+  /// default its visible children. An element that draws parts of its own (a grid's rows)
+  /// lists those, and may leave out the children that only draw them.
+  virtual void ListAccessible(std::vector<const CAccessiblePart*>& parts,
+                              std::vector<CVisualElement*>& children) const;
+  /// The cell at `row` and `column` (row -1: the column's header) of an element that is a
+  /// table; null when it lists none there.
+  virtual const CAccessiblePart* GetAccessibleCell(int row, int column) const { return nullptr; }
   /// Makes the element a live region: screen readers speak what appears in it with this
   /// urgency (off by default).
   void SetLive(a11y::politeness_t live);
