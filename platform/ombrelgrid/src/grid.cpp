@@ -1,5 +1,7 @@
 #include <ombrelgrid8/grid.h>
 
+#include "grid_accessible_p.h"
+
 #include <ombrelc7/sys_window.h>
 #include <ombrelcfrw7/base_control.h>
 #include <ombrelcfrw7/editors.h>
@@ -330,6 +332,7 @@ void CGridViewer::ArrangeChildren() {
   // A taller viewer may fit rows above the top one: no empty space is left below the rows.
   SetTopRow(m_top);
   UpdateScrollBar();
+  m_grid->SyncAccessibleRows();
 }
 
 void CGridViewer::PaintContent(wxDC& dc, const rect<int>& clip) {
@@ -413,7 +416,7 @@ CGrid::CGrid(ombrelcfrw7::CVisualElement* parent, const ombrelc7::size<int>& siz
              ombrelc7::Alignment alignment)
     : CVisualElement(parent, size, alignment), m_viewer(new CGridViewer(this)) {}
 
-CGrid::~CGrid() = default;
+CGrid::~CGrid() { DropAccessibleRows(); }
 
 void CGrid::SetModel(IGridModel* model) {
   m_model = model;
@@ -430,6 +433,7 @@ void CGrid::SetCheckColumn(int column) {
   if (column != m_check_column) {
     m_check_column = column;
     m_viewer->Invalidate();
+    SyncAccessibleRows();
   }
 }
 
@@ -472,6 +476,7 @@ void CGrid::Refresh() {
   m_viewer->Invalidate();
   OnChange();
   ForceRearrange();
+  SyncAccessibleRows();
 }
 
 void CGrid::ArrangeChildren() {
@@ -534,9 +539,7 @@ bool CGrid::OnKey(const ombrelcfrw7::element_key_t& key) {
     return EditCurrentRow();
   }
   if (key.keycode == WXK_SPACE && m_check_column >= 0 && m_current >= 0) {
-    if (m_model->ToggleCheck(m_current)) {
-      m_viewer->Invalidate();
-    }
+    ToggleRowCheck(m_current);
     return true;
   }
   return false;
@@ -549,8 +552,7 @@ void CGrid::OnRowClicked(int row, int column, const point<int>&) {
   }
   if (column == m_check_column && m_check_column >= 0 && m_model->GetCheck(row) >= 0) {
     SetCurrentRow(row);
-    m_model->ToggleCheck(row);
-    m_viewer->Invalidate();
+    ToggleRowCheck(row);
     return;
   }
   if (row == m_current) {

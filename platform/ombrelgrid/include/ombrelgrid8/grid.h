@@ -2,6 +2,7 @@
 // A grid of rows under a header of resizable columns, drawn as visual elements.
 #include <ombrelcfrw7/visual_element.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -178,8 +179,19 @@ class CGrid : public ombrelcfrw7::CVisualElement {
   bool EditCurrentRow();
   /// The rows or columns changed: lays out and repaints.
   void Refresh();
+  /// Toggles the tick of `row`, repaints it and tells screen readers; false when the row
+  /// has no tick or the grid no tick column.
+  bool ToggleRowCheck(int row);
 
   bool IsFocusable() const override { return true; }
+  /// A table of the model's rows and the header's columns. Screen readers see the header
+  /// row, then the rows in view (their cells named by their texts, ticks as check boxes
+  /// with the action "toggle"), then an open editor.
+  void DescribeAccessible(a11y::info_t& info) const override;
+  void ListAccessible(std::vector<const ombrelcfrw7::CAccessiblePart*>& parts,
+                      std::vector<ombrelcfrw7::CVisualElement*>& children) const override;
+  /// Only cells of the header and of rows in view.
+  const ombrelcfrw7::CAccessiblePart* GetAccessibleCell(int row, int column) const override;
 
  protected:
   void ArrangeChildren() override;
@@ -189,6 +201,11 @@ class CGrid : public ombrelcfrw7::CVisualElement {
   virtual void OnRowClicked(int row, int column, const ombrelc7::point<int>& pos);
 
  private:
+  class accessible_rows_t;
+  /// Brings the rows that screen readers see in line with the rows in view.
+  void SyncAccessibleRows();
+  /// Reports the rows gone, before the grid dies.
+  void DropAccessibleRows();
   int MoveTarget(int keycode) const;
   /// Where the editor of `row` goes: over its first cell above its rule, its text over the
   /// cell's text.
@@ -200,6 +217,7 @@ class CGrid : public ombrelcfrw7::CVisualElement {
   IResizingModel* m_resizing = nullptr;
   int m_current = -1;
   int m_check_column = -1;
+  std::unique_ptr<accessible_rows_t> m_accessible;
 };
 
 }  // namespace ombrelgrid8
