@@ -254,6 +254,11 @@ class sys_window_t : public wxEvtHandler, public ISysWindow {
 
 }  // namespace
 
+ISysWindow* FindWrapperForWx(const wxWindow* window) {
+  const auto found = registry().find(const_cast<wxWindow*>(window));
+  return found == registry().end() ? nullptr : found->second;
+}
+
 ISysWindow* CreateWrapperForWx(wxWindow* window) {
   if (!window) {
     return nullptr;

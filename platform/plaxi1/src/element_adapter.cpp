@@ -10,6 +10,7 @@
 #include <wx/window.h>
 
 #include <functional>
+#include <map>
 
 namespace plaxi1::elements {
 
@@ -22,10 +23,29 @@ using ptr_t = UIElement::ptr_t;
 const wxEventTypeTag<wxMouseEvent> mouse_events[] = {wxEVT_LEFT_DOWN, wxEVT_LEFT_DCLICK, wxEVT_LEFT_UP,
                                                      wxEVT_MOTION, wxEVT_LEAVE_WINDOW};
 
+// The adapter of each window that has one, for tools that look at a window's tree.
+std::map<const wxWindow*, ElementAdapter*>& adapters() {
+  static std::map<const wxWindow*, ElementAdapter*> known;
+  return known;
+}
+
+void forget_adapter(const wxWindow* window, const ElementAdapter* adapter) {
+  const auto found = adapters().find(window);
+  if (found != adapters().end() && found->second == adapter) {
+    adapters().erase(found);
+  }
+}
+
 }  // namespace
+
+ElementAdapter* ElementAdapter::Find(const wxWindow* window) {
+  const auto found = adapters().find(window);
+  return found == adapters().end() ? nullptr : found->second;
+}
 
 ElementAdapter::ElementAdapter(wxWindow* window) : m_window(window) {
   if (m_window) {
+    adapters()[m_window] = this;
     // Every pixel is painted here: no erasing first, which would flicker.
     m_window->SetBackgroundStyle(wxBG_STYLE_PAINT);
     BindWindow(true);
@@ -41,6 +61,7 @@ ElementAdapter::~ElementAdapter() {
     m_root->m_adapter = nullptr;
   }
   if (m_window) {
+    forget_adapter(m_window, this);
     BindWindow(false);
   }
 }
@@ -292,6 +313,7 @@ void ElementAdapter::handle_destroy(wxWindowDestroyEvent& event) {
   _internal::StopAccessible(m_accessible);
   ForgetStates();
   BindWindow(false);
+  forget_adapter(m_window, this);
   m_window = nullptr;
 }
 

@@ -61,5 +61,7 @@ class ISysWindow {
 /// The wrapper of `window`, made at the first call and the same one afterwards; null for
 /// a null window.
 ISysWindow* CreateWrapperForWx(wxWindow* window);
+/// The wrapper of `window` when one was made, else null (for tools that look at a window).
+ISysWindow* FindWrapperForWx(const wxWindow* window);
 
 }  // namespace ombrelc7

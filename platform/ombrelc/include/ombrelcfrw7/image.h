@@ -25,6 +25,7 @@ class CImage : public CVisualElement {
   int GetFrame() const { return m_frame; }
   /// What the picture shows, in words, for screen readers ("Error").
   void SetAccessibleName(const std::string& name) { m_accessible_name = name; }
+  const std::string& GetAccessibleName() const { return m_accessible_name; }
   /// An image named by SetAccessibleName, described as an animation while it is one.
   void DescribeAccessible(a11y::info_t& info) const override;
 

@@ -46,6 +46,8 @@ class ElementAdapter : public wxEvtHandler, public korvat2::subscriber_base_t {
  public:
   /// Starts painting `window` and taking its paint, size, mouse and key events.
   explicit ElementAdapter(wxWindow* window);
+  /// The adapter that paints `window`, or null (for tools that look at a window's tree).
+  static ElementAdapter* Find(const wxWindow* window);
   ~ElementAdapter() override;
   ElementAdapter(const ElementAdapter&) = delete;
   ElementAdapter& operator=(const ElementAdapter&) = delete;

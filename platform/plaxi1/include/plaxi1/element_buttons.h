@@ -65,6 +65,7 @@ class FlatButton : public UIElement {
   korvat2::intrusive_pointer_t<Layout> GetLayout() override;
   /// The name screen readers read for a button that shows no text (empty by default).
   void SetAccessibleName(const std::string& name) { m_accessible_name = name; }
+  const std::string& GetAccessibleName() const { return m_accessible_name; }
   /// A push button with the action "click", named by SetAccessibleName; checked while
   /// selected.
   void DescribeAccessible(a11y::info_t& info) const override;
