@@ -2,7 +2,10 @@
 // "--screenshots DIR" it writes a PNG of each window, and window_sizes.txt with each
 // window's logical size ("id width height" a line), and exits. "--language de" shows the
 // library's texts in that language, whatever the locale. With "--open ID" it
-// shows the window of that entry beside the list, for a look at it or at its accessible tree.
+// shows the window of that entry beside the list, for a look at it or at its accessible tree;
+// "--report" then prints what the window draws (element_report.h) once it is laid out, and
+// again for each line "report" on the standard input.
+#include "element_report.h"
 #include "entries.h"
 
 #include <plaxi1/screenshot.h>
@@ -21,11 +24,14 @@
 #include <wx/radiobut.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
+#include <wx/timer.h>
 #include <wx/utils.h>
 
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <string>
+#include <thread>
 #include <vector>
 
 namespace gallery {
@@ -215,6 +221,7 @@ class gallery_app_t : public wxApp {
     parser.AddOption("", "screenshots", "write a PNG of every window into this folder and exit");
     parser.AddOption("", "language", "show the texts in this language (\"de\", \"en\")");
     parser.AddOption("", "open", "show the window of the entry with this id");
+    parser.AddSwitch("", "report", "with --open: print the window's drawn elements when it is laid out");
   }
 
   bool OnCmdLineParsed(wxCmdLineParser& parser) override {
@@ -231,6 +238,7 @@ class gallery_app_t : public wxApp {
     if (parser.Found("open", &id)) {
       m_open_id = id.utf8_string();
     }
+    m_report = parser.Found("report");
     return wxApp::OnCmdLineParsed(parser);
   }
 
@@ -248,7 +256,11 @@ class gallery_app_t : public wxApp {
   void open(wxFrame* frame) {
     for (const entry_t& entry : m_entries) {
       if (entry.id == m_open_id && entry.show) {
-        entry.show(frame)->Show();
+        wxTopLevelWindow* window = entry.show(frame);
+        window->Show();
+        if (m_report) {
+          start_report(window);
+        }
         return;
       }
     }
@@ -257,9 +269,30 @@ class gallery_app_t : public wxApp {
     frame->Destroy();
   }
 
+  // Reports `window` once it shows laid out, then at each "report" on the standard input.
+  void start_report(wxWindow* window) {
+    m_report_timer.Bind(wxEVT_TIMER, [this, window](wxTimerEvent&) {
+      if (window->IsShownOnScreen() && !layout_pending(window)) {
+        m_report_timer.Stop();
+        report_elements(window, std::cout);
+      }
+    });
+    m_report_timer.Start(50);
+    std::thread([this, window] {
+      std::string line;
+      while (std::getline(std::cin, line)) {
+        if (line == "report") {
+          CallAfter([window] { report_elements(window, std::cout); });
+        }
+      }
+    }).detach();
+  }
+
   std::vector<entry_t> m_entries;
   std::string m_screenshot_folder;
   std::string m_open_id;
+  bool m_report = false;
+  wxTimer m_report_timer;
   int m_exit_code = 0;
 };
 

@@ -1,0 +1,208 @@
+#!/usr/bin/env python3
+"""Holds the accessible tree of gallery windows against what they draw, as a screen reader
+reads it through AT-SPI.
+
+Usage: drawn_windows.py GALLERY ID... Each window is opened with "--open ID --report": the
+gallery prints its drawn elements (element_report.h). Each of them must be found in the
+window's accessible tree with its role, name and states, its extents within the window and
+within 2 px of the drawn rectangle. In a window with ticks in a grid, the client toggles
+the first one through its "toggle" action, hears the state change and sees the gallery's
+data change in its next report.
+"""
+import os
+import queue
+import subprocess
+import sys
+import threading
+import time
+
+import pyatspi
+from gi.repository import Atspi, GLib
+
+ROLES = {
+    "label": pyatspi.ROLE_LABEL,
+    "button": pyatspi.ROLE_PUSH_BUTTON,
+    "gauge": pyatspi.ROLE_PROGRESS_BAR,
+    "image": pyatspi.ROLE_IMAGE,
+    "table": pyatspi.ROLE_TABLE,
+    "header": pyatspi.ROLE_COLUMN_HEADER,
+    "cell": pyatspi.ROLE_TABLE_CELL,
+    "check": pyatspi.ROLE_CHECK_BOX,
+}
+TOLERANCE = 2
+failures = []
+
+
+def check(condition, what):
+    if not condition:
+        failures.append(what)
+        print("FAIL: " + what)
+
+
+def start(gallery, entry):
+    environment = dict(os.environ)
+    environment.pop("NO_AT_BRIDGE", None)
+    process = subprocess.Popen([gallery, "--open", entry, "--report"], stdin=subprocess.PIPE,
+                               stdout=subprocess.PIPE, text=True, env=environment)
+    lines = queue.Queue()
+
+    def read():
+        for line in process.stdout:
+            lines.put(line.rstrip("\n"))
+        lines.put(None)
+
+    threading.Thread(target=read, daemon=True).start()
+    return process, lines
+
+
+def read_report(lines, seconds=20):
+    """The elements ((kind, box, checked, name)...) and the window's box of one report."""
+    elements, window = [], None
+    deadline = time.monotonic() + seconds
+    while True:
+        line = lines.get(timeout=max(0.1, deadline - time.monotonic()))
+        if line is None:
+            raise RuntimeError("the gallery ended before its report")
+        if line == "ready":
+            return elements, window
+        words = line.split(" ", 7)
+        if words[0] == "element":
+            box = tuple(int(w) for w in words[2:6])
+            elements.append((words[1], box, words[6] == "checked", words[7] if len(words) > 7 else ""))
+        elif words[0] == "window":
+            window = tuple(int(w) for w in words[1:5])
+
+
+def entry_frame(pid, seconds=15):
+    deadline = time.monotonic() + seconds
+    while time.monotonic() < deadline:
+        for app in pyatspi.Registry.getDesktop(0):
+            if app is None or app.get_process_id() != pid:
+                continue
+            for frame in app:
+                if frame is not None and frame.name != "tamsel3 gallery" and \
+                        frame.getState().contains(pyatspi.STATE_SHOWING):
+                    return frame
+        time.sleep(0.1)
+    return None
+
+
+def walk(node, found):
+    for child in node:
+        if child is not None:
+            found.append(child)
+            walk(child, found)
+    return found
+
+
+def extents(node):
+    box = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    return (box.x, box.y, box.width, box.height)
+
+
+def near(a, b):
+    return all(abs(x - y) <= TOLERANCE for x, y in zip(a, b))
+
+
+def inside(box, window):
+    x, y, w, h = box
+    return (x >= window[0] - TOLERANCE and y >= window[1] - TOLERANCE and x + w <= window[0] + window[2] + TOLERANCE
+            and y + h <= window[1] + window[3] + TOLERANCE)
+
+
+def find(nodes, kind, box, name):
+    for node in nodes:
+        if node.getRole() == ROLES[kind] and node.name.replace("\n", " ") == name and near(extents(node), box):
+            return node
+    return None
+
+
+def check_elements(entry, nodes, elements, window):
+    for kind, box, checked, name in elements:
+        where = "%s: %s %r at %s" % (entry, kind, name, box)
+        node = find(nodes, kind, box, name)
+        check(node is not None, where + " not found")
+        if node is None:
+            continue
+        states = node.getState()
+        check(states.contains(pyatspi.STATE_VISIBLE) and states.contains(pyatspi.STATE_SHOWING),
+              where + " not visible and showing")
+        check(inside(extents(node), window), where + " outside the window %s" % (window,))
+        if kind in ("check", "button"):
+            check(states.contains(pyatspi.STATE_ENABLED), where + " not enabled")
+        if kind == "check":
+            check(states.contains(pyatspi.STATE_CHECKED) == checked, where + " checked is not %s" % checked)
+        if kind in ("cell", "check"):
+            cell = node.queryTableCell()
+            check(cell.position[0] >= 0 and cell.table is not None, where + " has no place in a table")
+
+
+def wait_checked_event(events, node, seconds=10):
+    deadline = time.monotonic() + seconds
+    context = GLib.MainContext.default()
+    while time.monotonic() < deadline:
+        while context.iteration(False):
+            pass
+        for event in events:
+            if event.source == node:
+                return event
+        time.sleep(0.01)
+    return None
+
+
+def check_toggle(entry, process, lines, nodes, elements):
+    """Toggles the first tick through its action: the object tells, the data follows."""
+    ticks = [(i, e) for i, e in enumerate(elements) if e[0] == "check"]
+    if not ticks:
+        return
+    index, (kind, box, checked, name) = ticks[0]
+    node = find(nodes, kind, box, name)
+    if node is None:
+        return
+    events = []
+    listener = Atspi.EventListener.new(lambda event: events.append(event))
+    listener.register("object:state-changed:checked")
+    action = node.queryAction()
+    check(action.getName(0) == "toggle", "%s: the tick's action is %r" % (entry, action.getName(0)))
+    check(action.doAction(0), "%s: the toggle was refused" % entry)
+    event = wait_checked_event(events, node)
+    check(event is not None and bool(event.detail1) != checked, "%s: no change of the tick heard" % entry)
+    check(node.getState().contains(pyatspi.STATE_CHECKED) != checked, "%s: the tick did not change" % entry)
+    listener.deregister("object:state-changed:checked")
+    process.stdin.write("report\n")
+    process.stdin.flush()
+    after, _ = read_report(lines)
+    check(len(after) == len(elements) and after[index][0] == "check" and after[index][2] != checked,
+          "%s: the gallery's data did not change with the toggle" % entry)
+
+
+def check_entry(gallery, entry):
+    process, lines = start(gallery, entry)
+    try:
+        elements, window = read_report(lines)
+        print("%s: %d drawn elements" % (entry, len(elements)))
+        check(len(elements) > 0, "%s: nothing drawn reported" % entry)
+        frame = entry_frame(process.pid)
+        check(frame is not None, "%s: no window on the accessibility bus" % entry)
+        if frame is None:
+            return
+        nodes = walk(frame, [])
+        check_elements(entry, nodes, elements, window)
+        check_toggle(entry, process, lines, nodes, elements)
+    finally:
+        process.terminate()
+        process.wait(timeout=20)  # terminated: its exit code says nothing
+
+
+def main(argv):
+    # The client brings the accessibility bus up before any program starts: starting both
+    # at once on a new bus made the program's GTK fail to start now and then.
+    pyatspi.Registry.getDesktop(0).childCount
+    for entry in argv[2:]:
+        check_entry(argv[1], entry)
+    print("%d failures" % len(failures))
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv))
