@@ -4,6 +4,7 @@
 #include <tamsel3/resource.h>
 #include <tamsel3/text_helpers.h>
 
+#include <a11y/native.h>
 #include <plaxi1/element_adapter.h>
 #include <plaxi1/element_flags.h>
 #include <plaxi1/element_shapes.h>
@@ -184,6 +185,11 @@ void caption_panel_t::create_message_pane() {
   pane_sizer->Add(m_next_button, flags);
   m_prev_button->clicked.connect(this, &caption_panel_t::show_prev_message);
   m_next_button->clicked.connect(this, &caption_panel_t::show_next_message);
+  // They show pictures only: screen readers read their labels.
+  m_prev_button->SetLabel(wxString::FromUTF8(translate_message("msg.previous_message", {})));
+  m_next_button->SetLabel(wxString::FromUTF8(translate_message("msg.next_message", {})));
+  a11y::native_button(m_prev_button, [this] { show_prev_message(); });
+  a11y::native_button(m_next_button, [this] { show_next_message(); });
   set_button_images();
 
   m_message_pane->SetSizer(pane_sizer);

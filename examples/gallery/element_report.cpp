@@ -5,6 +5,7 @@
 #include <plaxi1/element_adapter.h>
 #include <plaxi1/element_buttons.h>
 #include <plaxi1/element_shapes.h>
+#include <plaxi1/icon_button.h>
 
 #include <wx/window.h>
 
@@ -21,11 +22,13 @@ struct line_writer_t {
   std::ostream& out;
 
   // `area` in `window`'s client coordinates.
-  void write(const char* kind, const rect<int>& area, bool checked, std::string name) const {
+  void write(const char* kind, const rect<int>& area, bool checked, std::string name,
+             bool enabled = true) const {
     std::replace(name.begin(), name.end(), '\n', ' ');
     const wxPoint origin = window->ClientToScreen(wxPoint(area.left, area.top));
+    const char* flags = checked ? "checked" : enabled ? "-" : "disabled";
     out << "element " << kind << ' ' << origin.x << ' ' << origin.y << ' ' << area.width() << ' '
-        << area.height() << ' ' << (checked ? "checked" : "-") << ' ' << name << '\n';
+        << area.height() << ' ' << flags << ' ' << name << '\n';
   }
 };
 
@@ -73,8 +76,8 @@ void report_ombrelc(const ombrelcfrw7::CVisualElement* element, const line_write
   if (const auto* grid = dynamic_cast<const ombrelgrid8::CGrid*>(element)) {
     writer.write("table", area, false, "");
     report_grid(grid, writer);
-  } else if (dynamic_cast<const ombrelcfrw7::CButton*>(element)) {
-    writer.write("button", area, false, element->AsString());
+  } else if (const auto* button = dynamic_cast<const ombrelcfrw7::CButton*>(element)) {
+    writer.write("button", area, false, element->AsString(), button->IsEnabled());
   } else if (dynamic_cast<const ombrelcfrw7::CCaption*>(element)) {
     writer.write("label", area, false, element->AsString());
   } else if (dynamic_cast<const ombrelcfrw7::CGauge*>(element)) {
@@ -113,6 +116,12 @@ void report_window(wxWindow* window, std::ostream& out) {
     return;
   }
   const line_writer_t writer{window, out};
+  // A control that draws a button itself, named by its label.
+  if (dynamic_cast<plaxi1::wxIconButton*>(window)) {
+    const wxSize size = window->GetClientSize();
+    writer.write("button", rect<int>::from_size(0, 0, size.x, size.y), false,
+                 window->GetLabel().utf8_string(), window->IsEnabled());
+  }
   if (ombrelc7::ISysWindow* wrapper = ombrelc7::FindWrapperForWx(window)) {
     if (auto* control = dynamic_cast<ombrelcfrw7::CBaseControl*>(wrapper->GetControl())) {
       report_ombrelc(control->GetContent(), writer);

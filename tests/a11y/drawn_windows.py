@@ -7,7 +7,7 @@ gallery prints its drawn elements (element_report.h). Each of them must be found
 window's accessible tree with its role, name and states, its extents within the window and
 within 2 px of the drawn rectangle. In a window with ticks in a grid, the client toggles
 the first one through its "toggle" action, hears the state change and sees the gallery's
-data change in its next report.
+data change in its next report; in the caption panel it presses Next message.
 """
 import os
 import queue
@@ -68,7 +68,7 @@ def read_report(lines, seconds=20):
         words = line.split(" ", 7)
         if words[0] == "element":
             box = tuple(int(w) for w in words[2:6])
-            elements.append((words[1], box, words[6] == "checked", words[7] if len(words) > 7 else ""))
+            elements.append((words[1], box, words[6], words[7] if len(words) > 7 else ""))
         elif words[0] == "window":
             window = tuple(int(w) for w in words[1:5])
 
@@ -118,7 +118,7 @@ def find(nodes, kind, box, name):
 
 
 def check_elements(entry, nodes, elements, window):
-    for kind, box, checked, name in elements:
+    for kind, box, flags, name in elements:
         where = "%s: %s %r at %s" % (entry, kind, name, box)
         node = find(nodes, kind, box, name)
         check(node is not None, where + " not found")
@@ -129,8 +129,13 @@ def check_elements(entry, nodes, elements, window):
               where + " not visible and showing")
         check(inside(extents(node), window), where + " outside the window %s" % (window,))
         if kind in ("check", "button"):
-            check(states.contains(pyatspi.STATE_ENABLED), where + " not enabled")
+            enabled = flags != "disabled"
+            check(states.contains(pyatspi.STATE_ENABLED) == enabled, where + " enabled is not %s" % enabled)
+            action = node.queryAction()
+            check(action.nActions == 1 and action.getName(0) == ("toggle" if kind == "check" else "click"),
+                  where + " has not its one action")
         if kind == "check":
+            checked = flags == "checked"
             check(states.contains(pyatspi.STATE_CHECKED) == checked, where + " checked is not %s" % checked)
         if kind in ("cell", "check"):
             cell = node.queryTableCell()
@@ -155,7 +160,8 @@ def check_toggle(entry, process, lines, nodes, elements):
     ticks = [(i, e) for i, e in enumerate(elements) if e[0] == "check"]
     if not ticks:
         return
-    index, (kind, box, checked, name) = ticks[0]
+    index, (kind, box, flags, name) = ticks[0]
+    checked = flags == "checked"
     node = find(nodes, kind, box, name)
     if node is None:
         return
@@ -172,8 +178,26 @@ def check_toggle(entry, process, lines, nodes, elements):
     process.stdin.write("report\n")
     process.stdin.flush()
     after, _ = read_report(lines)
-    check(len(after) == len(elements) and after[index][0] == "check" and after[index][2] != checked,
+    check(len(after) == len(elements) and after[index][0] == "check" and (after[index][2] == "checked") != checked,
           "%s: the gallery's data did not change with the toggle" % entry)
+
+
+def check_next_message(entry, nodes, elements):
+    """Presses Next message through its action: the pane beside it shows another message."""
+    found = [e for e in elements if e[0] == "button" and e[3] == "Next message" and e[2] != "disabled"]
+    node = find(nodes, "button", found[0][1], found[0][3]) if found else None
+    if node is None:
+        return
+    labels = [child for child in node.parent if child is not None and child.getRole() == pyatspi.ROLE_LABEL]
+    check(len(labels) == 1, "%s: %d labels beside Next message" % (entry, len(labels)))
+    if not labels:
+        return
+    before = labels[0].name
+    check(node.queryAction().doAction(0), "%s: Next message refused" % entry)
+    deadline = time.monotonic() + 10
+    while labels[0].name == before and time.monotonic() < deadline:
+        time.sleep(0.05)
+    check(labels[0].name != before, "%s: Next message through its action showed no other message" % entry)
 
 
 def check_entry(gallery, entry):
@@ -189,6 +213,7 @@ def check_entry(gallery, entry):
         nodes = walk(frame, [])
         check_elements(entry, nodes, elements, window)
         check_toggle(entry, process, lines, nodes, elements)
+        check_next_message(entry, nodes, elements)
     finally:
         process.terminate()
         process.wait(timeout=20)  # terminated: its exit code says nothing

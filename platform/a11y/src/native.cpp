@@ -3,7 +3,72 @@
 #include <gtk/gtk.h>
 #include <wx/window.h>
 
+#include <string>
+#include <utility>
+
 namespace a11y {
+
+namespace {
+
+GQuark click_quark() {
+  static const GQuark quark = g_quark_from_static_string("tamsel3-accessible-click");
+  return quark;
+}
+
+gboolean run_click(gpointer data) {
+  auto* object = static_cast<AtkObject*>(data);
+  const auto* click =
+      static_cast<std::function<void()>*>(g_object_get_qdata(G_OBJECT(object), click_quark()));
+  // The widget may have gone since the client asked.
+  if (click && gtk_accessible_get_widget(GTK_ACCESSIBLE(object))) {
+    (*click)();
+  }
+  g_object_unref(object);
+  return G_SOURCE_REMOVE;
+}
+
+gboolean button_do_action(AtkAction* action, gint index) {
+  if (index != 0) {
+    return FALSE;
+  }
+  g_idle_add(run_click, g_object_ref(action));
+  return TRUE;
+}
+
+gint button_get_n_actions(AtkAction*) { return 1; }
+
+const gchar* button_get_name(AtkAction*, gint index) { return index == 0 ? "click" : nullptr; }
+
+void action_init(gpointer iface, gpointer) {
+  auto* action = static_cast<AtkActionIface*>(iface);
+  action->do_action = button_do_action;
+  action->get_n_actions = button_get_n_actions;
+  action->get_name = button_get_name;
+  action->get_localized_name = button_get_name;
+}
+
+constexpr const char* button_prefix = "Tamsel3AccessibleButton_";
+
+// A subclass of the object's native type with the same layout, adding AtkAction.
+GType button_type_for(GType native) {
+  const std::string name = button_prefix + std::string(g_type_name(native));
+  if (const GType known = g_type_from_name(name.c_str())) {
+    return known;
+  }
+  GTypeQuery query;
+  g_type_query(native, &query);
+  const GTypeInfo info = {
+      static_cast<guint16>(query.class_size),    nullptr, nullptr, nullptr, nullptr, nullptr,
+      static_cast<guint16>(query.instance_size), 0,       nullptr, nullptr};
+  const GType type = g_type_register_static(native, name.c_str(), &info, GTypeFlags(0));
+  const GInterfaceInfo action = {action_init, nullptr, nullptr};
+  g_type_add_interface_static(type, ATK_TYPE_ACTION, &action);
+  return type;
+}
+
+void delete_click(gpointer click) { delete static_cast<std::function<void()>*>(click); }
+
+}  // namespace
 
 void name_from_tooltip(wxWindow* window) {
   if (!window || window->GetToolTipText().empty()) {
@@ -14,6 +79,24 @@ void name_from_tooltip(wxWindow* window) {
   if (object && (!name || !*name)) {
     atk_object_set_name(object, window->GetToolTipText().utf8_str());
   }
+}
+
+void native_button(wxWindow* window, std::function<void()> click) {
+  AtkObject* object =
+      window ? gtk_widget_get_accessible(static_cast<GtkWidget*>(window->GetHandle())) : nullptr;
+  if (!object) {
+    return;
+  }
+  const std::string type_name = g_type_name(G_OBJECT_TYPE(object));
+  if (type_name.rfind(button_prefix, 0) != 0) {
+    // The class stays referenced for the life of the program, as static types' classes do.
+    auto* klass = static_cast<GTypeClass*>(g_type_class_ref(button_type_for(G_OBJECT_TYPE(object))));
+    reinterpret_cast<GTypeInstance*>(object)->g_class = klass;
+  }
+  g_object_set_qdata_full(G_OBJECT(object), click_quark(), new std::function<void()>(std::move(click)),
+                          delete_click);
+  atk_object_set_role(object, ATK_ROLE_PUSH_BUTTON);
+  atk_object_set_name(object, window->GetLabel().utf8_str());
 }
 
 }  // namespace a11y
