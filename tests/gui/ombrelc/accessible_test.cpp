@@ -3,6 +3,7 @@
 #include "ombrelc_fixture.h"
 
 #include <a11y/accessible.h>
+#include <a11y/native.h>
 #include <ombrelcfrw7/image.h>
 
 #include <atk/atk.h>
@@ -220,6 +221,25 @@ TEST_F(accessible_test, a_picture_is_an_image_named_by_what_it_shows) {
   EXPECT_STREQ(atk_object_get_name(image), "Error");
   EXPECT_STREQ(atk_object_get_description(image), "Picture");
   EXPECT_TRUE(has_state(image, ATK_STATE_SHOWING));
+}
+
+TEST(native_button_test, a_control_that_draws_a_button_is_a_named_push_button_that_clicks) {
+  auto* frame = new wxFrame(nullptr, wxID_ANY, "native button");
+  auto* button = new wxWindow(frame, wxID_ANY);
+  button->SetLabel("Next message");
+  int clicks = 0;
+  a11y::native_button(button, [&clicks] { ++clicks; });
+  AtkObject* object = gtk_widget_get_accessible(static_cast<GtkWidget*>(button->GetHandle()));
+  EXPECT_EQ(atk_object_get_role(object), ATK_ROLE_PUSH_BUTTON);
+  EXPECT_STREQ(atk_object_get_name(object), "Next message");
+  ASSERT_TRUE(ATK_IS_ACTION(object));
+  EXPECT_EQ(atk_action_get_n_actions(ATK_ACTION(object)), 1);
+  EXPECT_STREQ(atk_action_get_name(ATK_ACTION(object), 0), "click");
+  ASSERT_TRUE(atk_action_do_action(ATK_ACTION(object), 0));
+  EXPECT_EQ(clicks, 0);  // from idle time, not inside the client's call
+  EXPECT_TRUE(gui_test::wait_until([&clicks] { return clicks == 1; }));
+  frame->Destroy();
+  gui_test::pump();
 }
 
 }  // namespace

@@ -70,4 +70,10 @@ TEST_F(ombrelc_wrapper_setup_test, a_content_change_repaints_the_element) {
   EXPECT_TRUE(gui_test::wait_until([&] { return element->m_paints > before; }));
 }
 
+TEST_F(ombrelc_wrapper_setup_test, the_wrapper_of_a_window_is_found_and_none_is_made_for_another) {
+  EXPECT_EQ(ombrelc7::FindWrapperForWx(m_panel), m_wrapper);
+  EXPECT_EQ(ombrelc7::FindWrapperForWx(m_frame), nullptr);
+  EXPECT_EQ(ombrelc7::FindWrapperForWx(m_frame), nullptr);  // looking made none
+}
+
 }  // namespace

@@ -303,3 +303,11 @@ TEST_F(element_adapter_test, a_requested_layout_runs_from_the_loop) {
 }
 
 }  // namespace
+
+TEST_F(element_adapter_test, the_adapter_of_a_window_is_found_until_it_goes) {
+  EXPECT_EQ(ElementAdapter::Find(m_window.panel), m_window.adapter.get());
+  EXPECT_EQ(ElementAdapter::Find(m_window.panel->GetParent()), nullptr);
+  wxWindow* panel = m_window.panel;
+  m_window.adapter.reset();
+  EXPECT_EQ(ElementAdapter::Find(panel), nullptr);
+}
