@@ -116,6 +116,7 @@ void advanced_panel_t::build_elements(const std::string& caption) {
   }
   m_button->pressed.connect(this, &advanced_panel_t::on_open_close);
   m_button->SetAccessibleName(caption);
+  m_button->SetAccessibleExpanded(m_opened);
   set_button_images();
 
   new SpacerElement(m_title_bg, pos_left | pos_center_v, wxSize(2 * spacing, 0));
@@ -183,6 +184,7 @@ void advanced_panel_t::open(bool opened) {
 
 void advanced_panel_t::on_open_close(int) {
   m_opened = !m_opened;
+  m_button->SetAccessibleExpanded(m_opened);
   set_button_images();
   m_content_sizer->ShowItems(m_opened);
   update_min_size();

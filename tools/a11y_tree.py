@@ -21,6 +21,8 @@ STATES = [
     (pyatspi.STATE_FOCUSED, "focused"),
     (pyatspi.STATE_CHECKED, "checked"),
     (pyatspi.STATE_PRESSED, "pressed"),
+    (pyatspi.STATE_EXPANDABLE, "expandable"),
+    (pyatspi.STATE_EXPANDED, "expanded"),
 ]
 
 

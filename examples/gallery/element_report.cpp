@@ -22,11 +22,11 @@ struct line_writer_t {
   std::ostream& out;
 
   // `area` in `window`'s client coordinates.
-  void write(const char* kind, const rect<int>& area, bool checked, std::string name,
-             bool enabled = true) const {
+  void write(const char* kind, const rect<int>& area, bool checked, std::string name, bool enabled = true,
+             const std::string& opened = "") const {
     std::replace(name.begin(), name.end(), '\n', ' ');
     const wxPoint origin = window->ClientToScreen(wxPoint(area.left, area.top));
-    const char* flags = checked ? "checked" : enabled ? "-" : "disabled";
+    const std::string flags = checked ? "checked" : !enabled ? "disabled" : !opened.empty() ? opened : "-";
     out << "element " << kind << ' ' << origin.x << ' ' << origin.y << ' ' << area.width() << ' '
         << area.height() << ' ' << flags << ' ' << name << '\n';
   }
@@ -102,7 +102,11 @@ void report_plaxi1(const plaxi1::elements::UIElement* element, const line_writer
     return;  // its label is its name
   }
   if (const auto* button = dynamic_cast<const plaxi1::elements::FlatButton*>(element)) {
-    writer.write("button", area, false, button->GetAccessibleName());
+    const int expanded = button->GetAccessibleExpanded();
+    writer.write("button", area, false, button->GetAccessibleName(), button->IsEnabled(),
+                 expanded < 0 ? ""
+                 : expanded   ? "expanded"
+                              : "collapsed");
   } else if (const auto* text = dynamic_cast<const plaxi1::elements::TextElement*>(element)) {
     writer.write("label", area, false, text->GetText().utf8_string());
   }

@@ -134,6 +134,9 @@ def check_elements(entry, nodes, elements, window):
             action = node.queryAction()
             check(action.nActions == 1 and action.getName(0) == ("toggle" if kind == "check" else "click"),
                   where + " has not its one action")
+        if flags in ("expanded", "collapsed"):
+            check(states.contains(pyatspi.STATE_EXPANDABLE), where + " not expandable")
+            check(states.contains(pyatspi.STATE_EXPANDED) == (flags == "expanded"), where + " expanded is wrong")
         if kind == "check":
             checked = flags == "checked"
             check(states.contains(pyatspi.STATE_CHECKED) == checked, where + " checked is not %s" % checked)

@@ -295,6 +295,14 @@ TEST_F(advanced_panel_test, open_and_close_fire_the_new_state_and_show_or_hide_t
   EXPECT_EQ(m_recorder.m_states, (std::vector<bool>{false, true}));
 }
 
+TEST_F(advanced_panel_test, screen_readers_hear_the_button_open_and_close) {
+  EXPECT_EQ(m_panel->m_button->GetAccessibleExpanded(), 1);
+  m_panel->open(false);
+  EXPECT_EQ(m_panel->m_button->GetAccessibleExpanded(), 0);
+  click_button();
+  EXPECT_EQ(m_panel->m_button->GetAccessibleExpanded(), 1);
+}
+
 TEST_F(advanced_panel_test, clicks_on_the_button_close_and_open_the_panel) {
   click_button();
   EXPECT_FALSE(m_panel->is_opened());

@@ -16,7 +16,7 @@ typedef struct _GtkWidget GtkWidget;
 namespace a11y {
 
 /// Our states and the ATK states they stand for.
-inline constexpr std::array<std::pair<state_t, AtkStateType>, 7> atk_states = {{
+inline constexpr std::array<std::pair<state_t, AtkStateType>, 9> atk_states = {{
     {state_visible, ATK_STATE_VISIBLE},
     {state_showing, ATK_STATE_SHOWING},
     {state_enabled, ATK_STATE_ENABLED},
@@ -24,6 +24,8 @@ inline constexpr std::array<std::pair<state_t, AtkStateType>, 7> atk_states = {{
     {state_focused, ATK_STATE_FOCUSED},
     {state_checked, ATK_STATE_CHECKED},
     {state_pressed, ATK_STATE_PRESSED},
+    {state_expandable, ATK_STATE_EXPANDABLE},
+    {state_expanded, ATK_STATE_EXPANDED},
 }};
 
 /// An accessible object of one node. `impl` is null once the node is gone (defunct).

@@ -31,6 +31,9 @@ void FlatButton::DescribeAccessible(a11y::info_t& info) const {
   if (IsSelected()) {
     info.states |= a11y::state_checked;
   }
+  if (m_expanded >= 0) {
+    info.states |= a11y::state_expandable | (m_expanded ? a11y::state_expanded : 0u);
+  }
 }
 
 bool FlatButton::DoAccessibleAction(int index) {

@@ -96,6 +96,17 @@ void FlatButton::Enable(bool enable) {
   }
 }
 
+void FlatButton::SetAccessibleExpanded(bool expanded) {
+  if (m_expanded == (expanded ? 1 : 0)) {
+    return;
+  }
+  m_expanded = expanded ? 1 : 0;
+  ElementAdapter* adapter = GetAdapter();
+  if (a11y::atk_bridge_t* bridge = adapter ? adapter->GetAccessibleBridge() : nullptr) {
+    bridge->state_changed(this, a11y::state_expanded, expanded);
+  }
+}
+
 void FlatButton::SetSelected(bool selected) {
   if (selected != m_selected) {
     m_selected = selected;

@@ -122,4 +122,25 @@ TEST_F(element_accessible_test, a_new_root_replaces_the_listed_children) {
   g_signal_handlers_disconnect_by_data(host(), &added);
 }
 
+TEST_F(element_accessible_test, a_button_that_opens_something_is_expandable_and_tells_when_it_opens) {
+  AtkObject* button = child(host(), 1);
+  EXPECT_FALSE(has_state(button, ATK_STATE_EXPANDABLE));
+  m_button->SetAccessibleExpanded(false);
+  EXPECT_TRUE(has_state(button, ATK_STATE_EXPANDABLE));
+  EXPECT_FALSE(has_state(button, ATK_STATE_EXPANDED));
+  struct changes_t {
+    int count = 0;
+    static void on(AtkObject*, gchar* name, gboolean on, gpointer self) {
+      if (std::string(name) == "expanded" && on) {
+        ++static_cast<changes_t*>(self)->count;
+      }
+    }
+  } opened;
+  g_signal_connect(button, "state-change", G_CALLBACK(changes_t::on), &opened);
+  m_button->SetAccessibleExpanded(true);
+  EXPECT_EQ(opened.count, 1);
+  EXPECT_TRUE(has_state(button, ATK_STATE_EXPANDED));
+  g_signal_handlers_disconnect_by_data(button, &opened);
+}
+
 }  // namespace

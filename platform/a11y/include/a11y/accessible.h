@@ -29,6 +29,8 @@ enum state_t : std::uint32_t {
   state_focused = 16,
   state_checked = 32,
   state_pressed = 64,
+  state_expandable = 128,  ///< opens and closes something (a disclosure button)
+  state_expanded = 256,
 };
 
 /// How urgently a change of a live region is spoken.

@@ -66,6 +66,11 @@ class FlatButton : public UIElement {
   /// The name screen readers read for a button that shows no text (empty by default).
   void SetAccessibleName(const std::string& name) { m_accessible_name = name; }
   const std::string& GetAccessibleName() const { return m_accessible_name; }
+  /// Makes the button one that opens and closes something, for screen readers: expandable,
+  /// and expanded while `expanded`. A change is announced.
+  void SetAccessibleExpanded(bool expanded);
+  /// -1 for a button that opens nothing, else 0 closed or 1 open.
+  int GetAccessibleExpanded() const { return m_expanded; }
   /// A push button with the action "click", named by SetAccessibleName; checked while
   /// selected.
   void DescribeAccessible(a11y::info_t& info) const override;
@@ -91,6 +96,7 @@ class FlatButton : public UIElement {
   class padded_layout_t;
   void Fire();
   std::string m_accessible_name;
+  int m_expanded = -1;
 
   press_tracker_t m_press;
   std::array<std::optional<wxColour>, 16> m_colors;
