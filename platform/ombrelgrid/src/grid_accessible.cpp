@@ -77,6 +77,20 @@ bool grid_cell_part_t::DoAccessibleAction(int index) {
   return index == 0 && m_tick && m_grid->ToggleRowCheck(m_row);
 }
 
+void grid_cell_part_t::TellChanges(a11y::atk_bridge_t* bridge) {
+  a11y::info_t info;
+  DescribeAccessible(info);
+  const bool checked = (info.states & a11y::state_checked) != 0;
+  if (bridge && info.name != m_told_name) {
+    bridge->name_changed(GetAccessibleKey());
+  }
+  if (bridge && checked != m_told_checked) {
+    bridge->state_changed(GetAccessibleKey(), a11y::state_checked, checked);
+  }
+  m_told_name = info.name;
+  m_told_checked = checked;
+}
+
 // ---- rows ------------------------------------------------------------------------------
 
 grid_row_part_t::grid_row_part_t(CGrid* grid, int row, int columns, bool tick)
@@ -89,6 +103,18 @@ grid_row_part_t::grid_row_part_t(CGrid* grid, int row, int columns, bool tick)
 
 const grid_cell_part_t* grid_row_part_t::GetCell(int column) const {
   return column >= 0 && column < GetColumnCount() ? m_cells[static_cast<std::size_t>(column)].get() : nullptr;
+}
+
+void grid_row_part_t::TellChanges(a11y::atk_bridge_t* bridge) {
+  a11y::info_t info;
+  DescribeAccessible(info);
+  if (bridge && info.name != m_told_name) {
+    bridge->name_changed(GetAccessibleKey());
+  }
+  m_told_name = info.name;
+  for (const auto& cell : m_cells) {
+    cell->TellChanges(bridge);
+  }
 }
 
 std::vector<const ombrelcfrw7::CAccessiblePart*> grid_row_part_t::GetParts() const {
@@ -153,10 +179,7 @@ bool CGrid::ToggleRowCheck(int row) {
     return false;
   }
   m_viewer->Invalidate();
-  const ombrelcfrw7::CAccessiblePart* cell = GetAccessibleCell(row, m_check_column);
-  if (a11y::atk_bridge_t* bridge = cell ? GetAccessibleBridge() : nullptr) {
-    bridge->state_changed(cell->GetAccessibleKey(), a11y::state_checked, m_model->GetCheck(row) == 1);
-  }
+  SyncAccessibleRows();  // tells of the tick's change
   return true;
 }
 
@@ -199,6 +222,10 @@ void CGrid::SyncAccessibleRows() {
     }
   }
   old_rows = std::move(rows);
+  for (const auto& part : old_rows) {
+    const bool is_new = std::find(added.begin(), added.end(), part.get()) != added.end();
+    part->TellChanges(is_new ? nullptr : bridge);  // a new row is whole when announced
+  }
   for (const grid_row_part_t* part : bridge ? added : std::vector<const grid_row_part_t*>()) {
     bridge->child_added(this, part->GetAccessibleKey());
   }

@@ -3,7 +3,12 @@
 #include <ombrelcfrw7/accessible_part.h>
 #include <ombrelgrid8/grid.h>
 
+namespace a11y {
+class atk_bridge_t;
+}
+
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace ombrelgrid8 {
@@ -15,12 +20,16 @@ class grid_cell_part_t : public ombrelcfrw7::CAccessiblePart {
   void DescribeAccessible(a11y::info_t& info) const override;
   ombrelc7::rect<int> GetWindowRect() const override;
   bool DoAccessibleAction(int index) override;
+  /// Tells `bridge` (may be null) what changed in the name and the tick since last time.
+  void TellChanges(a11y::atk_bridge_t* bridge);
 
  private:
   CGrid* m_grid;
   int m_row;
   int m_column;
   bool m_tick;  // a check box; fixed for the part's life, as its actions are
+  std::string m_told_name;
+  bool m_told_checked = false;
 };
 
 /// One row: the header row (-1) or a row of the model, with its cells.
@@ -32,6 +41,7 @@ class grid_row_part_t : public ombrelcfrw7::CAccessiblePart {
   bool HasTick() const { return m_tick; }
   const grid_cell_part_t* GetCell(int column) const;
   std::vector<const CAccessiblePart*> GetParts() const override;
+  void TellChanges(a11y::atk_bridge_t* bridge);
   void DescribeAccessible(a11y::info_t& info) const override;
   ombrelc7::rect<int> GetWindowRect() const override;
 
@@ -40,6 +50,7 @@ class grid_row_part_t : public ombrelcfrw7::CAccessiblePart {
   int m_row;
   bool m_tick;
   std::vector<std::unique_ptr<grid_cell_part_t>> m_cells;
+  std::string m_told_name;
 };
 
 /// The rows that screen readers see: the header row first, then the rows in view.

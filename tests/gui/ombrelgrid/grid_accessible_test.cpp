@@ -190,4 +190,28 @@ TEST_F(grid_accessible_test, scrolling_replaces_the_rows_that_leave_the_view) {
   EXPECT_EQ(out_of_view.get(), nullptr);
 }
 
+TEST_F(grid_accessible_test, a_changed_text_or_tick_of_the_model_is_told) {
+  AtkObject* cell = child(row(2), 0);
+  AtkObject* tick = child(row(2), 1);
+  int names = 0;
+  checked_changes_t changes;
+  g_signal_connect(cell, "notify::accessible-name",
+                   G_CALLBACK(+[](GObject*, GParamSpec*, gpointer count) { ++*static_cast<int*>(count); }),
+                   &names);
+  g_signal_connect(tick, "state-change", G_CALLBACK(checked_changes_t::on_state), &changes);
+  m_grid->Refresh();  // nothing changed: nothing is told
+  EXPECT_EQ(names, 0);
+  auto* item = dynamic_cast<Property<std::string>*>(model()->getPropertyByRow(1));
+  ASSERT_NE(item, nullptr);
+  item->SetValue("/include/sys");
+  item->SetChecked(csTicked);
+  m_grid->Refresh();
+  EXPECT_EQ(names, 1);
+  EXPECT_STREQ(atk_object_get_name(cell), "/include/sys");
+  EXPECT_EQ(changes.count, 1);
+  EXPECT_TRUE(changes.last);
+  g_signal_handlers_disconnect_by_data(cell, &names);
+  g_signal_handlers_disconnect_by_data(tick, &changes);
+}
+
 }  // namespace
