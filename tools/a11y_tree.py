@@ -3,9 +3,9 @@
 
 Usage: tools/a11y_tree.py [NAME_OR_PID]
 Lists every application on the AT-SPI bus when no argument is given. Each line shows
-an object's role, name, states and screen extents, indented by depth, and its value or
-text when it has one. Run it in the same session as the program (the same accessibility
-bus), e.g. beside the gallery started under dbus-run-session without NO_AT_BRIDGE:
+an object's role, name, states and screen extents, indented by depth, its value when it
+has one and a table's rows and columns. Run it in the same session as the program (the
+same accessibility bus), e.g. beside the gallery started under dbus-run-session without NO_AT_BRIDGE:
 
   dbus-run-session -- sh -c 'build/ci/bin/tamsel3_gallery & sleep 2; tools/a11y_tree.py tamsel3_gallery'
 """
@@ -37,6 +37,11 @@ def describe(node):
         pass
     try:
         line += " value=%g" % node.queryValue().currentValue
+    except NotImplementedError:
+        pass
+    try:
+        table = node.queryTable()
+        line += " table=%dx%d" % (table.nRows, table.nColumns)
     except NotImplementedError:
         pass
     return line
