@@ -60,7 +60,8 @@ struct table_info_t {
 };
 
 /// What one element says about itself; each element type fills in its part. The kind of
-/// a node (whether it has actions, text or a value) must not change over its life.
+/// a node (whether it has actions, text, a value or a table part) must not change over its
+/// life.
 struct info_t {
   role_t role = role_t::panel;
   std::string name;
