@@ -34,11 +34,8 @@ struct connection_t {
   }
 };
 
-class connection_node_t;
-
-/// One entry of a subscriber's list: the signal that it is connected to. The entry lives
-/// in the connection's node, so that entering and leaving the list allocate nothing and
-/// leaving it needs no search.
+/// One entry of a subscriber's list: the signal that it is connected to. Entries stay
+/// where they are while linked, so that leaving the list needs no search.
 struct subscriber_entry_t {
   subscriber_entry_t* prev = nullptr;
   subscriber_entry_t* next = nullptr;
@@ -78,75 +75,51 @@ class subscriber_base_t {
   threading::mutex_t m_subscriber_mutex;
 };
 
-/// The signal's links of a connection node.
-struct connection_link_t {
-  connection_link_t* prev = nullptr;
-  connection_link_t* next = nullptr;
-};
-
-/// A connection as the signal keeps it, with its entry in the subscriber's list.
-class connection_node_t : public connection_link_t {
- public:
-  static void* operator new(std::size_t size) { return pool_allocate(size); }
-  static void operator delete(void* block, std::size_t size) noexcept { pool_free(block, size); }
-
+/// A connection as the signal keeps it, with its entry in the subscriber's list; the entry
+/// is null when the connection has none (blank, or its entry was taken out).
+struct connection_slot_t {
   connection_t connection;
-  // In the list of connection.subscriber while linked; a connection is blanked only after
-  // its entry has left the list.
-  subscriber_entry_t entry;
-
-  // Told by the entry's signal, which changes only with both mutexes held; its links also
-  // change when a neighbour comes or goes.
-  bool entry_linked() const { return entry.signal != nullptr; }
+  subscriber_entry_t* entry = nullptr;
 };
 
-/// The signal's connections in order, as a ring of nodes that stay where they are while a
-/// walk goes on. The first node lives inside the list, so that a signal with one
-/// connection, the usual case and every posted snapshot of one, allocates none.
+/// The signal's connections in order, side by side, so that an emission walks them without
+/// chasing pointers. Appending may move the slots: a walk holds an index, never an address,
+/// across a call. The first slot and the first entry live inside the list, so that a signal
+/// with one connection, the usual case and every posted snapshot of one, allocates nothing.
 class connection_list_t {
  public:
-  class iterator {
-   public:
-    explicit iterator(connection_link_t* link) : m_link(link) {}
-    connection_t& operator*() const { return node()->connection; }
-    connection_t* operator->() const { return &node()->connection; }
-    connection_node_t* node() const { return static_cast<connection_node_t*>(m_link); }
-    // The next link is read only now, after the caller is done with this node.
-    iterator& operator++() {
-      m_link = m_link->next;
-      return *this;
-    }
-    bool operator==(const iterator& other) const { return m_link == other.m_link; }
-    bool operator!=(const iterator& other) const { return m_link != other.m_link; }
-
-   private:
-    connection_link_t* m_link;
-  };
-
-  connection_list_t() { m_head.prev = m_head.next = &m_head; }
+  connection_list_t() = default;
   connection_list_t(const connection_list_t&) = delete;
   connection_list_t& operator=(const connection_list_t&) = delete;
   ~connection_list_t() { clear(); }
 
-  iterator begin() const { return iterator(m_head.next); }
-  iterator end() const { return iterator(const_cast<connection_link_t*>(&m_head)); }
-  bool empty() const { return size() == 0; }
   // Atomic, so that a dying signal may look without its mutex (changes happen under it).
   std::size_t size() const { return m_size.load(std::memory_order_acquire); }
+  bool empty() const { return size() == 0; }
+  connection_slot_t& operator[](std::size_t index) const { return m_slots[index]; }
 
-  /// Appends a node holding `connection` and returns it.
-  connection_node_t* push_back(const connection_t& connection);
-  /// Unhooks and frees the node; returns the one behind it.
-  iterator erase(iterator position);
-  /// Frees every node whose connection is blank.
+  /// Appends a slot holding `connection` and returns it; valid until the list changes.
+  connection_slot_t& push_back(const connection_t& connection);
+  /// Takes the slot at `index` out; those behind it move up, keeping their order.
+  void erase(std::size_t index);
+  /// Takes every blank slot out, keeping the others' order.
   void remove_blanks();
   void clear();
 
+  /// An entry for a slot's subscriber list, and back: the list keeps one spare inside.
+  subscriber_entry_t* new_entry();
+  void delete_entry(subscriber_entry_t* entry);
+
  private:
-  connection_link_t m_head;
-  connection_node_t m_inline;
+  void grow();
+  void release_storage();
+
+  connection_slot_t* m_slots = &m_inline;
   std::atomic<std::uint32_t> m_size{0};
-  bool m_inline_in_use = false;
+  std::uint32_t m_capacity = 1;
+  bool m_inline_entry_in_use = false;
+  connection_slot_t m_inline;
+  subscriber_entry_t m_inline_entry;
 };
 
 /// The non-template part of a signal: the connection list, its mutex and the emission
@@ -207,8 +180,11 @@ class signal_base_t : public subscriber_base_t {
   void unlink_all_locked();
   /// Takes out of `subscriber`'s list every entry of this signal.
   void remove_from_subscriber(subscriber_base_t* subscriber);
-  /// Blanks the connection while an emission walks the list, else frees its node.
-  list_t::iterator discard(list_t::iterator position);
+  /// Takes the slot's entry out of its subscriber's list, whose mutex the caller holds.
+  void unlink_entry(connection_slot_t& slot);
+  /// Blanks the connection while an emission walks the list, else takes its slot out.
+  /// Returns the index of the slot that comes next.
+  std::size_t discard(std::size_t index);
 
   mutable unsigned char* m_in_emission = nullptr;
   // On the heap, so that a signal destroyed inside its own emission can leave it to the
@@ -301,17 +277,19 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   void operator()(A... args) const {
     state_t state;
     this->begin_emission(state);
+    // Set once at the start: a nested frame shares the outermost frame's flag.
+    const unsigned char* alive = state.alive_in_force;
     try {
-      for (auto it = this->m_connections.begin(); it != this->m_connections.end(); ++it) {
-        if (!*state.alive_in_force) {
-          state.mutex->release();
-          return;
-        }
-        if (it->empty()) {
+      // By index, and the size is read anew after each call: a subscriber may append,
+      // which may move the slots, and what it appends is reached by this walk.
+      for (std::size_t index = 0; index < this->m_connections.size(); ++index) {
+        const connection_t& connection = this->m_connections[index].connection;
+        if (connection.empty()) {
           continue;
         }
-        reinterpret_cast<caster_t>(it->caster)(it->object, it->method, args...);
-        if (!signal_base_t::check_valid_state_after_call(state)) {
+        reinterpret_cast<caster_t>(connection.caster)(connection.object, connection.method, args...);
+        if (!*alive) {
+          signal_base_t::leave_dead_signal(state);
           return;  // the signal died inside the call
         }
       }
