@@ -23,13 +23,24 @@ void subscriber_base_t::unlink(subscriber_entry_t& entry) {
   m_entry_count.store(m_entry_count.load(std::memory_order_relaxed) - 1, std::memory_order_release);
 }
 
-connection_slot_t& connection_list_t::push_back(const connection_t& connection) {
+namespace {
+
+void blank(connection_slot_t& slot) {
+  slot.connection = connection_t();
+  slot.direct = nullptr;
+}
+
+}  // namespace
+
+connection_slot_t& connection_list_t::push_back(const connection_t& connection, direct_call_t direct) {
   const std::uint32_t size = m_size.load(std::memory_order_relaxed);
   if (size == m_capacity) {
     grow();
   }
   connection_slot_t& slot = m_slots[size];
   slot.connection = connection;
+  // A blank calls nothing, also directly.
+  slot.direct = connection.empty() ? nullptr : direct;
   slot.entry = nullptr;
   m_size.store(size + 1, std::memory_order_release);
   return slot;
@@ -167,13 +178,13 @@ signal_base_t::~signal_base_t() {
   // Otherwise the outermost emitting frame frees the mutex when it sees the cleared flag.
 }
 
-void signal_base_t::_insert(const connection_t& connection) {
+void signal_base_t::_insert(const connection_t& connection, direct_call_t direct) {
   threading::scoped_lock_t lock(*m_mutex);
   if (contains_locked(connection)) {
     ZANDOR_ASSERT_MSG("signal_t::_insert: this connection is already exists.", false);
     return;
   }
-  insert_locked(connection);
+  insert_locked(connection, direct);
 }
 
 void signal_base_t::_erase(const connection_t& connection) {
@@ -226,13 +237,13 @@ void signal_base_t::post_call(onstack_signal_state_t& state) const {
 void signal_base_t::copy_connections_from(const signal_base_t& source) {
   threading::scoped_lock_t source_lock(*source.m_mutex);
   for (std::size_t index = 0; index < source.m_connections.size(); ++index) {
-    const connection_t& connection = source.m_connections[index].connection;
-    if (connection.empty()) {
+    const connection_slot_t& slot = source.m_connections[index];
+    if (slot.connection.empty()) {
       continue;
     }
     threading::scoped_lock_t lock(*m_mutex);
-    if (!contains_locked(connection)) {
-      insert_locked(connection);
+    if (!contains_locked(slot.connection)) {
+      insert_locked(slot.connection, slot.direct);
     }
   }
 }
@@ -266,8 +277,8 @@ bool signal_base_t::contains_locked(const connection_t& connection) const {
   return false;
 }
 
-void signal_base_t::insert_locked(const connection_t& connection) {
-  connection_slot_t& slot = m_connections.push_back(connection);
+void signal_base_t::insert_locked(const connection_t& connection, direct_call_t direct) {
+  connection_slot_t& slot = m_connections.push_back(connection, direct);
   if (subscriber_base_t* subscriber = connection.subscriber) {
     slot.entry = m_connections.new_entry();
     // Under the subscriber's lock, which posters on every thread share, only the links
@@ -298,7 +309,7 @@ void signal_base_t::unlink_all_locked() {
       unlink_entry(slot);
     }
     if (m_in_emission) {
-      slot.connection = connection_t();
+      blank(slot);
     }
   }
   if (!m_in_emission) {
@@ -326,7 +337,7 @@ void signal_base_t::unlink_entry(connection_slot_t& slot) {
 
 std::size_t signal_base_t::discard(std::size_t index) {
   if (m_in_emission) {
-    m_connections[index].connection = connection_t();  // a tombstone until the outermost emission compacts
+    blank(m_connections[index]);  // a tombstone until the outermost emission compacts
     return index + 1;
   }
   m_connections.erase(index);

@@ -75,10 +75,15 @@ class subscriber_base_t {
   threading::mutex_t m_subscriber_mutex;
 };
 
+/// The address of a receiver's member function, called with the receiver's address and
+/// the arguments like a plain function; null where the caster has to call.
+using direct_call_t = void (*)();
+
 /// A connection as the signal keeps it, with its entry in the subscriber's list; the entry
 /// is null when the connection has none (blank, or its entry was taken out).
 struct connection_slot_t {
   connection_t connection;
+  direct_call_t direct = nullptr;
   subscriber_entry_t* entry = nullptr;
 };
 
@@ -99,7 +104,7 @@ class connection_list_t {
   connection_slot_t& operator[](std::size_t index) const { return m_slots[index]; }
 
   /// Appends a slot holding `connection` and returns it; valid until the list changes.
-  connection_slot_t& push_back(const connection_t& connection);
+  connection_slot_t& push_back(const connection_t& connection, direct_call_t direct);
   /// Takes the slot at `index` out; those behind it move up, keeping their order.
   void erase(std::size_t index);
   /// Takes every blank slot out, keeping the others' order.
@@ -141,7 +146,8 @@ class signal_base_t : public subscriber_base_t {
   signal_base_t& operator=(const signal_base_t& other);
   ~signal_base_t() override;
 
-  void _insert(const connection_t& connection);
+  /// `direct`, when given, calls the same member function as the connection's caster.
+  void _insert(const connection_t& connection, direct_call_t direct = nullptr);
   void _erase(const connection_t& connection);
   /// Drops every connection; the signal stays usable.
   void _erase_all();
@@ -174,7 +180,7 @@ class signal_base_t : public subscriber_base_t {
   friend class subscriber_base_t;
 
   bool contains_locked(const connection_t& connection) const;
-  void insert_locked(const connection_t& connection);
+  void insert_locked(const connection_t& connection, direct_call_t direct);
   /// Drops the subscriber's connections and entries; the signal's mutex is held.
   void drop_subscriber_locked(subscriber_base_t* subscriber);
   void unlink_all_locked();
@@ -192,24 +198,42 @@ class signal_base_t : public subscriber_base_t {
   threading::mutex_t* m_mutex;
 };
 
+/// The receiver class of a member-function type, and whether the function can be called
+/// like a plain function taking the receiver's address and the signal's arguments `A...`:
+/// it returns nothing and takes exactly those types, so nothing is converted on the way.
 template <class M>
-struct member_class;
+struct member_traits;
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...)> {
+struct member_traits<R (B::*)(P...)> {
   using type = B;
+  template <class... A>
+  static constexpr bool plain_call = std::is_void_v<R>&& std::is_same_v<void (*)(P...), void (*)(A...)>;
 };
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...) const> {
-  using type = B;
-};
+struct member_traits<R (B::*)(P...) const> : member_traits<R (B::*)(P...)> {};
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...) noexcept> {
-  using type = B;
-};
+struct member_traits<R (B::*)(P...) noexcept> : member_traits<R (B::*)(P...)> {};
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...) const noexcept> {
-  using type = B;
-};
+struct member_traits<R (B::*)(P...) const noexcept> : member_traits<R (B::*)(P...)> {};
+
+/// The function that a member-function pointer names, when it can be called directly: on
+/// x86-64 with the Itanium C++ ABI (GCC, Clang) such a pointer is the function's address
+/// and the adjustment of the receiver's address, and a member function takes the receiver
+/// as a hidden first argument. A virtual function (odd first word) must be looked up at
+/// each call, since the receiver's dynamic type changes while it is built and destroyed.
+/// Elsewhere null: the caster calls.
+template <class M, class... A>
+direct_call_t direct_call_of(const std::uintptr_t (&method)[2]) {
+#if defined(__x86_64__) && defined(__GXX_ABI_VERSION)
+  if constexpr (member_traits<M>::template plain_call<A...> && sizeof(M) == sizeof method) {
+    if ((method[0] & 1) == 0) {
+      return reinterpret_cast<direct_call_t>(method[0]);
+    }
+  }
+#endif
+  (void)method;
+  return nullptr;
+}
 
 /// Carrier of the static `caster` for one pair of receiver class `T` and member-function
 /// type `M`; `signal_t` derives from the instantiation with dummies.
@@ -237,6 +261,7 @@ template <class... A>
 class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   using base_t = signal_templ<dummy_t, dummy_t, A...>;
   using typename base_t::caster_t;
+  using direct_t = void (*)(void* receiver, A... args);
   using state_t = signal_base_t::onstack_signal_state_t;
 
  public:
@@ -251,7 +276,8 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   /// Connecting the same pair twice is reported and ignored.
   template <class T, class M>
   void connect(T* object, M method) {
-    this->_insert(make_connection(object, method));
+    const connection_t connection = make_connection(object, method);
+    this->_insert(connection, direct_call_of<M, A...>(connection.method));
   }
   /// Removes the connection of `object` and `method`; an unknown one is reported.
   template <class T, class M>
@@ -265,7 +291,8 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
     subscriber_base_t* subscriberObj = static_cast<subscriber_base_t*>(target);
     ZANDOR_ASSERT(static_cast<subscriber_base_t*>(this) != subscriberObj);
     if (static_cast<subscriber_base_t*>(this) != subscriberObj) {
-      this->_insert(make_connection(target, &T::operator()));
+      const connection_t connection = make_connection(target, &T::operator());
+      this->_insert(connection, direct_call_of<decltype(&T::operator()), A...>(connection.method));
     }
   }
   template <class T>
@@ -283,11 +310,17 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
       // By index, and the size is read anew after each call: a subscriber may append,
       // which may move the slots, and what it appends is reached by this walk.
       for (std::size_t index = 0; index < this->m_connections.size(); ++index) {
-        const connection_t& connection = this->m_connections[index].connection;
-        if (connection.empty()) {
+        const connection_slot_t& slot = this->m_connections[index];
+        const connection_t& connection = slot.connection;
+        if (slot.direct) {
+          // One indirect call instead of two: the caster's work was done at connection.
+          auto* receiver = static_cast<char*>(connection.object) + connection.method[1];
+          reinterpret_cast<direct_t>(slot.direct)(receiver, args...);
+        } else if (!connection.empty()) {
+          reinterpret_cast<caster_t>(connection.caster)(connection.object, connection.method, args...);
+        } else {
           continue;
         }
-        reinterpret_cast<caster_t>(connection.caster)(connection.object, connection.method, args...);
         if (!*alive) {
           signal_base_t::leave_dead_signal(state);
           return;  // the signal died inside the call
@@ -305,7 +338,7 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
  private:
   template <class T, class M>
   static connection_t make_connection(T* object, M method) {
-    using receiver_t = typename member_class<M>::type;
+    using receiver_t = typename member_traits<M>::type;
     static_assert(std::is_base_of_v<subscriber_base_t, T>, "a receiver derives from subscriber_base_t");
     static_assert(sizeof(M) <= sizeof(connection_t::method), "member-function pointer too large");
     connection_t connection;

@@ -535,6 +535,34 @@ TEST(signal_test, member_functions_of_every_kind_are_called_on_the_right_object)
   EXPECT_EQ(receiver.log, (call_log_t{"derived:4", "long:4", "returning:4", "const:4", "noexcept:4"}));
 }
 
+TEST(signal_test, virtual_subscriber_reached_while_its_derived_part_is_gone_calls_the_base_function) {
+  struct base_receiver_t : subscriber_base_t {
+    explicit base_receiver_t(call_log_t& log) : m_log(log) {}
+    ~base_receiver_t() override {
+      if (m_on_death) {
+        m_on_death();  // the derived part is gone, the connection still stands
+      }
+    }
+    virtual void on_value(int value) { m_log.push_back("base:" + std::to_string(value)); }
+    call_log_t& m_log;
+    std::function<void()> m_on_death;
+  };
+  struct derived_receiver_t : base_receiver_t {
+    using base_receiver_t::base_receiver_t;
+    void on_value(int value) override { m_log.push_back("derived:" + std::to_string(value)); }
+  };
+  call_log_t log;
+  signal_t<int> signal;
+  {
+    derived_receiver_t receiver(log);
+    receiver.m_on_death = [&] { signal(2); };
+    signal.connect(&receiver, &base_receiver_t::on_value);
+    signal(1);
+  }
+  EXPECT_EQ(log, (call_log_t{"derived:1", "base:2"}));
+  EXPECT_EQ(signal.connection_count(), 0u);
+}
+
 TEST(signal_test, method_of_a_base_reached_through_a_derived_member_pointer) {
   struct left_t {
     virtual ~left_t() = default;
