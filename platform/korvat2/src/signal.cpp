@@ -6,7 +6,10 @@
 
 namespace korvat2::_internal {
 
-void subscriber_base_t::link(subscriber_entry_t& entry, signal_base_t* signal) {
+// The small steps of connecting and disconnecting are inline: called across the shared
+// library's interface they would each cost an indirect jump.
+
+inline void subscriber_base_t::link(subscriber_entry_t& entry, signal_base_t* signal) {
   entry.signal = signal;
   entry.prev = m_signals.prev;
   entry.next = &m_signals;
@@ -15,7 +18,7 @@ void subscriber_base_t::link(subscriber_entry_t& entry, signal_base_t* signal) {
   m_entry_count.store(m_entry_count.load(std::memory_order_relaxed) + 1, std::memory_order_release);
 }
 
-void subscriber_base_t::unlink(subscriber_entry_t& entry) {
+inline void subscriber_base_t::unlink(subscriber_entry_t& entry) {
   entry.prev->next = entry.next;
   entry.next->prev = entry.prev;
   entry.prev = entry.next = nullptr;
@@ -23,16 +26,7 @@ void subscriber_base_t::unlink(subscriber_entry_t& entry) {
   m_entry_count.store(m_entry_count.load(std::memory_order_relaxed) - 1, std::memory_order_release);
 }
 
-namespace {
-
-void blank(connection_slot_t& slot) {
-  slot.connection = connection_t();
-  slot.direct = nullptr;
-}
-
-}  // namespace
-
-connection_slot_t& connection_list_t::push_back(const connection_t& connection, direct_call_t direct) {
+inline connection_slot_t& connection_list_t::push_back(const connection_t& connection, direct_call_t direct) {
   const std::uint32_t size = m_size.load(std::memory_order_relaxed);
   if (size == m_capacity) {
     grow();
@@ -42,18 +36,28 @@ connection_slot_t& connection_list_t::push_back(const connection_t& connection, 
   // A blank calls nothing, also directly.
   slot.direct = connection.empty() ? nullptr : direct;
   slot.entry = nullptr;
+  m_has_blanks = m_has_blanks || connection.empty();
   m_size.store(size + 1, std::memory_order_release);
   return slot;
 }
 
-void connection_list_t::erase(std::size_t index) {
+inline void connection_list_t::erase(std::size_t index) {
   const std::uint32_t size = m_size.load(std::memory_order_relaxed);
-  std::memmove(static_cast<void*>(m_slots + index), m_slots + index + 1,
-               (size - index - 1) * sizeof(connection_slot_t));
+  if (index + 1 < size) {
+    std::memmove(static_cast<void*>(m_slots + index), m_slots + index + 1,
+                 (size - index - 1) * sizeof(connection_slot_t));
+  }
   m_size.store(size - 1, std::memory_order_release);
 }
 
-void connection_list_t::remove_blanks() {
+inline void connection_list_t::blank(std::size_t index) {
+  m_slots[index].connection = connection_t();
+  m_slots[index].direct = nullptr;
+  m_has_blanks = true;
+}
+
+void connection_list_t::compact() {
+  m_has_blanks = false;
   const std::uint32_t size = m_size.load(std::memory_order_relaxed);
   std::uint32_t kept = 0;
   for (std::uint32_t index = 0; index < size; ++index) {
@@ -69,10 +73,11 @@ void connection_list_t::remove_blanks() {
 
 void connection_list_t::clear() {
   m_size.store(0, std::memory_order_release);
+  m_has_blanks = false;
   release_storage();
 }
 
-subscriber_entry_t* connection_list_t::new_entry() {
+inline subscriber_entry_t* connection_list_t::new_entry() {
   if (!m_inline_entry_in_use) {
     m_inline_entry_in_use = true;
     return &m_inline_entry;
@@ -80,7 +85,7 @@ subscriber_entry_t* connection_list_t::new_entry() {
   return new (pool_allocate(sizeof(subscriber_entry_t))) subscriber_entry_t;
 }
 
-void connection_list_t::delete_entry(subscriber_entry_t* entry) {
+inline void connection_list_t::delete_entry(subscriber_entry_t* entry) {
   if (entry == &m_inline_entry) {
     m_inline_entry_in_use = false;
   } else {
@@ -224,16 +229,6 @@ void signal_base_t::leave_dead_signal(onstack_signal_state_t& state) {
   }
 }
 
-void signal_base_t::post_call(onstack_signal_state_t& state) const {
-  if (!*state.alive_in_force || state.nested) {
-    state.mutex->release();
-    return;
-  }
-  m_in_emission = nullptr;
-  m_connections.remove_blanks();
-  state.mutex->release();
-}
-
 void signal_base_t::copy_connections_from(const signal_base_t& source) {
   threading::scoped_lock_t source_lock(*source.m_mutex);
   for (std::size_t index = 0; index < source.m_connections.size(); ++index) {
@@ -257,18 +252,7 @@ std::size_t signal_base_t::connection_count() const {
   return count;
 }
 
-void signal_base_t::begin_emission(onstack_signal_state_t& state) const {
-  state.mutex = m_mutex;
-  state.mutex->acquire();
-  state.alive = 1;
-  state.nested = m_in_emission != nullptr;
-  if (!state.nested) {
-    m_in_emission = &state.alive;
-  }
-  state.alive_in_force = m_in_emission;
-}
-
-bool signal_base_t::contains_locked(const connection_t& connection) const {
+inline bool signal_base_t::contains_locked(const connection_t& connection) const {
   for (std::size_t index = 0, size = m_connections.size(); index < size; ++index) {
     if (m_connections[index].connection.same_as(connection)) {
       return true;
@@ -277,7 +261,7 @@ bool signal_base_t::contains_locked(const connection_t& connection) const {
   return false;
 }
 
-void signal_base_t::insert_locked(const connection_t& connection, direct_call_t direct) {
+inline void signal_base_t::insert_locked(const connection_t& connection, direct_call_t direct) {
   connection_slot_t& slot = m_connections.push_back(connection, direct);
   if (subscriber_base_t* subscriber = connection.subscriber) {
     slot.entry = m_connections.new_entry();
@@ -309,7 +293,7 @@ void signal_base_t::unlink_all_locked() {
       unlink_entry(slot);
     }
     if (m_in_emission) {
-      blank(slot);
+      m_connections.blank(index);
     }
   }
   if (!m_in_emission) {
@@ -317,7 +301,7 @@ void signal_base_t::unlink_all_locked() {
   }
 }
 
-void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber) {
+inline void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber) {
   threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
   for (std::size_t index = 0, size = m_connections.size(); index < size; ++index) {
     connection_slot_t& slot = m_connections[index];
@@ -327,7 +311,7 @@ void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber) {
   }
 }
 
-void signal_base_t::unlink_entry(connection_slot_t& slot) {
+inline void signal_base_t::unlink_entry(connection_slot_t& slot) {
   if (slot.entry) {
     slot.connection.subscriber->unlink(*slot.entry);
     m_connections.delete_entry(slot.entry);
@@ -335,9 +319,9 @@ void signal_base_t::unlink_entry(connection_slot_t& slot) {
   }
 }
 
-std::size_t signal_base_t::discard(std::size_t index) {
+inline std::size_t signal_base_t::discard(std::size_t index) {
   if (m_in_emission) {
-    blank(m_connections[index]);  // a tombstone until the outermost emission compacts
+    m_connections.blank(index);  // a tombstone until the outermost emission compacts
     return index + 1;
   }
   m_connections.erase(index);

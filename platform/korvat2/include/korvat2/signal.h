@@ -107,8 +107,15 @@ class connection_list_t {
   connection_slot_t& push_back(const connection_t& connection, direct_call_t direct);
   /// Takes the slot at `index` out; those behind it move up, keeping their order.
   void erase(std::size_t index);
-  /// Takes every blank slot out, keeping the others' order.
-  void remove_blanks();
+  /// Blanks the slot at `index`; it stays, calling nothing, until remove_blanks.
+  void blank(std::size_t index);
+  /// Takes every blank slot out, keeping the others' order. Inline: it ends every
+  /// emission, and mostly there is nothing to do.
+  void remove_blanks() {
+    if (m_has_blanks) {
+      compact();
+    }
+  }
   void clear();
 
   /// An entry for a slot's subscriber list, and back: the list keeps one spare inside.
@@ -117,12 +124,14 @@ class connection_list_t {
 
  private:
   void grow();
+  void compact();
   void release_storage();
 
   connection_slot_t* m_slots = &m_inline;
   std::atomic<std::uint32_t> m_size{0};
   std::uint32_t m_capacity = 1;
   bool m_inline_entry_in_use = false;
+  bool m_has_blanks = false;
   connection_slot_t m_inline;
   subscriber_entry_t m_inline_entry;
 };
@@ -161,7 +170,15 @@ class signal_base_t : public subscriber_base_t {
     leave_dead_signal(state);
     return false;
   }
-  void post_call(onstack_signal_state_t& state) const;
+  void post_call(onstack_signal_state_t& state) const {
+    if (!*state.alive_in_force || state.nested) {
+      state.mutex->release();
+      return;
+    }
+    m_in_emission = nullptr;
+    m_connections.remove_blanks();
+    state.mutex->release();
+  }
 
   /// Adds each connection of `source` that this signal doesn't hold yet.
   void copy_connections_from(const signal_base_t& source);
@@ -170,7 +187,17 @@ class signal_base_t : public subscriber_base_t {
   bool empty() const { return connection_count() == 0; }
 
  protected:
-  void begin_emission(onstack_signal_state_t& state) const;
+  // Inline, as post_call: with them an emission to one subscriber makes one call.
+  void begin_emission(onstack_signal_state_t& state) const {
+    state.mutex = m_mutex;
+    state.mutex->acquire();
+    state.alive = 1;
+    state.nested = m_in_emission != nullptr;
+    if (!state.nested) {
+      m_in_emission = &state.alive;
+    }
+    state.alive_in_force = m_in_emission;
+  }
   static void leave_dead_signal(onstack_signal_state_t& state);
 
   using list_t = connection_list_t;
