@@ -79,8 +79,9 @@ class subscriber_base_t {
 /// the arguments like a plain function; null where the caster has to call.
 using direct_call_t = void (*)();
 
-/// A connection as the signal keeps it, with its entry in the subscriber's list; the entry
-/// is null when the connection has none (blank, or its entry was taken out).
+/// A connection as the signal keeps it, with its direct call where it has one, and its
+/// entry in the subscriber's list; the entry is null when the connection has none (blank,
+/// or its entry was taken out).
 struct connection_slot_t {
   connection_t connection;
   direct_call_t direct = nullptr;
@@ -234,7 +235,7 @@ template <class R, class B, class... P>
 struct member_traits<R (B::*)(P...)> {
   using type = B;
   template <class... A>
-  static constexpr bool plain_call = std::is_void_v<R>&& std::is_same_v<void (*)(P...), void (*)(A...)>;
+  static constexpr bool plain_call = (std::is_void_v<R> && std::is_same_v<void (*)(P...), void (*)(A...)>);
 };
 template <class R, class B, class... P>
 struct member_traits<R (B::*)(P...) const> : member_traits<R (B::*)(P...)> {};
