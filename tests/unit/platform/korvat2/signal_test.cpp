@@ -52,6 +52,7 @@ template <class... A>
 class inspected_signal_t : public signal_t<A...> {
  public:
   std::size_t nodes() const { return this->m_connections.size(); }
+  bool called_directly(std::size_t index) const { return this->m_connections[index].direct != nullptr; }
 };
 
 TEST(signal_test, emission_calls_subscribers_in_order_of_connection) {
@@ -562,6 +563,36 @@ TEST(signal_test, virtual_subscriber_reached_while_its_derived_part_is_gone_call
   EXPECT_EQ(log, (call_log_t{"derived:1", "base:2"}));
   EXPECT_EQ(signal.connection_count(), 0u);
 }
+
+#if defined(__x86_64__) && defined(__GXX_ABI_VERSION)
+TEST(signal_test, plain_member_functions_are_called_directly_and_the_others_through_the_caster) {
+  struct mixed_receiver_t : subscriber_base_t {
+    void plain(int) {}
+    void plain_const(int) const {}
+    virtual void overridable(int) {}
+    void converting(long) {}
+    int returning(int) { return 0; }
+  } receiver;
+  inspected_signal_t<int> signal;
+  signal_t<int> chained;
+  signal.connect(&receiver, &mixed_receiver_t::plain);
+  signal.connect(&receiver, &mixed_receiver_t::plain_const);
+  signal.connect(&chained);
+  signal.connect(&receiver, &mixed_receiver_t::overridable);
+  signal.connect(&receiver, &mixed_receiver_t::converting);
+  signal.connect(&receiver, &mixed_receiver_t::returning);
+  EXPECT_TRUE(signal.called_directly(0));
+  EXPECT_TRUE(signal.called_directly(1));
+  EXPECT_TRUE(signal.called_directly(2));
+  EXPECT_FALSE(signal.called_directly(3));
+  EXPECT_FALSE(signal.called_directly(4));
+  EXPECT_FALSE(signal.called_directly(5));
+  const inspected_signal_t<int> copy(signal);  // a snapshot keeps them
+  for (std::size_t index = 0; index < 6; ++index) {
+    EXPECT_EQ(copy.called_directly(index), signal.called_directly(index)) << index;
+  }
+}
+#endif
 
 TEST(signal_test, method_of_a_base_reached_through_a_derived_member_pointer) {
   struct left_t {
