@@ -255,7 +255,9 @@ direct_call_t direct_call_of(const std::uintptr_t (&method)[2]) {
 #if defined(__x86_64__) && defined(__GXX_ABI_VERSION)
   if constexpr (member_traits<M>::template plain_call<A...> && sizeof(M) == sizeof method) {
     if ((method[0] & 1) == 0) {
-      return reinterpret_cast<direct_call_t>(method[0]);
+      direct_call_t function;
+      std::memcpy(&function, &method[0], sizeof function);
+      return function;
     }
   }
 #endif
