@@ -18,7 +18,7 @@ using ombrelc7::size;
 // The gauge's scale: the position divided by this is a percentage.
 constexpr int positions_per_percent = progress_impl_t::scale / 100;
 
-void append_line(std::string& out, const std::string& text) {
+void append_line(std::string& out, std::string_view text) {
   out += "\n    ";
   out += text;
 }
@@ -265,8 +265,8 @@ void message_entry_t::do_string(ombrelcfrw7::CVisualElement* /*element*/, std::s
   if (!message_text.empty()) {
     append_line(out, message_text);
   }
-  for (const messenger_entry_t& line : m_messages) {
-    append_line(out, line.m_text);
+  for (std::size_t line = 0; line < m_messages.size(); ++line) {
+    append_line(out, m_messages.text(line));
   }
   if (m_transient_caption) {
     append_line(out, m_transient_caption->AsString());
