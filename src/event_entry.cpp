@@ -51,6 +51,12 @@ void event_entry_t::say_impl(ombrelcfrw7::CVisualElement* parent, ombrelcfrw7::C
   if (!transient) {
     *caption_slot = nullptr;
     m_messages.add(severity, text ? text : "", picture);
+    if (auto* column = dynamic_cast<ombrelcfrw7::CLineColumn*>(parent)) {
+      // The column draws kept lines itself; the status line that this one replaces goes.
+      delete caption;
+      column->LinesAdded();
+      return;
+    }
   }
   if (!caption) {
     caption = new ombrelcfrw7::CCaption(nullptr, ombrelc7::size<int>(0, 0), ombrelc7::alFill);

@@ -1,18 +1,15 @@
 // An entry's kept lines without a log: what a long log costs per line.
 #include <tamsel3/event_entry.h>
 
+#include "heap_use.h"
+
 #include <gtest/gtest.h>
-#include <malloc.h>
 
 #include <string>
 
 namespace {
 
-// Bytes in use on the heap, large blocks that the allocator maps on their own included.
-std::size_t heap_in_use() {
-  const struct mallinfo2 info = mallinfo2();
-  return info.uordblks + info.hblkhd;
-}
+using test_support::heap_in_use;
 
 // The entry's own keeping, without anything shown.
 class keeping_entry_t : public tamsel3::event_entry_t {
