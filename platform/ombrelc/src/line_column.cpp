@@ -105,7 +105,15 @@ CLineColumn::~CLineColumn() = default;
 
 std::size_t CLineColumn::GetLineCount() const { return m_source ? m_source->GetLineCount() : 0; }
 
-void CLineColumn::LinesAdded() { OnChange(); }
+void CLineColumn::LinesAdded() {
+  // Lines come in batches of thousands: one notice until they are measured is enough, the
+  // layout that it asks for repaints the window.
+  if (m_lines_waiting) {
+    return;
+  }
+  m_lines_waiting = true;
+  OnChange();
+}
 
 CLineCaption& CLineColumn::Bind(std::size_t index) const {
   m_caption->Rebind(m_source->GetLineText(index), m_source->GetLinePicture(index));
@@ -113,6 +121,7 @@ CLineCaption& CLineColumn::Bind(std::size_t index) const {
 }
 
 void CLineColumn::MeasureLines(int width) const {
+  m_lines_waiting = false;
   if (width != m_width) {
     m_width = width;
     m_sums.assign(1, 0);

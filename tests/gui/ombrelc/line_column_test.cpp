@@ -30,6 +30,19 @@ class counted_source_t : public ILineSource {
   int& m_reads;
 };
 
+// A box that counts the notices of its children's changes.
+class noticing_box_t : public CVertBox {
+ public:
+  using CVertBox::CVertBox;
+  int m_notices = 0;
+
+ protected:
+  void OnChildInvalidated(CVisualElement* child) override {
+    ++m_notices;
+    CVertBox::OnChildInvalidated(child);
+  }
+};
+
 class ombrelc_line_column_test : public control_fixture_t {
  protected:
   void SetUp() override {
@@ -107,6 +120,24 @@ TEST_F(ombrelc_line_column_test, a_paint_reads_only_the_lines_that_it_shows) {
   const int shown = client.GetHeight() / m_column->GetLineRect(0).height() + 1;
   EXPECT_GT(m_reads, 0);
   EXPECT_LE(m_reads, shown + 1);
+}
+
+TEST_F(ombrelc_line_column_test, lines_added_one_by_one_send_one_notice_until_they_are_measured) {
+  auto* box = new noticing_box_t(root(), size<int>(0, 0), ombrelc7::alClient);
+  auto* column = new CLineColumn(box, size<int>(0, 0), ombrelc7::alFill,
+                                 std::make_unique<counted_source_t>(m_lines, m_reads));
+  layout();
+  box->m_notices = 0;
+  for (int i = 0; i < 1000; ++i) {
+    m_lines.push_back("line");
+    column->LinesAdded();
+  }
+  EXPECT_EQ(box->m_notices, 1);
+  layout();
+  EXPECT_EQ(column->GetLineRect(999).bottom, column->GetRect().bottom);
+  m_lines.push_back("one more");
+  column->LinesAdded();
+  EXPECT_EQ(box->m_notices, 2) << "measured lines: the next one tells again";
 }
 
 TEST_F(ombrelc_line_column_test, added_lines_keep_a_view_left_above_the_end_and_move_one_at_the_end) {

@@ -91,6 +91,7 @@ class CLineColumn : public CVisualElement {
   mutable int m_width = -1;
   mutable std::size_t m_widest_measured = 0;  // lines whose natural width is in m_widest
   mutable int m_widest = 0;
+  mutable bool m_lines_waiting = false;  // lines added since the last measure
 };
 
 }  // namespace ombrelcfrw7
