@@ -52,6 +52,11 @@ class ombrelc_line_column_test : public control_fixture_t {
                                std::make_unique<counted_source_t>(m_lines, m_reads));
     m_scroller->SetScrolled(m_column);
   }
+  // The columns read the lines of the fixture: they go first.
+  void TearDown() override {
+    m_frame->Destroy();
+    gui_test::pump();
+  }
   void add_lines(int count) {
     for (int i = 0; i < count; ++i) {
       m_lines.push_back("line " + std::to_string(m_lines.size()));
