@@ -193,6 +193,9 @@ class CVisualElement {
   /// The size of `child` along both axes when given `area` under its alignment, as an
   /// element without stacking places it.
   static ombrelc7::rect<int> PlaceInArea(CVisualElement* child, const ombrelc7::rect<int>& area);
+  /// Appends the text of `element` to `out` on a line of its own, unless it is hidden or
+  /// has none: the joining of AsString.
+  static void AppendShownText(std::string& out, const CVisualElement& element);
   /// Marks the element and all its descendants for placing again.
   void MarkSubtreeDirty();
   /// Asks the window for a layout (deferred).

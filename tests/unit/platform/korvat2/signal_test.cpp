@@ -52,6 +52,7 @@ template <class... A>
 class inspected_signal_t : public signal_t<A...> {
  public:
   std::size_t nodes() const { return this->m_connections.size(); }
+  bool called_directly(std::size_t index) const { return this->m_connections[index].direct != nullptr; }
 };
 
 TEST(signal_test, emission_calls_subscribers_in_order_of_connection) {
@@ -453,6 +454,164 @@ TEST(signal_test, null_object_gives_a_blank_connection_that_calls_nothing) {
   signal.connect(static_cast<receiver_t*>(nullptr), &receiver_t::on_value);
   EXPECT_EQ(signal.connection_count(), 0u);
   signal(1);  // nothing to call, nothing to crash
+}
+
+TEST(signal_test, many_subscribers_connected_during_emission_are_all_called_in_order) {
+  call_log_t log;
+  std::vector<std::unique_ptr<receiver_t>> late;
+  for (int i = 0; i < 40; ++i) {
+    late.push_back(std::make_unique<receiver_t>(log, "l" + std::to_string(i)));
+  }
+  receiver_t a(log, "a"), b(log, "b");
+  signal_t<int> signal;
+  bool connected = false;
+  // Enough connections to outgrow the signal's storage while the walk stands on a.
+  a.m_action = [&](int) {
+    if (!connected) {
+      connected = true;
+      for (auto& receiver : late) {
+        signal.connect(receiver.get(), &receiver_t::on_value);
+      }
+    }
+  };
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&b, &receiver_t::on_value);
+  signal(1);
+  call_log_t expected{"a:1", "b:1"};
+  for (int i = 0; i < 40; ++i) {
+    expected.push_back("l" + std::to_string(i) + ":1");
+  }
+  EXPECT_EQ(log, expected);
+  EXPECT_EQ(signal.connection_count(), 42u);
+}
+
+TEST(signal_test, disconnects_in_the_middle_keep_the_order_of_the_rest) {
+  call_log_t log;
+  std::vector<std::unique_ptr<receiver_t>> receivers;
+  inspected_signal_t<int> signal;
+  for (int i = 0; i < 12; ++i) {
+    receivers.push_back(std::make_unique<receiver_t>(log, std::to_string(i)));
+    signal.connect(receivers.back().get(), &receiver_t::on_value);
+  }
+  signal.disconnect(receivers[3].get(), &receiver_t::on_value);  // idle: the slot goes at once
+  receivers[7].reset();                                          // a dying receiver leaves too
+  // During an emission the first one blanks two others; the blanks go at its end.
+  receivers[0]->m_action = [&](int value) {
+    if (value == 1) {
+      signal.disconnect(receivers[5].get(), &receiver_t::on_value);
+      signal.disconnect(receivers[11].get(), &receiver_t::on_value);
+    }
+  };
+  signal(1);
+  signal(2);
+  EXPECT_EQ(log, (call_log_t{"0:1", "1:1", "2:1", "4:1", "6:1", "8:1", "9:1", "10:1", "0:2", "1:2", "2:2",
+                             "4:2", "6:2", "8:2", "9:2", "10:2"}));
+  EXPECT_EQ(signal.nodes(), 8u);
+}
+
+TEST(signal_test, member_functions_of_every_kind_are_called_on_the_right_object) {
+  struct first_base_t {
+    virtual ~first_base_t() = default;
+    virtual void on_virtual(int value) { log.push_back("base:" + std::to_string(value)); }
+    mutable call_log_t log;
+  };
+  struct kinds_receiver_t : first_base_t, subscriber_base_t {
+    void on_virtual(int value) override { log.push_back("derived:" + std::to_string(value)); }
+    void on_long(long value) { log.push_back("long:" + std::to_string(value)); }
+    int on_returning(int value) {
+      log.push_back("returning:" + std::to_string(value));
+      return value;
+    }
+    void on_const(int value) const { log.push_back("const:" + std::to_string(value)); }
+    void on_noexcept(int value) noexcept { log.push_back("noexcept:" + std::to_string(value)); }
+  } receiver;
+  signal_t<int> signal;
+  // Named through the base, the virtual call still reaches the override.
+  signal.connect(&receiver, &first_base_t::on_virtual);
+  signal.connect(&receiver, &kinds_receiver_t::on_long);
+  signal.connect(&receiver, &kinds_receiver_t::on_returning);
+  signal.connect(&receiver, &kinds_receiver_t::on_const);
+  signal.connect(&receiver, &kinds_receiver_t::on_noexcept);
+  signal(4);
+  EXPECT_EQ(receiver.log, (call_log_t{"derived:4", "long:4", "returning:4", "const:4", "noexcept:4"}));
+}
+
+TEST(signal_test, virtual_subscriber_reached_while_its_derived_part_is_gone_calls_the_base_function) {
+  struct base_receiver_t : subscriber_base_t {
+    explicit base_receiver_t(call_log_t& log) : m_log(log) {}
+    ~base_receiver_t() override {
+      if (m_on_death) {
+        m_on_death();  // the derived part is gone, the connection still stands
+      }
+    }
+    virtual void on_value(int value) { m_log.push_back("base:" + std::to_string(value)); }
+    call_log_t& m_log;
+    std::function<void()> m_on_death;
+  };
+  struct derived_receiver_t : base_receiver_t {
+    using base_receiver_t::base_receiver_t;
+    void on_value(int value) override { m_log.push_back("derived:" + std::to_string(value)); }
+  };
+  call_log_t log;
+  signal_t<int> signal;
+  {
+    derived_receiver_t receiver(log);
+    receiver.m_on_death = [&] { signal(2); };
+    signal.connect(&receiver, &base_receiver_t::on_value);
+    signal(1);
+  }
+  EXPECT_EQ(log, (call_log_t{"derived:1", "base:2"}));
+  EXPECT_EQ(signal.connection_count(), 0u);
+}
+
+#if defined(__x86_64__) && defined(__GXX_ABI_VERSION)
+TEST(signal_test, plain_member_functions_are_called_directly_and_the_others_through_the_caster) {
+  struct mixed_receiver_t : subscriber_base_t {
+    void plain(int) {}
+    void plain_const(int) const {}
+    virtual void overridable(int) {}
+    void converting(long) {}
+    int returning(int) { return 0; }
+  } receiver;
+  inspected_signal_t<int> signal;
+  signal_t<int> chained;
+  signal.connect(&receiver, &mixed_receiver_t::plain);
+  signal.connect(&receiver, &mixed_receiver_t::plain_const);
+  signal.connect(&chained);
+  signal.connect(&receiver, &mixed_receiver_t::overridable);
+  signal.connect(&receiver, &mixed_receiver_t::converting);
+  signal.connect(&receiver, &mixed_receiver_t::returning);
+  EXPECT_TRUE(signal.called_directly(0));
+  EXPECT_TRUE(signal.called_directly(1));
+  EXPECT_TRUE(signal.called_directly(2));
+  EXPECT_FALSE(signal.called_directly(3));
+  EXPECT_FALSE(signal.called_directly(4));
+  EXPECT_FALSE(signal.called_directly(5));
+  const inspected_signal_t<int> copy(signal);  // a snapshot keeps them
+  for (std::size_t index = 0; index < 6; ++index) {
+    EXPECT_EQ(copy.called_directly(index), signal.called_directly(index)) << index;
+  }
+}
+#endif
+
+TEST(signal_test, method_of_a_base_reached_through_a_derived_member_pointer) {
+  struct left_t {
+    virtual ~left_t() = default;
+    int left_value = 1;
+  };
+  struct right_t {
+    int right_value = 10;
+    void add(int value) { right_value += value; }
+  };
+  struct joined_t : left_t, right_t, subscriber_base_t {
+  } receiver;
+  signal_t<int> signal;
+  // The member pointer's class is the derived one: the call adjusts to the right_t part.
+  void (joined_t::*method)(int) = &right_t::add;
+  signal.connect(&receiver, method);
+  signal(5);
+  EXPECT_EQ(receiver.right_value, 15);
+  EXPECT_EQ(receiver.left_value, 1);
 }
 
 TEST(signal_test, emissions_from_two_threads_run_one_after_the_other) {
