@@ -26,6 +26,13 @@ class kept_lines_source_t : public ombrelcfrw7::ILineSource {
   std::size_t GetLineCount() const override { return m_lines.size(); }
   std::string_view GetLineText(std::size_t index) const override { return m_lines.text(index); }
   int GetLinePicture(std::size_t index) const override { return m_lines.picture(index); }
+  // Screen readers speak a new error at once, other lines when they are idle.
+  a11y::politeness_t GetLineLive(std::size_t index) const override {
+    const auto urgent =
+        static_cast<unsigned>(pelit2::severity_error) | static_cast<unsigned>(pelit2::severity_critical);
+    return (static_cast<unsigned>(m_lines.severity(index)) & urgent) != 0 ? a11y::politeness_t::assertive
+                                                                          : a11y::politeness_t::polite;
+  }
 
  private:
   const kept_lines_t& m_lines;

@@ -33,6 +33,14 @@ a11y::politeness_t CVisualElement::GetLive() const {
   return (m_flags & flag_live_polite) ? a11y::politeness_t::polite : a11y::politeness_t::off;
 }
 
+void CVisualElement::ListAccessibleChildren(std::vector<const void*>& keys) const {
+  for (const CVisualElement* child : m_children) {
+    if (child->IsVisible()) {
+      keys.push_back(child);
+    }
+  }
+}
+
 a11y::atk_bridge_t* CVisualElement::GetAccessibleBridge() const {
   CBaseControl* control = GetBaseControl();
   return control ? control->GetAccessibleBridge() : nullptr;
@@ -75,6 +83,11 @@ void CGauge::DescribeAccessible(a11y::info_t& info) const {
 // ---------------------------------------------------------------------------------------
 
 void CBaseControl::accessible_tree_t::describe(a11y::key_t node, a11y::info_t& info) const {
+  if (const CAccessiblePart* part = CAccessiblePart::FromKey(node)) {
+    part->DescribeAccessible(info);
+    info.states |= a11y::state_visible | (part->IsShowing() ? a11y::state_showing : 0U);
+    return;
+  }
   const CVisualElement* element = Element(node);
   element->DescribeAccessible(info);
   if (info.live == a11y::politeness_t::off) {

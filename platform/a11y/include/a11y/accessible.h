@@ -84,6 +84,11 @@ class tree_t {
   virtual bool do_action(key_t node, int index) = 0;
   /// Gives the node the keyboard focus; false when it can't take it.
   virtual bool grab_focus(key_t node) { return false; }
+  /// For a node whose text is too long to copy whole into info_t::text on every call (a log
+  /// of a million lines): its length in characters. -1 (the default): info_t::text holds it.
+  virtual long text_length(key_t node) const { return -1; }
+  /// Characters [start, end) of such a text, as UTF-8; 0 <= start <= end <= text_length.
+  virtual std::string text_range(key_t node, long start, long end) const { return {}; }
 };
 
 }  // namespace a11y

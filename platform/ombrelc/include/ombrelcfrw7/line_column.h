@@ -2,6 +2,8 @@
 // A column of many text lines that keeps no element per line.
 #include <ombrelcfrw7/visual_element.h>
 
+#include <a11y/accessible.h>
+
 #include <cstddef>
 #include <memory>
 #include <string_view>
@@ -21,6 +23,8 @@ class ILineSource {
   virtual std::string_view GetLineText(std::size_t index) const = 0;
   /// The picture of line `index` in the control's image list; -1 for none.
   virtual int GetLinePicture(std::size_t index) const = 0;
+  /// How urgently a screen reader speaks line `index` when it is new; off by default.
+  virtual a11y::politeness_t GetLineLive(std::size_t index) const { return a11y::politeness_t::off; }
 };
 
 /// Lines of a source shown top to bottom as word-wrapped captions with their pictures, as a
@@ -30,6 +34,13 @@ class ILineSource {
 ///
 /// Elements added as children (a running status line) sit among the lines, after those
 /// that the source held when they joined.
+///
+/// To assistive technologies the column is a panel whose text is every line, joined with
+/// "\n", read in parts. Its accessible children are the lines in view and the newest line
+/// (so that a new line is announced wherever the view is), as labels, in order with the
+/// visible children. They are kept only while a client knows the column, and follow the
+/// view as it is laid out and painted: a line that leaves is reported gone, one that comes
+/// is reported added.
 class CLineColumn : public CVisualElement {
  public:
   /// The lines and the children in order, each as an element. A line's element is shared:
@@ -66,6 +77,11 @@ class CLineColumn : public CVisualElement {
   /// Plain text of the shown lines and children, joined with "\n".
   std::string AsString() const override;
 
+  void DescribeAccessible(a11y::info_t& info) const override;
+  void ListAccessibleChildren(std::vector<const void*>& keys) const override;
+  long GetAccessibleTextLength() const override;
+  std::string GetAccessibleText(long start, long end) const override;
+
  protected:
   int MeasureWidth() const override;
   int MeasureHeight(int width) const override;
@@ -80,6 +96,17 @@ class CLineColumn : public CVisualElement {
   int LineTop(std::size_t index) const;  // from the column's top, children above included
   int ChildrenAbove(std::size_t index) const;
   CLineCaption& Bind(std::size_t index) const;
+  // The measured lines that meet the shown part of the column: [first, last).
+  std::pair<std::size_t, std::size_t> LinesInView() const;
+  ombrelc7::rect<int> LineWindowRect(std::size_t index) const;
+  // Brings the accessible lines in line with the view, when a client knows the column.
+  void SyncAccessibleLines() const;
+  void UpdateAccessibleLines(a11y::atk_bridge_t* bridge) const;
+  // Counts the characters of the lines up to `count` not counted yet.
+  void CountLineText(std::size_t count) const;
+
+  class line_part_t;
+  struct accessible_lines_t;
 
   std::unique_ptr<ILineSource> m_source;
   std::unique_ptr<CLineCaption> m_caption;
@@ -92,6 +119,8 @@ class CLineColumn : public CVisualElement {
   mutable std::size_t m_widest_measured = 0;  // lines whose natural width is in m_widest
   mutable int m_widest = 0;
   mutable bool m_lines_waiting = false;  // lines added since the last measure
+  // The lines that a client may know; null while no client knows the column.
+  mutable std::unique_ptr<accessible_lines_t> m_accessible;
 };
 
 }  // namespace ombrelcfrw7

@@ -150,6 +150,14 @@ class CVisualElement {
   /// urgency (off by default).
   void SetLive(a11y::politeness_t live);
   a11y::politeness_t GetLive() const;
+  /// The keys (a11y::key_t) of the element's accessible children, in order: its visible
+  /// children by default. An element that draws parts itself lists CAccessiblePart keys.
+  virtual void ListAccessibleChildren(std::vector<const void*>& keys) const;
+  /// The length in characters of a text too long to describe whole on every call (a column
+  /// of many lines); -1 (the default) when DescribeAccessible gives the text.
+  virtual long GetAccessibleTextLength() const { return -1; }
+  /// Characters [start, end) of that text as UTF-8; 0 <= start <= end <= the length.
+  virtual std::string GetAccessibleText(long start, long end) const { return {}; }
 
  protected:
   friend class CBaseControl;
