@@ -123,7 +123,18 @@ void subscriber_base_t::disconnect_all_signals() {
   }
   m_subscriber_mutex.acquire();
   while (m_signals.next != &m_signals) {
-    signal_base_t* signal = m_signals.next->signal;
+    subscriber_entry_t* entry = m_signals.next;
+    // A parked entry is ours to take out: its signal no longer calls us, and it waits for
+    // the release before it frees the entry.
+    std::uint8_t expected = subscriber_entry_t::parked;
+    if (entry->state.load(std::memory_order_relaxed) == expected &&
+        entry->state.compare_exchange_strong(expected, subscriber_entry_t::claimed,
+                                             std::memory_order_acquire)) {
+      unlink(*entry);
+      entry->state.store(subscriber_entry_t::released, std::memory_order_release);
+      continue;
+    }
+    signal_base_t* signal = entry->signal;
     // The signal side locks its mutex before ours. Waiting here while holding ours could
     // deadlock against a signal that is connecting, copying or dying on another thread,
     // so when its mutex is busy we let go of ours and try again. While the signal is in
@@ -161,7 +172,7 @@ signal_base_t::~signal_base_t() {
   // and none can come to, so there is nothing to undo (a delivered snapshot dies so). The
   // count is read first: whoever took the last connection out held the mutex. Whoever
   // emitted last let go of the mutex too, so the emission pointer is read after it.
-  if (m_connections.empty() && m_mutex->unheld() && !m_in_emission) {
+  if (m_connections.empty() && m_mutex->unheld() && !m_in_emission && !m_parked) {
     delete m_mutex;
     return;
   }
@@ -204,7 +215,7 @@ void signal_base_t::_erase(const connection_t& connection) {
   if (!subscriber_found) {
     return;
   }
-  if (connection.subscriber) {
+  if (connection.subscriber && !park(found)) {
     // Every entry of this signal goes, also one that a second method of the same
     // subscriber made: one method per signal is what callers use.
     remove_from_subscriber(connection.subscriber);
@@ -264,6 +275,9 @@ inline bool signal_base_t::contains_locked(const connection_t& connection) const
 inline void signal_base_t::insert_locked(const connection_t& connection, direct_call_t direct) {
   connection_slot_t& slot = m_connections.push_back(connection, direct);
   if (subscriber_base_t* subscriber = connection.subscriber) {
+    if ((slot.entry = unpark_for(subscriber)) != nullptr) {
+      return;  // still linked in the subscriber's list
+    }
     slot.entry = m_connections.new_entry();
     // Under the subscriber's lock, which posters on every thread share, only the links
     // of the entry change.
@@ -272,8 +286,74 @@ inline void signal_base_t::insert_locked(const connection_t& connection, direct_
   }
 }
 
+inline subscriber_entry_t* signal_base_t::unpark_for(subscriber_base_t* subscriber) {
+  subscriber_entry_t* entry = m_parked;
+  if (!entry || m_parked_owner != subscriber) {
+    return nullptr;
+  }
+  // Fails when the subscriber claimed the entry, leaving its signals: it is then settled
+  // as any claimed one, and the new connection gets an entry of its own.
+  std::uint8_t expected = subscriber_entry_t::parked;
+  if (!entry->state.compare_exchange_strong(expected, subscriber_entry_t::in_use,
+                                            std::memory_order_acquire)) {
+    return nullptr;
+  }
+  m_parked = nullptr;
+  return entry;
+}
+
+inline bool signal_base_t::park(std::size_t index) {
+  subscriber_entry_t* entry = m_connections[index].entry;
+  if (!entry) {
+    return false;
+  }
+  if (m_parked) {
+    if (m_parked->state.load(std::memory_order_acquire) != subscriber_entry_t::released) {
+      return false;
+    }
+    drop_parked_locked();  // its subscriber took it out: only the memory is left
+  }
+  const subscriber_base_t* subscriber = m_connections[index].connection.subscriber;
+  for (std::size_t other = 0, size = m_connections.size(); other < size; ++other) {
+    if (other != index && m_connections[other].entry &&
+        m_connections[other].connection.subscriber == subscriber) {
+      return false;  // every entry goes, under the subscriber's mutex
+    }
+  }
+  m_connections[index].entry = nullptr;
+  m_parked = entry;
+  m_parked_owner = m_connections[index].connection.subscriber;
+  entry->state.store(subscriber_entry_t::parked, std::memory_order_release);
+  return true;
+}
+
+void signal_base_t::drop_parked_locked() {
+  subscriber_entry_t* entry = m_parked;
+  if (!entry) {
+    return;
+  }
+  m_parked = nullptr;
+  std::uint8_t expected = subscriber_entry_t::parked;
+  if (entry->state.compare_exchange_strong(expected, subscriber_entry_t::in_use, std::memory_order_acquire)) {
+    // Still linked: its subscriber can't finish dying before we take it out.
+    threading::scoped_lock_t lock(m_parked_owner->m_subscriber_mutex);
+    m_parked_owner->unlink(*entry);
+  } else {
+    // Claimed: the subscriber is taking it out under its own mutex, and touches nothing
+    // else of ours. It may be gone as soon as the entry is released.
+    while (entry->state.load(std::memory_order_acquire) != subscriber_entry_t::released) {
+      std::this_thread::yield();
+    }
+  }
+  entry->state.store(subscriber_entry_t::in_use, std::memory_order_relaxed);
+  m_connections.delete_entry(entry);
+}
+
 void signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
   threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
+  if (m_parked && m_parked_owner == subscriber) {
+    drop_parked_locked();
+  }
   for (std::size_t index = 0; index < m_connections.size();) {
     connection_slot_t& slot = m_connections[index];
     if (slot.connection.subscriber != subscriber) {
@@ -286,6 +366,7 @@ void signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
 }
 
 void signal_base_t::unlink_all_locked() {
+  drop_parked_locked();
   for (std::size_t index = 0, size = m_connections.size(); index < size; ++index) {
     connection_slot_t& slot = m_connections[index];
     if (slot.entry) {

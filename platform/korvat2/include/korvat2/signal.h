@@ -37,9 +37,15 @@ struct connection_t {
 /// One entry of a subscriber's list: the signal that it is connected to. Entries stay
 /// where they are while linked, so that leaving the list needs no search.
 struct subscriber_entry_t {
+  /// A signal may keep the entry of a connection it took out linked, parked, to use it
+  /// again when the same subscriber connects. The subscriber may claim a parked entry to
+  /// leave its list without the signal's mutex; the signal frees it once released.
+  enum state_t : std::uint8_t { in_use, parked, claimed, released };
+
   subscriber_entry_t* prev = nullptr;
   subscriber_entry_t* next = nullptr;
   signal_base_t* signal = nullptr;
+  std::atomic<std::uint8_t> state{in_use};
 };
 
 /// Base of everything that can receive an emission. Its connections are removed when it
@@ -209,6 +215,14 @@ class signal_base_t : public subscriber_base_t {
 
   bool contains_locked(const connection_t& connection) const;
   void insert_locked(const connection_t& connection, direct_call_t direct);
+  /// Takes the parked entry back for `subscriber`'s new connection, if it is that one's.
+  subscriber_entry_t* unpark_for(subscriber_base_t* subscriber);
+  /// Parks the entry of the slot at `index` instead of taking it out of its subscriber's
+  /// list, when that is the subscriber's only entry here and nothing is parked.
+  bool park(std::size_t index);
+  /// Takes the parked entry out of its subscriber's list, or waits until the subscriber
+  /// who claimed it is done with it, and frees it.
+  void drop_parked_locked();
   /// Drops the subscriber's connections and entries; the signal's mutex is held.
   void drop_subscriber_locked(subscriber_base_t* subscriber);
   void unlink_all_locked();
@@ -221,6 +235,10 @@ class signal_base_t : public subscriber_base_t {
   std::size_t discard(std::size_t index);
 
   mutable unsigned char* m_in_emission = nullptr;
+  // The entry of a connection taken out, still in its owner's list: connecting and
+  // disconnecting the same subscriber again and again takes only this signal's mutex.
+  subscriber_entry_t* m_parked = nullptr;
+  subscriber_base_t* m_parked_owner = nullptr;
   // On the heap, so that a signal destroyed inside its own emission can leave it to the
   // emitting frame.
   threading::mutex_t* m_mutex;
