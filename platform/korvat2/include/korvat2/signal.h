@@ -236,7 +236,7 @@ class signal_base_t : public subscriber_base_t {
 
   mutable unsigned char* m_in_emission = nullptr;
   // The entry of a connection taken out, still in its owner's list: connecting and
-  // disconnecting the same subscriber again and again takes only this signal's mutex.
+  // disconnecting the same subscriber again and again takes no lock of the subscriber.
   subscriber_entry_t* m_parked = nullptr;
   subscriber_base_t* m_parked_owner = nullptr;
   // On the heap, so that a signal destroyed inside its own emission can leave it to the
