@@ -25,14 +25,14 @@ event_entry_t::event_entry_t(event_log_t* log) : m_log(log), m_show_debug(log ? 
 event_entry_t::~event_entry_t() = default;
 
 void event_entry_t::say(pelit2::ESeverity severity, const char* text) {
-  m_messages.push_back(messenger_entry_t{severity, text ? text : ""});
+  m_messages.add(severity, text ? text : "");
 }
 
 korvat2::error_code_t event_entry_t::save(korvat2::variant_bag_t& bag) {
-  for (const messenger_entry_t& line : m_messages) {
+  for (std::size_t line = 0; line < m_messages.size(); ++line) {
     korvat2::variant_bag_t entry;
-    entry.put(MSG_NAME, line.m_text);
-    entry.put(SEVERITY_NAME, static_cast<int>(line.m_severity));
+    entry.put(MSG_NAME, std::string(m_messages.text(line)));
+    entry.put(SEVERITY_NAME, static_cast<int>(m_messages.severity(line)));
     bag.add_variant_bag(MESSAGE_NAME, entry);
   }
   return korvat2::error::Success;
@@ -47,10 +47,17 @@ void event_entry_t::say_impl(ombrelcfrw7::CVisualElement* parent, ombrelcfrw7::C
     m_log->m_has_changes = true;
   }
   const bool transient = has_bit(severity, pelit2::severity_transient);
+  const int picture = m_log ? m_log->get_image_for(severity) : -1;
   ombrelcfrw7::CCaption* caption = *caption_slot;
   if (!transient) {
     *caption_slot = nullptr;
-    m_messages.push_back(messenger_entry_t{severity, text ? text : ""});
+    m_messages.add(severity, text ? text : "", picture);
+    if (auto* column = dynamic_cast<ombrelcfrw7::CLineColumn*>(parent)) {
+      // The column draws kept lines itself; the status line that this one replaces goes.
+      delete caption;
+      column->LinesAdded();
+      return;
+    }
   }
   if (!caption) {
     caption = new ombrelcfrw7::CCaption(nullptr, ombrelc7::size<int>(0, 0), ombrelc7::alFill);
@@ -61,7 +68,7 @@ void event_entry_t::say_impl(ombrelcfrw7::CVisualElement* parent, ombrelcfrw7::C
   caption->SetCaption(text ? text : "");
   caption->SetTextAlign(ombrelcfrw7::CCaption::taLeft | ombrelcfrw7::CCaption::taVCenter);
   caption->SetWordWrap(true);
-  caption->SetImageIndex(m_log ? m_log->get_image_for(severity) : -1);
+  caption->SetImageIndex(picture);
   // Screen readers speak new lines: errors at once, others when the reader is idle; the
   // status line changes too often to be spoken.
   const bool urgent =
@@ -111,8 +118,8 @@ kv2::error_code_t event_entry_t::load(const kv2::variant_bag_t& bag, pelit2::IMe
 }
 
 bool event_entry_t::has_severity(pelit2::ESeverity mask) const {
-  for (const messenger_entry_t& line : m_messages) {
-    if ((static_cast<unsigned>(line.m_severity) & static_cast<unsigned>(mask)) != 0) {
+  for (std::size_t line = 0; line < m_messages.size(); ++line) {
+    if ((static_cast<unsigned>(m_messages.severity(line)) & static_cast<unsigned>(mask)) != 0) {
       return true;
     }
   }

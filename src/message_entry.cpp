@@ -19,7 +19,26 @@ using ombrelc7::size;
 // The gauge's scale: the position divided by this is a percentage.
 constexpr int positions_per_percent = progress_impl_t::scale / 100;
 
-void append_line(std::string& out, const std::string& text) {
+// The entry's kept lines, as its column of lines reads them.
+class kept_lines_source_t : public ombrelcfrw7::ILineSource {
+ public:
+  explicit kept_lines_source_t(const kept_lines_t& lines) : m_lines(lines) {}
+  std::size_t GetLineCount() const override { return m_lines.size(); }
+  std::string_view GetLineText(std::size_t index) const override { return m_lines.text(index); }
+  int GetLinePicture(std::size_t index) const override { return m_lines.picture(index); }
+  // Screen readers speak a new error at once, other lines when they are idle.
+  a11y::politeness_t GetLineLive(std::size_t index) const override {
+    const auto urgent =
+        static_cast<unsigned>(pelit2::severity_error) | static_cast<unsigned>(pelit2::severity_critical);
+    return (static_cast<unsigned>(m_lines.severity(index)) & urgent) != 0 ? a11y::politeness_t::assertive
+                                                                          : a11y::politeness_t::polite;
+  }
+
+ private:
+  const kept_lines_t& m_lines;
+};
+
+void append_line(std::string& out, std::string_view text) {
   out += "\n    ";
   out += text;
 }
@@ -86,7 +105,8 @@ void message_entry_t::create() {
   // The message that ends a run, or replaces it, is spoken when it shows.
   m_message_caption->SetLive(a11y::politeness_t::polite);
 
-  m_lines_box = new ombrelcfrw7::CVertBox(content, size<int>(0, 0), ombrelc7::alFill);
+  m_lines_box = new ombrelcfrw7::CLineColumn(content, size<int>(0, 0), ombrelc7::alFill,
+                                             std::make_unique<kept_lines_source_t>(m_messages));
 
   m_gauge = new ombrelcfrw7::CGaugeBoxEx(content, size<int>(0, 0), ombrelc7::alFill);
   m_gauge->SetMax(static_cast<double>(progress_impl_t::scale));
@@ -268,8 +288,8 @@ void message_entry_t::do_string(ombrelcfrw7::CVisualElement* /*element*/, std::s
   if (!message_text.empty()) {
     append_line(out, message_text);
   }
-  for (const messenger_entry_t& line : m_messages) {
-    append_line(out, line.m_text);
+  for (std::size_t line = 0; line < m_messages.size(); ++line) {
+    append_line(out, m_messages.text(line));
   }
   if (m_transient_caption) {
     append_line(out, m_transient_caption->AsString());

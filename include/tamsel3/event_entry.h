@@ -9,6 +9,7 @@
 #include <pelit2/messenger.h>
 #include <pelit2/progress.h>
 #include <pelit2/severity.h>
+#include <tamsel3/kept_lines.h>
 
 #include <string>
 #include <vector>
@@ -22,14 +23,6 @@ namespace tamsel3 {
 
 class event_log_t;
 class message_t;
-
-/// A said line: its severity bits and its text.
-struct TAMSEL3_API messenger_entry_t {
-  /// The severity bits of the line.
-  pelit2::ESeverity m_severity = pelit2::severity_info;
-  /// The line's text.
-  std::string m_text;
-};
 
 /// An entry's key in the control and the callback of its buttons.
 struct TAMSEL3_API simple_tag_t {
@@ -78,7 +71,7 @@ class TAMSEL3_API event_entry_t : public pelit2::IMessenger, public korvat2::int
   /// The log that shows the entry; may be null.
   event_log_t* m_log;
   /// The kept lines, in order.
-  std::vector<messenger_entry_t> m_messages;
+  kept_lines_t m_messages;
   /// Whether debug lines are shown, copied from the log when built.
   bool m_show_debug;
 };

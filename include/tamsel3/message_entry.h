@@ -17,6 +17,7 @@ class CButton;
 class CCaption;
 class CGaugeBoxEx;
 class CImage;
+class CLineColumn;
 class CVertBox;
 class CVisualElement;
 template <class Box>
@@ -94,8 +95,8 @@ class TAMSEL3_API message_entry_t : public event_entry_t, public korvat2::subscr
   ombrelcfrw7::CCustomMessageBox* m_box = nullptr;
   /// The gauge with its Cancel button; null until the progress starts.
   ombrelcfrw7::CGaugeBoxEx* m_gauge = nullptr;
-  /// The box of the lines.
-  ombrelcfrw7::CVertBox* m_lines_box = nullptr;
+  /// The column of the lines: the kept ones, then the status line.
+  ombrelcfrw7::CLineColumn* m_lines_box = nullptr;
   /// The status text of the running progress.
   ombrelcfrw7::CCaption* m_transient_caption = nullptr;
   /// The message's caption.

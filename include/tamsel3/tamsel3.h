@@ -18,6 +18,7 @@
 #include <tamsel3/generic_base.h>
 #include <tamsel3/global_show_help.h>
 #include <tamsel3/inplace_ctrl.h>
+#include <tamsel3/kept_lines.h>
 #include <tamsel3/language_info.h>
 #include <tamsel3/max_len_options.h>
 #include <tamsel3/message.h>

@@ -1,11 +1,11 @@
 // A window with the in-place log for the accessibility client: a message with a Close
-// button, and a running progress entry whose worker waits for Cancel. It prints, one line
-// each, the screen rectangle of every drawn element ("element KIND X Y W H NAME"), the
-// gauge's percentage ("percent N"), then "ready"; "worker saw cancel" once the worker sees
-// the cancel. Gauges are named "Progress". A line "say error TEXT" (or "say info TEXT") on
-// its standard input adds a line of that severity to the message; "finish" replaces the
-// progress entry by the message "Indexing finished". It exits when its
-// standard input closes or after a minute.
+// button and two kept lines, and a running progress entry whose worker waits for Cancel.
+// It prints, one line each, the screen rectangle of every drawn element and kept line in
+// view ("element KIND X Y W H NAME"; lines are labels), the gauge's percentage ("percent
+// N"), then "ready"; "worker saw cancel" once the worker sees the cancel. Gauges are named
+// "Progress". A line "say error TEXT" (or "say info TEXT") on its standard input adds a
+// line of that severity to the message; "finish" replaces the progress entry by the
+// message "Indexing finished". It exits when its standard input closes or after a minute.
 #include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/message.h>
 
@@ -15,12 +15,14 @@
 #include <wx/frame.h>
 #include <wx/timer.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
 #include <iostream>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -39,16 +41,44 @@ const char* kind_of(const CVisualElement* element) {
   return nullptr;
 }
 
+void print_element(const char* kind, const ombrelc7::rect<int>& area, const std::string& name,
+                   wxWindow* window) {
+  const wxPoint origin = window->ClientToScreen(wxPoint(area.left, area.top));
+  std::cout << "element " << kind << ' ' << origin.x << ' ' << origin.y << ' ' << area.width() << ' '
+            << area.height() << ' ' << name << '\n';
+}
+
+// The lines of a column that show, as the labels that they are to a screen reader.
+void print_lines(const ombrelcfrw7::CLineColumn* column, wxWindow* window) {
+  const std::vector<CVisualElement*>& children = column->CVisualElement::GetChildren();
+  const ombrelcfrw7::CLineColumn::lines_view_t all = column->GetChildren();
+  const ombrelc7::rect<int> shown = column->GetVisibleWindowRect();
+  const ombrelc7::rect<int> place = column->GetWindowRect();
+  const ombrelc7::rect<int> own = column->GetRect();
+  std::size_t line = 0;
+  for (std::size_t index = 0; index < all.size(); ++index) {
+    const CVisualElement* entry = all[index];
+    if (std::find(children.begin(), children.end(), entry) != children.end()) {
+      continue;  // an element of its own, printed as such
+    }
+    const ombrelc7::rect<int> area =
+        column->GetLineRect(line++).offset(place.left - own.left, place.top - own.top);
+    if (!area.intersection(shown).empty()) {
+      print_element("label", area, entry->AsString(), window);
+    }
+  }
+}
+
 void print_elements(const CVisualElement* element, wxWindow* window) {
   if (!element->IsVisible()) {
     return;
   }
+  if (const auto* column = dynamic_cast<const ombrelcfrw7::CLineColumn*>(element)) {
+    print_lines(column, window);
+  }
   if (const char* kind = kind_of(element)) {
-    const ombrelc7::rect<int> area = element->GetWindowRect();
-    const wxPoint origin = window->ClientToScreen(wxPoint(area.left, area.top));
-    std::cout << "element " << kind << ' ' << origin.x << ' ' << origin.y << ' ' << area.width() << ' '
-              << area.height() << ' ' << (std::string(kind) == "gauge" ? "Progress" : element->AsString())
-              << '\n';
+    print_element(kind, element->GetWindowRect(),
+                  std::string(kind) == "gauge" ? "Progress" : element->AsString(), window);
   }
   for (const CVisualElement* child : element->GetChildren()) {
     print_elements(child, window);
@@ -68,6 +98,21 @@ const ombrelcfrw7::CGauge* find_gauge(const CVisualElement* element) {
   return nullptr;
 }
 
+const ombrelcfrw7::CLineColumn* find_column(const CVisualElement* element) {
+  if (const auto* column = dynamic_cast<const ombrelcfrw7::CLineColumn*>(element)) {
+    return column;
+  }
+  for (const CVisualElement* child : element->GetChildren()) {
+    if (const ombrelcfrw7::CLineColumn* found = find_column(child)) {
+      return found;
+    }
+  }
+  return nullptr;
+}
+
+// Lines said to the message before the client comes.
+const char* const kept_lines[] = {"Loaded 12 modules", "Reading symbols"};
+
 }  // namespace
 
 // Named, not anonymous: the app macro defines wxGetApp for this type, which must not have
@@ -82,6 +127,9 @@ class app_t : public wxApp {
     const unsigned int message = m_ctrl->add_message(
         new tamsel3::standard_message_t("Symbols", "Symbols of render.exe loaded"), m_no_callback);
     m_messenger = m_ctrl->get_messenger(message);
+    for (const char* line : kept_lines) {
+      m_messenger->say(pelit2::severity_info, line);
+    }
     const unsigned int tag = m_progress_tag = m_ctrl->add_progress(
         new tamsel3::progress_message_t("Indexing", plaxi1::picture_t(), true), m_no_callback);
     pelit2::IProgress* progress = m_ctrl->get_progress(tag);
@@ -147,7 +195,9 @@ class app_t : public wxApp {
     ombrelc7::ISysWindow* window = ombrelc7::CreateWrapperForWx(m_ctrl);
     auto* control = dynamic_cast<ombrelcfrw7::CBaseControl*>(window->GetControl());
     const ombrelcfrw7::CGauge* gauge = control ? find_gauge(control->GetContent()) : nullptr;
-    if (!gauge || gauge->GetPos() <= 0 || window->IsLayoutPending() || !m_ctrl->IsShownOnScreen()) {
+    const ombrelcfrw7::CLineColumn* column = control ? find_column(control->GetContent()) : nullptr;
+    if (!gauge || gauge->GetPos() <= 0 || !column || column->GetLineCount() < std::size(kept_lines) ||
+        window->IsLayoutPending() || !m_ctrl->IsShownOnScreen()) {
       return;
     }
     m_ready = true;

@@ -5,6 +5,7 @@
 #include "assert_recorder.h"
 #include "fixtures.h"
 #include "folder_locations.h"
+#include "heap_use.h"
 
 #include <ombrelc/ombrelc.h>
 #include <quern2/catalog_registry.h>
@@ -111,6 +112,27 @@ TEST_F(message_entry_test, ten_says_post_one_task_and_show_ten_lines_in_order) {
   for (std::size_t i = 0; i < 10; ++i) {
     EXPECT_EQ(line_text(entry, i), "line " + std::to_string(i));
   }
+}
+
+TEST_F(message_entry_test, a_kept_line_in_a_long_log_costs_under_a_hundred_heap_bytes) {
+  message_entry_t* entry = add();
+  ASSERT_TRUE(drain());
+  constexpr int count = 100000;
+  std::string text(60, 'x');
+  const std::size_t before = test_support::heap_in_use();
+  for (int line = 0; line < count; ++line) {
+    text.replace(0, 8, std::to_string(10000000 + line));
+    entry->say_impl(entry->m_lines_box, &entry->m_transient_caption, pelit2::severity_info, text.c_str());
+  }
+  ASSERT_TRUE(drain());
+  entry->m_lines_box->ForceRearrange();  // the layout, with what it keeps
+  const std::size_t after = test_support::heap_in_use();
+  if (after == before) {
+    GTEST_SKIP() << "the allocator in use doesn't report its use (a sanitizer's)";
+  }
+  EXPECT_LT(static_cast<double>(after - before) / count, 100.0);
+  ASSERT_EQ(shown_lines(entry), static_cast<std::size_t>(count));
+  EXPECT_EQ(line_text(entry, count - 1), std::to_string(10000000 + count - 1) + std::string(52, 'x'));
 }
 
 // Says one more line while the first batch is being shown.

@@ -3,6 +3,8 @@
 #include <korvat2/intrusive_pointer.h>
 #include <korvat2/signal.h>
 
+#include "assert_recorder.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -382,6 +384,82 @@ TEST(signal_stress_test, destroyed_on_one_thread_while_another_emits_it) { destr
 // The chained signal dies while the one it hangs behind is emitted, before its turn.
 TEST(signal_stress_test, chained_signal_destroyed_while_another_thread_emits_its_source) {
   destroy_while_emitting(true);
+}
+
+// One receiver is connected to a signal and taken out again and again on one thread, its
+// signals now and then replaced by new ones, while another thread makes it leave all its
+// signals and a third copies and emits them.
+class leaving_receiver_t : public subscriber_base_t {
+ public:
+  ~leaving_receiver_t() override { disconnect_all_signals(); }
+  void leave() { disconnect_all_signals(); }
+  void on_emit(int, int) { ++m_calls; }
+  std::atomic<long> m_calls{0};
+};
+
+constexpr int leave_rounds = 50000;
+
+TEST(signal_stress_test, receiver_connected_again_and_again_while_it_leaves_on_another_thread) {
+  // A disconnection that comes after the receiver left reports an unknown connection.
+  const test_support::assert_recorder_t asserts;
+  leaving_receiver_t receiver;
+  std::mutex shared_mutex;
+  auto shared = std::make_shared<signal_t<int, int>>();
+  std::atomic<bool> done{false};
+  long emitted_while_connected = 0;
+  std::thread connector([&] {
+    for (int round = 0; round < leave_rounds; ++round) {
+      std::shared_ptr<signal_t<int, int>> signal;
+      {
+        std::lock_guard<std::mutex> lock(shared_mutex);
+        if (round % 64 == 0) {
+          shared = std::make_shared<signal_t<int, int>>();  // the old one dies with its users
+        }
+        signal = shared;
+      }
+      signal->connect(&receiver, &leaving_receiver_t::on_emit);
+      if (round % 4 == 0) {
+        (*signal)(0, round);
+        ++emitted_while_connected;
+      }
+      signal->disconnect(&receiver, &leaving_receiver_t::on_emit);
+    }
+    done = true;
+  });
+  std::thread leaver([&] {
+    while (!done) {
+      receiver.leave();
+    }
+  });
+  std::thread copier([&] {
+    while (!done) {
+      std::shared_ptr<signal_t<int, int>> signal;
+      {
+        std::lock_guard<std::mutex> lock(shared_mutex);
+        signal = shared;
+      }
+      signal_t<int, int> snapshot(*signal);
+      snapshot(1, 0);
+    }
+  });
+  connector.join();
+  leaver.join();
+  copier.join();
+  EXPECT_LE(asserts.count(), static_cast<std::size_t>(leave_rounds));
+  // Whatever happened, the receiver and the signals agree: it is called exactly while it
+  // is connected.
+  const long before = receiver.m_calls.load();
+  signal_t<int, int>& last = *shared;
+  last(2, 0);
+  EXPECT_EQ(receiver.m_calls.load(), before);
+  last.connect(&receiver, &leaving_receiver_t::on_emit);
+  last(2, 1);
+  EXPECT_EQ(receiver.m_calls.load(), before + 1);
+  receiver.leave();
+  last(2, 2);
+  EXPECT_EQ(receiver.m_calls.load(), before + 1);
+  EXPECT_EQ(last.connection_count(), 0u);
+  EXPECT_GT(emitted_while_connected, 0);
 }
 
 }  // namespace

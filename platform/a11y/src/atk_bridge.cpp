@@ -196,6 +196,8 @@ void atk_bridge_t::value_changed(key_t node) {
 
 void atk_bridge_t::focus_changed(key_t node) { state_changed(node, state_focused, true); }
 
+bool atk_bridge_t::has_object(key_t node) const { return m_impl->existing(node) != nullptr; }
+
 std::size_t atk_bridge_t::object_count() const { return m_impl->objects.size(); }
 
 }  // namespace a11y

@@ -227,24 +227,50 @@ std::string node_text(gpointer object) {
   return describe(object, info) ? info.text : std::string();
 }
 
-gchar* text_get_text(AtkText* text, gint start, gint end) {
-  const std::string all = node_text(text);
-  const glong count = g_utf8_strlen(all.c_str(), -1);
-  start = std::clamp<gint>(start, 0, static_cast<gint>(count));
-  end = end < 0 ? static_cast<gint>(count) : std::clamp<gint>(end, start, static_cast<gint>(count));
-  return g_utf8_substring(all.c_str(), start, end);
-}
-
-gint text_get_character_count(AtkText* text) {
-  return static_cast<gint>(g_utf8_strlen(node_text(text).c_str(), -1));
-}
-
-gunichar text_get_character_at_offset(AtkText* text, gint offset) {
-  const std::string all = node_text(text);
-  if (offset < 0 || offset >= static_cast<gint>(g_utf8_strlen(all.c_str(), -1))) {
+// The length of the node's text in characters: asked of the tree for a long text, else
+// counted in the text that the node describes.
+long text_count(gpointer object) {
+  node_object_t* node = node_of(object);
+  if (!node->impl) {
     return 0;
   }
-  return g_utf8_get_char(g_utf8_offset_to_pointer(all.c_str(), offset));
+  const long length = node->impl->tree->text_length(node->key);
+  return length >= 0 ? length : g_utf8_strlen(node_text(object).c_str(), -1);
+}
+
+// Characters [start, end) of the node's text, clamped to it; end < 0: to its end. A long
+// text is read in part, never whole.
+std::string text_slice(gpointer object, long start, long end) {
+  node_object_t* node = node_of(object);
+  if (!node->impl) {
+    return {};
+  }
+  tree_t* tree = node->impl->tree;
+  const long length = tree->text_length(node->key);
+  const std::string all = length >= 0 ? std::string() : node_text(object);
+  const long count = length >= 0 ? length : g_utf8_strlen(all.c_str(), -1);
+  start = std::clamp<long>(start, 0, count);
+  end = end < 0 ? count : std::clamp<long>(end, start, count);
+  if (length >= 0) {
+    return tree->text_range(node->key, start, end);
+  }
+  gchar* part = g_utf8_substring(all.c_str(), start, end);
+  std::string out(part);
+  g_free(part);
+  return out;
+}
+
+gchar* text_get_text(AtkText* text, gint start, gint end) {
+  return g_strdup(text_slice(text, start, end).c_str());
+}
+
+gint text_get_character_count(AtkText* text) { return static_cast<gint>(text_count(text)); }
+
+gunichar text_get_character_at_offset(AtkText* text, gint offset) {
+  if (offset < 0 || offset >= text_count(text)) {
+    return 0;
+  }
+  return g_utf8_get_char(text_slice(text, offset, offset + 1).c_str());
 }
 
 gint text_get_caret_offset(AtkText*) { return -1; }  // read-only text: no caret

@@ -1,10 +1,15 @@
 #include <korvat2/signal.h>
 
+#include <cstring>
+#include <new>
 #include <thread>
 
 namespace korvat2::_internal {
 
-void subscriber_base_t::link(subscriber_entry_t& entry, signal_base_t* signal) {
+// The small steps of connecting and disconnecting are inline: called across the shared
+// library's interface they would each cost an indirect jump.
+
+inline void subscriber_base_t::link(subscriber_entry_t& entry, signal_base_t* signal) {
   entry.signal = signal;
   entry.prev = m_signals.prev;
   entry.next = &m_signals;
@@ -13,7 +18,7 @@ void subscriber_base_t::link(subscriber_entry_t& entry, signal_base_t* signal) {
   m_entry_count.store(m_entry_count.load(std::memory_order_relaxed) + 1, std::memory_order_release);
 }
 
-void subscriber_base_t::unlink(subscriber_entry_t& entry) {
+inline void subscriber_base_t::unlink(subscriber_entry_t& entry) {
   entry.prev->next = entry.next;
   entry.next->prev = entry.prev;
   entry.prev = entry.next = nullptr;
@@ -21,47 +26,89 @@ void subscriber_base_t::unlink(subscriber_entry_t& entry) {
   m_entry_count.store(m_entry_count.load(std::memory_order_relaxed) - 1, std::memory_order_release);
 }
 
-connection_node_t* connection_list_t::push_back(const connection_t& connection) {
-  connection_node_t* node;
-  if (!m_inline_in_use) {
-    m_inline_in_use = true;
-    node = &m_inline;
-  } else {
-    node = new connection_node_t;
+inline connection_slot_t& connection_list_t::push_back(const connection_t& connection, direct_call_t direct) {
+  const std::uint32_t size = m_size.load(std::memory_order_relaxed);
+  if (size == m_capacity) {
+    grow();
   }
-  node->connection = connection;
-  node->prev = m_head.prev;
-  node->next = &m_head;
-  m_head.prev->next = node;
-  m_head.prev = node;
-  m_size.store(m_size.load(std::memory_order_relaxed) + 1, std::memory_order_release);
-  return node;
+  connection_slot_t& slot = m_slots[size];
+  slot.connection = connection;
+  // A blank calls nothing, also directly.
+  slot.direct = connection.empty() ? nullptr : direct;
+  slot.entry = nullptr;
+  m_has_blanks = m_has_blanks || connection.empty();
+  m_size.store(size + 1, std::memory_order_release);
+  return slot;
 }
 
-connection_list_t::iterator connection_list_t::erase(iterator position) {
-  connection_node_t* node = position.node();
-  connection_link_t* next = node->next;
-  node->prev->next = next;
-  next->prev = node->prev;
-  m_size.store(m_size.load(std::memory_order_relaxed) - 1, std::memory_order_release);
-  if (node == &m_inline) {
-    m_inline_in_use = false;
-    m_inline.connection = connection_t();
-  } else {
-    delete node;
+inline void connection_list_t::erase(std::size_t index) {
+  const std::uint32_t size = m_size.load(std::memory_order_relaxed);
+  if (index + 1 < size) {
+    std::memmove(static_cast<void*>(m_slots + index), m_slots + index + 1,
+                 (size - index - 1) * sizeof(connection_slot_t));
   }
-  return iterator(next);
+  m_size.store(size - 1, std::memory_order_release);
 }
 
-void connection_list_t::remove_blanks() {
-  for (iterator it = begin(); it != end();) {
-    it = it->empty() ? erase(it) : ++it;
+inline void connection_list_t::blank(std::size_t index) {
+  m_slots[index].connection = connection_t();
+  m_slots[index].direct = nullptr;
+  m_has_blanks = true;
+}
+
+void connection_list_t::compact() {
+  m_has_blanks = false;
+  const std::uint32_t size = m_size.load(std::memory_order_relaxed);
+  std::uint32_t kept = 0;
+  for (std::uint32_t index = 0; index < size; ++index) {
+    if (!m_slots[index].connection.empty()) {
+      if (kept != index) {
+        m_slots[kept] = m_slots[index];
+      }
+      ++kept;
+    }
   }
+  m_size.store(kept, std::memory_order_release);
 }
 
 void connection_list_t::clear() {
-  for (iterator it = begin(); it != end();) {
-    it = erase(it);
+  m_size.store(0, std::memory_order_release);
+  m_has_blanks = false;
+  release_storage();
+}
+
+inline subscriber_entry_t* connection_list_t::new_entry() {
+  if (!m_inline_entry_in_use) {
+    m_inline_entry_in_use = true;
+    return &m_inline_entry;
+  }
+  return new (pool_allocate(sizeof(subscriber_entry_t))) subscriber_entry_t;
+}
+
+inline void connection_list_t::delete_entry(subscriber_entry_t* entry) {
+  if (entry == &m_inline_entry) {
+    m_inline_entry_in_use = false;
+  } else {
+    pool_free(entry, sizeof(subscriber_entry_t));
+  }
+}
+
+void connection_list_t::grow() {
+  // Doubling, from four: the slots move seldom, and a few connections fit a pooled block.
+  const std::uint32_t capacity = m_capacity < 4 ? 4 : m_capacity * 2;
+  auto* slots = static_cast<connection_slot_t*>(pool_allocate(capacity * sizeof(connection_slot_t)));
+  std::memcpy(static_cast<void*>(slots), m_slots,
+              m_size.load(std::memory_order_relaxed) * sizeof(connection_slot_t));
+  release_storage();
+  m_slots = slots;
+  m_capacity = capacity;
+}
+
+void connection_list_t::release_storage() {
+  if (m_slots != &m_inline) {
+    pool_free(m_slots, m_capacity * sizeof(connection_slot_t));
+    m_slots = &m_inline;
+    m_capacity = 1;
   }
 }
 
@@ -76,7 +123,18 @@ void subscriber_base_t::disconnect_all_signals() {
   }
   m_subscriber_mutex.acquire();
   while (m_signals.next != &m_signals) {
-    signal_base_t* signal = m_signals.next->signal;
+    subscriber_entry_t* entry = m_signals.next;
+    // A parked entry is ours to take out: its signal no longer calls us, and it waits for
+    // the release before it frees the entry.
+    std::uint8_t expected = subscriber_entry_t::parked;
+    if (entry->state.load(std::memory_order_relaxed) == expected &&
+        entry->state.compare_exchange_strong(expected, subscriber_entry_t::claimed,
+                                             std::memory_order_acquire)) {
+      unlink(*entry);
+      entry->state.store(subscriber_entry_t::released, std::memory_order_release);
+      continue;
+    }
+    signal_base_t* signal = entry->signal;
     // The signal side locks its mutex before ours. Waiting here while holding ours could
     // deadlock against a signal that is connecting, copying or dying on another thread,
     // so when its mutex is busy we let go of ours and try again. While the signal is in
@@ -114,7 +172,7 @@ signal_base_t::~signal_base_t() {
   // and none can come to, so there is nothing to undo (a delivered snapshot dies so). The
   // count is read first: whoever took the last connection out held the mutex. Whoever
   // emitted last let go of the mutex too, so the emission pointer is read after it.
-  if (m_connections.empty() && m_mutex->unheld() && !m_in_emission) {
+  if (m_connections.empty() && m_mutex->unheld() && !m_in_emission && !m_parked) {
     delete m_mutex;
     return;
   }
@@ -136,27 +194,28 @@ signal_base_t::~signal_base_t() {
   // Otherwise the outermost emitting frame frees the mutex when it sees the cleared flag.
 }
 
-void signal_base_t::_insert(const connection_t& connection) {
+void signal_base_t::_insert(const connection_t& connection, direct_call_t direct) {
   threading::scoped_lock_t lock(*m_mutex);
   if (contains_locked(connection)) {
     ZANDOR_ASSERT_MSG("signal_t::_insert: this connection is already exists.", false);
     return;
   }
-  insert_locked(connection);
+  insert_locked(connection, direct);
 }
 
 void signal_base_t::_erase(const connection_t& connection) {
   threading::scoped_lock_t lock(*m_mutex);
-  auto found = m_connections.begin();
-  while (found != m_connections.end() && !found->same_as(connection)) {
+  const std::size_t size = m_connections.size();
+  std::size_t found = 0;
+  while (found != size && !m_connections[found].connection.same_as(connection)) {
     ++found;
   }
-  const bool subscriber_found = found != m_connections.end();
+  const bool subscriber_found = found != size;
   ZANDOR_ASSERT_MSG("signal_t::disconnect: attempt to disconnect unknown connection", subscriber_found);
   if (!subscriber_found) {
     return;
   }
-  if (connection.subscriber) {
+  if (connection.subscriber && !park(found)) {
     // Every entry of this signal goes, also one that a second method of the same
     // subscriber made: one method per signal is what callers use.
     remove_from_subscriber(connection.subscriber);
@@ -181,25 +240,16 @@ void signal_base_t::leave_dead_signal(onstack_signal_state_t& state) {
   }
 }
 
-void signal_base_t::post_call(onstack_signal_state_t& state) const {
-  if (!*state.alive_in_force || state.nested) {
-    state.mutex->release();
-    return;
-  }
-  m_in_emission = nullptr;
-  m_connections.remove_blanks();
-  state.mutex->release();
-}
-
 void signal_base_t::copy_connections_from(const signal_base_t& source) {
   threading::scoped_lock_t source_lock(*source.m_mutex);
-  for (const connection_t& connection : source.m_connections) {
-    if (connection.empty()) {
+  for (std::size_t index = 0; index < source.m_connections.size(); ++index) {
+    const connection_slot_t& slot = source.m_connections[index];
+    if (slot.connection.empty()) {
       continue;
     }
     threading::scoped_lock_t lock(*m_mutex);
-    if (!contains_locked(connection)) {
-      insert_locked(connection);
+    if (!contains_locked(slot.connection)) {
+      insert_locked(slot.connection, slot.direct);
     }
   }
 }
@@ -207,63 +257,124 @@ void signal_base_t::copy_connections_from(const signal_base_t& source) {
 std::size_t signal_base_t::connection_count() const {
   threading::scoped_lock_t lock(*m_mutex);
   std::size_t count = 0;
-  for (const connection_t& connection : m_connections) {
-    count += connection.empty() ? 0 : 1;
+  for (std::size_t index = 0, size = m_connections.size(); index < size; ++index) {
+    count += m_connections[index].connection.empty() ? 0 : 1;
   }
   return count;
 }
 
-void signal_base_t::begin_emission(onstack_signal_state_t& state) const {
-  state.mutex = m_mutex;
-  state.mutex->acquire();
-  state.alive = 1;
-  state.nested = m_in_emission != nullptr;
-  if (!state.nested) {
-    m_in_emission = &state.alive;
-  }
-  state.alive_in_force = m_in_emission;
-}
-
-bool signal_base_t::contains_locked(const connection_t& connection) const {
-  for (const connection_t& held : m_connections) {
-    if (held.same_as(connection)) {
+inline bool signal_base_t::contains_locked(const connection_t& connection) const {
+  for (std::size_t index = 0, size = m_connections.size(); index < size; ++index) {
+    if (m_connections[index].connection.same_as(connection)) {
       return true;
     }
   }
   return false;
 }
 
-void signal_base_t::insert_locked(const connection_t& connection) {
-  connection_node_t* node = m_connections.push_back(connection);
+inline void signal_base_t::insert_locked(const connection_t& connection, direct_call_t direct) {
+  connection_slot_t& slot = m_connections.push_back(connection, direct);
   if (subscriber_base_t* subscriber = connection.subscriber) {
+    if ((slot.entry = unpark_for(subscriber)) != nullptr) {
+      return;  // still linked in the subscriber's list
+    }
+    slot.entry = m_connections.new_entry();
     // Under the subscriber's lock, which posters on every thread share, only the links
-    // of the node's entry change.
+    // of the entry change.
     threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
-    subscriber->link(node->entry, this);
+    subscriber->link(*slot.entry, this);
   }
+}
+
+inline subscriber_entry_t* signal_base_t::unpark_for(subscriber_base_t* subscriber) {
+  subscriber_entry_t* entry = m_parked;
+  if (!entry || m_parked_owner != subscriber) {
+    return nullptr;
+  }
+  // Fails when the subscriber claimed the entry, leaving its signals: it is then settled
+  // as any claimed one, and the new connection gets an entry of its own.
+  std::uint8_t expected = subscriber_entry_t::parked;
+  if (!entry->state.compare_exchange_strong(expected, subscriber_entry_t::in_use,
+                                            std::memory_order_acquire)) {
+    return nullptr;
+  }
+  m_parked = nullptr;
+  return entry;
+}
+
+inline bool signal_base_t::park(std::size_t index) {
+  subscriber_entry_t* entry = m_connections[index].entry;
+  if (!entry) {
+    return false;
+  }
+  if (m_parked) {
+    if (m_parked->state.load(std::memory_order_acquire) != subscriber_entry_t::released) {
+      return false;
+    }
+    drop_parked_locked();  // its subscriber took it out: only the memory is left
+  }
+  const subscriber_base_t* subscriber = m_connections[index].connection.subscriber;
+  for (std::size_t other = 0, size = m_connections.size(); other < size; ++other) {
+    if (other != index && m_connections[other].entry &&
+        m_connections[other].connection.subscriber == subscriber) {
+      return false;  // every entry goes, under the subscriber's mutex
+    }
+  }
+  m_connections[index].entry = nullptr;
+  m_parked = entry;
+  m_parked_owner = m_connections[index].connection.subscriber;
+  entry->state.store(subscriber_entry_t::parked, std::memory_order_release);
+  return true;
+}
+
+void signal_base_t::drop_parked_locked() {
+  subscriber_entry_t* entry = m_parked;
+  if (!entry) {
+    return;
+  }
+  m_parked = nullptr;
+  std::uint8_t expected = subscriber_entry_t::parked;
+  if (entry->state.compare_exchange_strong(expected, subscriber_entry_t::in_use, std::memory_order_acquire)) {
+    // Still linked: its subscriber can't finish dying before we take it out.
+    threading::scoped_lock_t lock(m_parked_owner->m_subscriber_mutex);
+    m_parked_owner->unlink(*entry);
+  } else {
+    // Claimed: the subscriber is taking it out under its own mutex, and touches nothing
+    // else of ours. It may be gone as soon as the entry is released.
+    while (entry->state.load(std::memory_order_acquire) != subscriber_entry_t::released) {
+      std::this_thread::yield();
+    }
+  }
+  entry->state.store(subscriber_entry_t::in_use, std::memory_order_relaxed);
+  m_connections.delete_entry(entry);
 }
 
 void signal_base_t::drop_subscriber_locked(subscriber_base_t* subscriber) {
   threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
-  for (auto it = m_connections.begin(); it != m_connections.end();) {
-    connection_node_t* node = it.node();
-    if (node->entry_linked() && node->connection.subscriber == subscriber) {
-      subscriber->unlink(node->entry);
+  if (m_parked && m_parked_owner == subscriber) {
+    drop_parked_locked();
+  }
+  for (std::size_t index = 0; index < m_connections.size();) {
+    connection_slot_t& slot = m_connections[index];
+    if (slot.connection.subscriber != subscriber) {
+      ++index;
+      continue;
     }
-    it = node->connection.subscriber == subscriber ? discard(it) : ++it;
+    unlink_entry(slot);
+    index = discard(index);
   }
 }
 
 void signal_base_t::unlink_all_locked() {
-  for (auto it = m_connections.begin(); it != m_connections.end(); ++it) {
-    connection_node_t* node = it.node();
-    if (node->entry_linked()) {
-      subscriber_base_t* subscriber = node->connection.subscriber;
-      threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
-      subscriber->unlink(node->entry);
+  drop_parked_locked();
+  for (std::size_t index = 0, size = m_connections.size(); index < size; ++index) {
+    connection_slot_t& slot = m_connections[index];
+    if (slot.entry) {
+      threading::scoped_lock_t lock(slot.connection.subscriber->m_subscriber_mutex);
+      unlink_entry(slot);
     }
     if (m_in_emission) {
-      node->connection = connection_t();
+      m_connections.blank(index);
     }
   }
   if (!m_in_emission) {
@@ -271,22 +382,31 @@ void signal_base_t::unlink_all_locked() {
   }
 }
 
-void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber) {
+inline void signal_base_t::remove_from_subscriber(subscriber_base_t* subscriber) {
   threading::scoped_lock_t lock(subscriber->m_subscriber_mutex);
-  for (auto it = m_connections.begin(); it != m_connections.end(); ++it) {
-    connection_node_t* node = it.node();
-    if (node->entry_linked() && node->connection.subscriber == subscriber) {
-      subscriber->unlink(node->entry);
+  for (std::size_t index = 0, size = m_connections.size(); index < size; ++index) {
+    connection_slot_t& slot = m_connections[index];
+    if (slot.connection.subscriber == subscriber) {
+      unlink_entry(slot);
     }
   }
 }
 
-connection_list_t::iterator signal_base_t::discard(list_t::iterator position) {
-  if (m_in_emission) {
-    *position = connection_t();  // a tombstone until the outermost emission compacts
-    return ++position;
+inline void signal_base_t::unlink_entry(connection_slot_t& slot) {
+  if (slot.entry) {
+    slot.connection.subscriber->unlink(*slot.entry);
+    m_connections.delete_entry(slot.entry);
+    slot.entry = nullptr;
   }
-  return m_connections.erase(position);
+}
+
+inline std::size_t signal_base_t::discard(std::size_t index) {
+  if (m_in_emission) {
+    m_connections.blank(index);  // a tombstone until the outermost emission compacts
+    return index + 1;
+  }
+  m_connections.erase(index);
+  return index;
 }
 
 }  // namespace korvat2::_internal

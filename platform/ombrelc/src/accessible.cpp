@@ -36,6 +36,14 @@ a11y::politeness_t CVisualElement::GetLive() const {
   return (m_flags & flag_live_polite) ? a11y::politeness_t::polite : a11y::politeness_t::off;
 }
 
+void CVisualElement::ListAccessible(std::vector<a11y::key_t>& keys) const {
+  for (const CVisualElement* child : m_children) {
+    if (child->IsVisible()) {
+      keys.push_back(child);
+    }
+  }
+}
+
 a11y::atk_bridge_t* CVisualElement::GetAccessibleBridge() const {
   CBaseControl* control = GetBaseControl();
   return control ? control->GetAccessibleBridge() : nullptr;
@@ -84,16 +92,17 @@ void CGauge::DescribeAccessible(a11y::info_t& info) const {
 // ---------------------------------------------------------------------------------------
 
 a11y::key_t CAccessiblePart::GetAccessibleKey() const {
-  return reinterpret_cast<a11y::key_t>(reinterpret_cast<std::uintptr_t>(this) | 1);
+  return reinterpret_cast<a11y::key_t>(reinterpret_cast<std::uintptr_t>(this) | 1U);
 }
 
-void CVisualElement::ListAccessible(std::vector<const CAccessiblePart*>&,
-                                    std::vector<CVisualElement*>& children) const {
-  for (CVisualElement* child : m_children) {
-    if (child->IsVisible()) {
-      children.push_back(child);
-    }
-  }
+CAccessiblePart* CAccessiblePart::FromAccessibleKey(a11y::key_t key) {
+  // Elements are aligned, so their keys never have the lowest bit set.
+  const auto bits = reinterpret_cast<std::uintptr_t>(key);
+  return (bits & 1U) != 0 ? reinterpret_cast<CAccessiblePart*>(bits & ~std::uintptr_t(1)) : nullptr;
+}
+
+bool CAccessiblePart::IsShowing() const {
+  return !GetWindowRect().intersection(m_element->GetVisibleWindowRect()).empty();
 }
 
 a11y::key_t CBaseControl::accessible_tree_t::parent(a11y::key_t node) const {
@@ -105,30 +114,21 @@ a11y::key_t CBaseControl::accessible_tree_t::parent(a11y::key_t node) const {
 }
 
 std::vector<a11y::key_t> CBaseControl::accessible_tree_t::children(a11y::key_t node) const {
-  std::vector<const CAccessiblePart*> parts;
-  std::vector<CVisualElement*> elements;
-  if (IsPart(node)) {
-    parts = Part(node)->GetParts();
-  } else {
-    Element(node)->ListAccessible(parts, elements);
-  }
   std::vector<a11y::key_t> keys;
-  keys.reserve(parts.size() + elements.size());
-  for (const CAccessiblePart* part : parts) {
+  if (!IsPart(node)) {
+    Element(node)->ListAccessible(keys);
+    return keys;
+  }
+  for (const CAccessiblePart* part : Part(node)->GetParts()) {
     keys.push_back(part->GetAccessibleKey());
   }
-  keys.insert(keys.end(), elements.begin(), elements.end());
   return keys;
 }
 
 void CBaseControl::accessible_tree_t::describe(a11y::key_t node, a11y::info_t& info) const {
-  if (IsPart(node)) {
-    const CAccessiblePart* part = Part(node);
+  if (const CAccessiblePart* part = Part(node)) {
     part->DescribeAccessible(info);
-    info.states |= a11y::state_visible;
-    if (!part->GetWindowRect().empty() && !part->GetElement()->GetVisibleWindowRect().empty()) {
-      info.states |= a11y::state_showing;
-    }
+    info.states |= a11y::state_visible | (part->IsShowing() ? a11y::state_showing : 0U);
     return;
   }
   const CVisualElement* element = Element(node);
@@ -170,6 +170,14 @@ bool CBaseControl::accessible_tree_t::grab_focus(a11y::key_t node) {
 a11y::key_t CBaseControl::accessible_tree_t::table_cell(a11y::key_t table, int row, int column) const {
   const CAccessiblePart* cell = IsPart(table) ? nullptr : Element(table)->GetAccessibleCell(row, column);
   return cell ? cell->GetAccessibleKey() : nullptr;
+}
+
+long CBaseControl::accessible_tree_t::text_length(a11y::key_t node) const {
+  return IsPart(node) ? -1 : Element(node)->GetAccessibleTextLength();
+}
+
+std::string CBaseControl::accessible_tree_t::text_range(a11y::key_t node, long start, long end) const {
+  return IsPart(node) ? std::string() : Element(node)->GetAccessibleText(start, end);
 }
 
 void CBaseControl::StartAccessible() {

@@ -5,8 +5,8 @@
 
 #include <a11y/atk_bridge.h>
 
-#include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 class wxWindow;
@@ -14,7 +14,7 @@ class wxWindow;
 namespace ombrelcfrw7 {
 
 /// The control's elements as the bridge sees them: what each element lists (visible
-/// elements and drawn parts), in their order.
+/// elements and the parts it draws itself), in their order.
 class CBaseControl::accessible_tree_t : public a11y::tree_t {
  public:
   explicit accessible_tree_t(CBaseControl* control) : m_control(control) {}
@@ -30,13 +30,12 @@ class CBaseControl::accessible_tree_t : public a11y::tree_t {
   bool do_action(a11y::key_t node, int index) override;
   bool grab_focus(a11y::key_t node) override;
   a11y::key_t table_cell(a11y::key_t table, int row, int column) const override;
+  long text_length(a11y::key_t node) const override;
+  std::string text_range(a11y::key_t node, long start, long end) const override;
 
  private:
-  // Keys of parts have their lowest bit set; those of elements, aligned pointers, don't.
-  static bool IsPart(a11y::key_t node) { return (reinterpret_cast<std::uintptr_t>(node) & 1) != 0; }
-  static CAccessiblePart* Part(a11y::key_t node) {
-    return reinterpret_cast<CAccessiblePart*>(reinterpret_cast<std::uintptr_t>(node) & ~std::uintptr_t(1));
-  }
+  static bool IsPart(a11y::key_t node) { return CAccessiblePart::FromAccessibleKey(node) != nullptr; }
+  static CAccessiblePart* Part(a11y::key_t node) { return CAccessiblePart::FromAccessibleKey(node); }
   static CVisualElement* Element(a11y::key_t node) {
     return const_cast<CVisualElement*>(static_cast<const CVisualElement*>(node));
   }

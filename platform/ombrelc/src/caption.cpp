@@ -106,12 +106,22 @@ wxColour CCaption::EffectiveTextColor() const {
 
 std::string CCaption::AsString() const { return plain_text(m_text, IsHTML()); }
 
+ombrelc7::IImageList* CCaption::GetImages() const {
+  ombrelc7::COMBRELControl* control = GetControl();
+  return control ? control->GetImageList() : nullptr;
+}
+
+void CCaption::Rebind(std::string_view utf8, int image) {
+  m_text.assign(utf8.data(), utf8.size());
+  m_image = static_cast<std::int16_t>(image < 0 ? -1 : image);
+  InvalidateMeasure();
+}
+
 int CCaption::IconWidth() const {
   if (m_image < 0) {
     return 0;
   }
-  ombrelc7::COMBRELControl* control = GetControl();
-  ombrelc7::IImageList* images = control ? control->GetImageList() : nullptr;
+  ombrelc7::IImageList* images = GetImages();
   if (!images || m_image >= images->GetCount()) {
     return 0;
   }
@@ -130,7 +140,7 @@ int CCaption::NaturalTextWidth() const {
 int CCaption::TextHeightFor(int width) const {
   int icon_height = 0;
   if (IconWidth() > 0) {
-    icon_height = GetControl()->GetImageList()->GetImageSize().cy;
+    icon_height = GetImages()->GetImageSize().cy;
   }
   const int one_line = line_height(m_font, style_plain);
   if (!IsAdjustHeight() || m_text.empty()) {
@@ -193,7 +203,7 @@ void CCaption::DrawText(wxDC& dc, const rect<int>& area, const wxColour& colour)
     y += text_area.height() - total;
   }
   if (icon > 0) {
-    ombrelc7::IImageList* images = GetControl()->GetImageList();
+    ombrelc7::IImageList* images = GetImages();
     const int icon_height = images->GetImageSize().cy;
     const int icon_y = std::max(area.top, y + (first_line - icon_height) / 2);
     images->Draw(dc, m_image, area.left, icon_y);

@@ -154,19 +154,23 @@ void CVisualElement::ForceRearrange() {
 std::string CVisualElement::AsString() const {
   std::string out;
   for (const CVisualElement* child : m_children) {
-    if (!child->IsVisible()) {
-      continue;
-    }
-    const std::string text = child->AsString();
-    if (text.empty()) {
-      continue;
-    }
-    if (!out.empty()) {
-      out += '\n';
-    }
-    out += text;
+    AppendShownText(out, *child);
   }
   return out;
+}
+
+void CVisualElement::AppendShownText(std::string& out, const CVisualElement& element) {
+  if (!element.IsVisible()) {
+    return;
+  }
+  const std::string text = element.AsString();
+  if (text.empty()) {
+    return;
+  }
+  if (!out.empty()) {
+    out += '\n';
+  }
+  out += text;
 }
 
 void CVisualElement::OnChange() {

@@ -148,17 +148,16 @@ void CGrid::DescribeAccessible(a11y::info_t& info) const {
   info.states |= a11y::state_enabled;
 }
 
-void CGrid::ListAccessible(std::vector<const ombrelcfrw7::CAccessiblePart*>& parts,
-                           std::vector<ombrelcfrw7::CVisualElement*>& children) const {
+void CGrid::ListAccessible(std::vector<a11y::key_t>& keys) const {
   if (m_accessible) {
     for (const auto& row : m_accessible->rows) {
-      parts.push_back(row.get());
+      keys.push_back(row->GetAccessibleKey());
     }
   }
   // The viewer only draws the rows; an open editor is seen for itself.
-  for (CVisualElement* child : GetChildren()) {
+  for (const CVisualElement* child : GetChildren()) {
     if (child != m_viewer && child->IsVisible()) {
-      children.push_back(child);
+      keys.push_back(child);
     }
   }
 }

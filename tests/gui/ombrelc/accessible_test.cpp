@@ -10,7 +10,9 @@
 #include <gtk/gtk.h>
 
 #include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace ombrelc_test {
 namespace {
@@ -18,6 +20,8 @@ namespace {
 using ombrelcfrw7::CButton;
 using ombrelcfrw7::CCaption;
 using ombrelcfrw7::CGauge;
+using ombrelcfrw7::CLineColumn;
+using ombrelcfrw7::CScrollContainer;
 using ombrelcfrw7::CVertBox;
 
 // A reference to an AtkObject, dropped at the end of the scope.
@@ -51,6 +55,24 @@ struct signal_count_t {
     ++static_cast<signal_count_t*>(self)->count;
   }
 };
+
+std::map<std::string, std::string> attributes_of(AtkObject* object) {
+  std::map<std::string, std::string> found;
+  AtkAttributeSet* attributes = atk_object_get_attributes(object);
+  for (GSList* item = attributes; item; item = item->next) {
+    const auto* attribute = static_cast<AtkAttribute*>(item->data);
+    found[attribute->name] = attribute->value;
+  }
+  atk_attribute_set_free(attributes);
+  return found;
+}
+
+std::string text_of(AtkObject* object, int start, int end) {
+  gchar* text = atk_text_get_text(ATK_TEXT(object), start, end);
+  std::string out = text ? text : "";
+  g_free(text);
+  return out;
+}
 
 bool has_state(AtkObject* object, AtkStateType state) {
   AtkStateSet* set = atk_object_ref_state_set(object);
@@ -200,13 +222,7 @@ TEST_F(accessible_test, a_gauge_gives_its_percentage_as_value_and_announces_chan
 
 TEST_F(accessible_test, a_live_region_carries_its_politeness_in_its_attributes) {
   m_caption->SetLive(a11y::politeness_t::assertive);
-  AtkAttributeSet* attributes = atk_object_get_attributes(box_child(0));
-  std::map<std::string, std::string> found;
-  for (GSList* item = attributes; item; item = item->next) {
-    const auto* attribute = static_cast<AtkAttribute*>(item->data);
-    found[attribute->name] = attribute->value;
-  }
-  atk_attribute_set_free(attributes);
+  std::map<std::string, std::string> found = attributes_of(box_child(0));
   EXPECT_EQ(found["container-live"], "assertive");
   EXPECT_EQ(found["live"], "assertive");
   EXPECT_EQ(atk_object_get_attributes(box_child(1)), nullptr);
@@ -240,6 +256,208 @@ TEST(native_button_test, a_control_that_draws_a_button_is_a_named_push_button_th
   EXPECT_TRUE(gui_test::wait_until([&clicks] { return clicks == 1; }));
   frame->Destroy();
   gui_test::pump();
+}
+
+// --- a column of lines ---------------------------------------------------------------------
+
+// Lines held by the test; those that start with "error" are spoken at once.
+class test_lines_t : public ombrelcfrw7::ILineSource {
+ public:
+  explicit test_lines_t(const std::vector<std::string>& lines) : m_lines(lines) {}
+  std::size_t GetLineCount() const override { return m_lines.size(); }
+  std::string_view GetLineText(std::size_t index) const override { return m_lines[index]; }
+  int GetLinePicture(std::size_t) const override { return -1; }
+  a11y::politeness_t GetLineLive(std::size_t index) const override {
+    return m_lines[index].rfind("error", 0) == 0 ? a11y::politeness_t::assertive : a11y::politeness_t::polite;
+  }
+
+ private:
+  const std::vector<std::string>& m_lines;
+};
+
+// Keeps the names of the children that a children-changed signal reports.
+struct child_names_t {
+  std::vector<std::string> names;
+  std::vector<AtkObject*> objects;  // a reference each
+  ~child_names_t() {
+    for (AtkObject* object : objects) {
+      g_object_unref(object);
+    }
+  }
+  static void on_child(AtkObject*, guint, gpointer child, gpointer self) {
+    auto* names = static_cast<child_names_t*>(self);
+    names->names.emplace_back(atk_object_get_name(ATK_OBJECT(child)));
+    names->objects.push_back(ATK_OBJECT(g_object_ref(child)));
+  }
+};
+
+class accessible_line_column_test : public control_fixture_t {
+ protected:
+  void SetUp() override {
+    control_fixture_t::SetUp();
+    m_scroller = new CScrollContainer(root(), size<int>(0, 0), ombrelc7::alClient);
+    m_column =
+        new CLineColumn(nullptr, size<int>(0, 0), ombrelc7::alFill, std::make_unique<test_lines_t>(m_lines));
+    m_scroller->SetScrolled(m_column);
+  }
+  // The column reads the lines of the fixture: it goes first.
+  void TearDown() override {
+    m_frame->Destroy();
+    gui_test::pump();
+  }
+  void add_lines(int count) {
+    for (int i = 0; i < count; ++i) {
+      m_lines.push_back("line " + std::to_string(m_lines.size()));
+    }
+    m_column->LinesAdded();
+    layout();
+  }
+  void scroll_to_line(std::size_t line) {
+    m_scroller->SetScrollPos(m_column->GetLineRect(line).top - m_column->GetRect().top);
+    layout();
+  }
+  AtkObject* host() const { return gtk_widget_get_accessible(static_cast<GtkWidget*>(m_panel->GetHandle())); }
+  AtkObject* column() const {
+    object_ref_t scroller(atk_object_ref_accessible_child(host(), 0));
+    object_ref_t column(atk_object_ref_accessible_child(scroller.get(), 0));
+    return column.get();  // the bridge keeps its own reference
+  }
+  std::vector<std::string> child_names() const {
+    std::vector<std::string> names;
+    for (int i = 0; i < atk_object_get_n_accessible_children(column()); ++i) {
+      object_ref_t child(atk_object_ref_accessible_child(column(), i));
+      names.emplace_back(atk_object_get_name(child.get()));
+    }
+    return names;
+  }
+  // The names of the lines whose rectangles meet the view, then the newest line's.
+  std::vector<std::string> lines_in_view() const {
+    std::vector<std::string> names;
+    const rect<int> view = m_scroller->GetViewRect();
+    const int top = m_column->GetRect().top + m_scroller->GetScrollPos();
+    for (std::size_t line = 0; line < m_lines.size(); ++line) {
+      const rect<int> place = m_column->GetLineRect(line);
+      if (place.bottom > top && place.top < top + view.height()) {
+        names.push_back(m_lines[line]);
+      }
+    }
+    if (names.back() != m_lines.back()) {
+      names.push_back(m_lines.back());
+    }
+    return names;
+  }
+
+  std::vector<std::string> m_lines;
+  CScrollContainer* m_scroller = nullptr;
+  CLineColumn* m_column = nullptr;
+};
+
+TEST_F(accessible_line_column_test, the_lines_in_view_are_labels_with_their_drawn_rectangles) {
+  add_lines(1000);
+  scroll_to_line(0);
+  EXPECT_EQ(atk_object_get_role(column()), ATK_ROLE_PANEL);
+  const std::vector<std::string> expected = lines_in_view();
+  ASSERT_EQ(child_names(), expected);
+  ASSERT_LT(expected.size(), 100u);
+  for (int i = 0; i + 1 < static_cast<int>(expected.size()); ++i) {
+    object_ref_t line(atk_object_ref_accessible_child(column(), i));
+    EXPECT_EQ(atk_object_get_role(line.get()), ATK_ROLE_LABEL);
+    ASSERT_TRUE(ATK_IS_TEXT(line.get()));
+    EXPECT_EQ(text_of(line.get(), 0, -1), m_lines[static_cast<std::size_t>(i)]);
+    EXPECT_TRUE(has_state(line.get(), ATK_STATE_VISIBLE));
+    EXPECT_TRUE(has_state(line.get(), ATK_STATE_SHOWING));
+    EXPECT_EQ(atk_object_get_index_in_parent(line.get()), i);
+    gint x = 0, y = 0, width = 0, height = 0;
+    atk_component_get_extents(ATK_COMPONENT(line.get()), &x, &y, &width, &height, ATK_XY_SCREEN);
+    const rect<int> drawn =
+        m_column->GetLineRect(static_cast<std::size_t>(i)).offset(0, -m_scroller->GetScrollPos());
+    const wxPoint origin = m_panel->ClientToScreen(wxPoint(drawn.left, drawn.top));
+    EXPECT_NEAR(x, origin.x, 2);
+    EXPECT_NEAR(y, origin.y, 2);
+    EXPECT_NEAR(width, drawn.width(), 2);
+    EXPECT_NEAR(height, drawn.height(), 2);
+  }
+  object_ref_t newest(atk_object_ref_accessible_child(column(), static_cast<int>(expected.size()) - 1));
+  EXPECT_FALSE(has_state(newest.get(), ATK_STATE_SHOWING)) << "the newest line is out of view";
+}
+
+TEST_F(accessible_line_column_test, a_child_is_listed_among_the_lines_in_its_place) {
+  add_lines(2);
+  auto* status = new CCaption(m_column, size<int>(0, 0), ombrelc7::alFill);
+  status->SetCaption("Indexing");
+  add_lines(3);
+  scroll_to_line(0);
+  EXPECT_EQ(child_names(),
+            (std::vector<std::string>{"line 0", "line 1", "Indexing", "line 2", "line 3", "line 4"}));
+}
+
+TEST_F(accessible_line_column_test, scrolling_reports_the_lines_that_leave_and_come) {
+  add_lines(1000);
+  scroll_to_line(0);
+  const std::vector<std::string> before = child_names();
+  object_ref_t first(
+      ATK_OBJECT(g_object_ref(object_ref_t(atk_object_ref_accessible_child(column(), 0)).get())));
+  child_names_t added;
+  child_names_t removed;
+  g_signal_connect(column(), "children-changed::add", G_CALLBACK(child_names_t::on_child), &added);
+  g_signal_connect(column(), "children-changed::remove", G_CALLBACK(child_names_t::on_child), &removed);
+  scroll_to_line(500);
+  const std::vector<std::string> after = lines_in_view();
+  ASSERT_TRUE(gui_test::wait_until([&] { return added.names.size() + 1 == after.size(); }));
+  EXPECT_EQ(child_names(), after);
+  EXPECT_EQ(after.front(), "line 500");
+  EXPECT_EQ(removed.names.size() + 1, before.size()) << "all but the newest line left";
+  EXPECT_EQ(removed.names.front(), before[before.size() - 2]);
+  EXPECT_EQ(added.names.front(), "line 500");
+  EXPECT_TRUE(has_state(first.get(), ATK_STATE_DEFUNCT));
+}
+
+TEST_F(accessible_line_column_test, the_columns_text_is_every_line_read_in_parts) {
+  add_lines(1000);
+  m_lines.emplace_back("größer");
+  m_column->LinesAdded();
+  layout();
+  std::string all;
+  for (const std::string& line : m_lines) {
+    all += (all.empty() ? "" : "\n") + line;
+  }
+  AtkObject* object = column();
+  ASSERT_TRUE(ATK_IS_TEXT(object));
+  const glong count = g_utf8_strlen(all.c_str(), -1);
+  EXPECT_EQ(atk_text_get_character_count(ATK_TEXT(object)), count);
+  EXPECT_EQ(text_of(object, 0, -1), all);
+  for (const auto& [start, end] :
+       std::vector<std::pair<glong, glong>>{{0, 6}, {4, 15}, {5000, 5100}, {count - 8, count}}) {
+    gchar* expected = g_utf8_substring(all.c_str(), start, end);
+    EXPECT_EQ(text_of(object, static_cast<int>(start), static_cast<int>(end)), expected)
+        << start << " " << end;
+    g_free(expected);
+  }
+  EXPECT_EQ(atk_text_get_character_at_offset(ATK_TEXT(object), static_cast<gint>(count - 4)), gunichar(0xF6));
+  EXPECT_EQ(atk_text_get_character_at_offset(ATK_TEXT(object), 6), gunichar('\n'));
+}
+
+TEST_F(accessible_line_column_test, a_new_line_is_announced_with_its_urgency_wherever_the_view_is) {
+  add_lines(1000);
+  scroll_to_line(0);
+  ASSERT_FALSE(child_names().empty());  // a client knows the column
+  child_names_t added;
+  child_names_t removed;
+  g_signal_connect(column(), "children-changed::add", G_CALLBACK(child_names_t::on_child), &added);
+  g_signal_connect(column(), "children-changed::remove", G_CALLBACK(child_names_t::on_child), &removed);
+  m_lines.emplace_back("error: disk full");
+  m_column->LinesAdded();
+  layout();
+  ASSERT_TRUE(gui_test::wait_until([&] { return !added.names.empty(); }));
+  EXPECT_EQ(added.names, std::vector<std::string>{"error: disk full"});
+  EXPECT_EQ(removed.names, std::vector<std::string>{"line 999"}) << "the newest line before, out of view";
+  EXPECT_EQ(attributes_of(added.objects.front())["live"], "assertive");
+  EXPECT_EQ(attributes_of(added.objects.front())["container-live"], "assertive");
+  add_lines(1);
+  ASSERT_TRUE(gui_test::wait_until([&] { return added.names.size() == 2; }));
+  EXPECT_EQ(added.names.back(), "line 1001");
+  EXPECT_EQ(attributes_of(added.objects.back())["live"], "polite");
+  EXPECT_EQ(m_scroller->GetScrollPos(), 0) << "the view stays where it was";
 }
 
 }  // namespace

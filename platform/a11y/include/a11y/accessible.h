@@ -103,6 +103,11 @@ class tree_t {
   /// The cell of a table node at `row` and `column` (row -1: the column's header); null
   /// when the table lists no such cell (a row out of view).
   virtual key_t table_cell(key_t table, int row, int column) const { return nullptr; }
+  /// For a node whose text is too long to copy whole into info_t::text on every call (a log
+  /// of a million lines): its length in characters. -1 (the default): info_t::text holds it.
+  virtual long text_length(key_t node) const { return -1; }
+  /// Characters [start, end) of such a text, as UTF-8; 0 <= start <= end <= text_length.
+  virtual std::string text_range(key_t node, long start, long end) const { return {}; }
 };
 
 }  // namespace a11y

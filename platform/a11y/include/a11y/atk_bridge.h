@@ -33,6 +33,9 @@ class atk_bridge_t {
   void value_changed(key_t node);
   /// `node` took the keyboard focus.
   void focus_changed(key_t node);
+  /// Whether a client was shown `node`: its object exists. A toolkit that lists nodes of its
+  /// own making (lines in view) keeps them only while this holds for their parent.
+  bool has_object(key_t node) const;
   /// Number of accessible objects alive (for tests).
   std::size_t object_count() const;
 

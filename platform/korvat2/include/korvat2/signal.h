@@ -34,15 +34,18 @@ struct connection_t {
   }
 };
 
-class connection_node_t;
-
-/// One entry of a subscriber's list: the signal that it is connected to. The entry lives
-/// in the connection's node, so that entering and leaving the list allocate nothing and
-/// leaving it needs no search.
+/// One entry of a subscriber's list: the signal that it is connected to. Entries stay
+/// where they are while linked, so that leaving the list needs no search.
 struct subscriber_entry_t {
+  /// A signal may keep the entry of a connection it took out linked, parked, to use it
+  /// again when the same subscriber connects. The subscriber may claim a parked entry to
+  /// leave its list without the signal's mutex; the signal frees it once released.
+  enum state_t : std::uint8_t { in_use, parked, claimed, released };
+
   subscriber_entry_t* prev = nullptr;
   subscriber_entry_t* next = nullptr;
   signal_base_t* signal = nullptr;
+  std::atomic<std::uint8_t> state{in_use};
 };
 
 /// Base of everything that can receive an emission. Its connections are removed when it
@@ -78,75 +81,66 @@ class subscriber_base_t {
   threading::mutex_t m_subscriber_mutex;
 };
 
-/// The signal's links of a connection node.
-struct connection_link_t {
-  connection_link_t* prev = nullptr;
-  connection_link_t* next = nullptr;
-};
+/// The address of a receiver's member function, called with the receiver's address and
+/// the arguments like a plain function; null where the caster has to call.
+using direct_call_t = void (*)();
 
-/// A connection as the signal keeps it, with its entry in the subscriber's list.
-class connection_node_t : public connection_link_t {
- public:
-  static void* operator new(std::size_t size) { return pool_allocate(size); }
-  static void operator delete(void* block, std::size_t size) noexcept { pool_free(block, size); }
-
+/// A connection as the signal keeps it, with its direct call where it has one, and its
+/// entry in the subscriber's list; the entry is null when the connection has none (blank,
+/// or its entry was taken out).
+struct connection_slot_t {
   connection_t connection;
-  // In the list of connection.subscriber while linked; a connection is blanked only after
-  // its entry has left the list.
-  subscriber_entry_t entry;
-
-  // Told by the entry's signal, which changes only with both mutexes held; its links also
-  // change when a neighbour comes or goes.
-  bool entry_linked() const { return entry.signal != nullptr; }
+  direct_call_t direct = nullptr;
+  subscriber_entry_t* entry = nullptr;
 };
 
-/// The signal's connections in order, as a ring of nodes that stay where they are while a
-/// walk goes on. The first node lives inside the list, so that a signal with one
-/// connection, the usual case and every posted snapshot of one, allocates none.
+/// The signal's connections in order, side by side, so that an emission walks them without
+/// chasing pointers. Appending may move the slots: a walk holds an index, never an address,
+/// across a call. The first slot and the first entry live inside the list, so that a signal
+/// with one connection, the usual case and every posted snapshot of one, allocates nothing.
 class connection_list_t {
  public:
-  class iterator {
-   public:
-    explicit iterator(connection_link_t* link) : m_link(link) {}
-    connection_t& operator*() const { return node()->connection; }
-    connection_t* operator->() const { return &node()->connection; }
-    connection_node_t* node() const { return static_cast<connection_node_t*>(m_link); }
-    // The next link is read only now, after the caller is done with this node.
-    iterator& operator++() {
-      m_link = m_link->next;
-      return *this;
-    }
-    bool operator==(const iterator& other) const { return m_link == other.m_link; }
-    bool operator!=(const iterator& other) const { return m_link != other.m_link; }
-
-   private:
-    connection_link_t* m_link;
-  };
-
-  connection_list_t() { m_head.prev = m_head.next = &m_head; }
+  connection_list_t() = default;
   connection_list_t(const connection_list_t&) = delete;
   connection_list_t& operator=(const connection_list_t&) = delete;
   ~connection_list_t() { clear(); }
 
-  iterator begin() const { return iterator(m_head.next); }
-  iterator end() const { return iterator(const_cast<connection_link_t*>(&m_head)); }
-  bool empty() const { return size() == 0; }
   // Atomic, so that a dying signal may look without its mutex (changes happen under it).
   std::size_t size() const { return m_size.load(std::memory_order_acquire); }
+  bool empty() const { return size() == 0; }
+  connection_slot_t& operator[](std::size_t index) const { return m_slots[index]; }
 
-  /// Appends a node holding `connection` and returns it.
-  connection_node_t* push_back(const connection_t& connection);
-  /// Unhooks and frees the node; returns the one behind it.
-  iterator erase(iterator position);
-  /// Frees every node whose connection is blank.
-  void remove_blanks();
+  /// Appends a slot holding `connection` and returns it; valid until the list changes.
+  connection_slot_t& push_back(const connection_t& connection, direct_call_t direct);
+  /// Takes the slot at `index` out; those behind it move up, keeping their order.
+  void erase(std::size_t index);
+  /// Blanks the slot at `index`; it stays, calling nothing, until remove_blanks.
+  void blank(std::size_t index);
+  /// Takes every blank slot out, keeping the others' order. Inline: it ends every
+  /// emission, and mostly there is nothing to do.
+  void remove_blanks() {
+    if (m_has_blanks) {
+      compact();
+    }
+  }
   void clear();
 
+  /// An entry for a slot's subscriber list, and back: the list keeps one spare inside.
+  subscriber_entry_t* new_entry();
+  void delete_entry(subscriber_entry_t* entry);
+
  private:
-  connection_link_t m_head;
-  connection_node_t m_inline;
+  void grow();
+  void compact();
+  void release_storage();
+
+  connection_slot_t* m_slots = &m_inline;
   std::atomic<std::uint32_t> m_size{0};
-  bool m_inline_in_use = false;
+  std::uint32_t m_capacity = 1;
+  bool m_inline_entry_in_use = false;
+  bool m_has_blanks = false;
+  connection_slot_t m_inline;
+  subscriber_entry_t m_inline_entry;
 };
 
 /// The non-template part of a signal: the connection list, its mutex and the emission
@@ -168,7 +162,8 @@ class signal_base_t : public subscriber_base_t {
   signal_base_t& operator=(const signal_base_t& other);
   ~signal_base_t() override;
 
-  void _insert(const connection_t& connection);
+  /// `direct`, when given, calls the same member function as the connection's caster.
+  void _insert(const connection_t& connection, direct_call_t direct = nullptr);
   void _erase(const connection_t& connection);
   /// Drops every connection; the signal stays usable.
   void _erase_all();
@@ -182,7 +177,15 @@ class signal_base_t : public subscriber_base_t {
     leave_dead_signal(state);
     return false;
   }
-  void post_call(onstack_signal_state_t& state) const;
+  void post_call(onstack_signal_state_t& state) const {
+    if (!*state.alive_in_force || state.nested) {
+      state.mutex->release();
+      return;
+    }
+    m_in_emission = nullptr;
+    m_connections.remove_blanks();
+    state.mutex->release();
+  }
 
   /// Adds each connection of `source` that this signal doesn't hold yet.
   void copy_connections_from(const signal_base_t& source);
@@ -191,7 +194,17 @@ class signal_base_t : public subscriber_base_t {
   bool empty() const { return connection_count() == 0; }
 
  protected:
-  void begin_emission(onstack_signal_state_t& state) const;
+  // Inline, as post_call: with them an emission to one subscriber makes one call.
+  void begin_emission(onstack_signal_state_t& state) const {
+    state.mutex = m_mutex;
+    state.mutex->acquire();
+    state.alive = 1;
+    state.nested = m_in_emission != nullptr;
+    if (!state.nested) {
+      m_in_emission = &state.alive;
+    }
+    state.alive_in_force = m_in_emission;
+  }
   static void leave_dead_signal(onstack_signal_state_t& state);
 
   using list_t = connection_list_t;
@@ -201,39 +214,74 @@ class signal_base_t : public subscriber_base_t {
   friend class subscriber_base_t;
 
   bool contains_locked(const connection_t& connection) const;
-  void insert_locked(const connection_t& connection);
+  void insert_locked(const connection_t& connection, direct_call_t direct);
+  /// Takes the parked entry back for `subscriber`'s new connection, if it is that one's.
+  subscriber_entry_t* unpark_for(subscriber_base_t* subscriber);
+  /// Parks the entry of the slot at `index` instead of taking it out of its subscriber's
+  /// list, when that is the subscriber's only entry here and nothing is parked.
+  bool park(std::size_t index);
+  /// Takes the parked entry out of its subscriber's list, or waits until the subscriber
+  /// who claimed it is done with it, and frees it.
+  void drop_parked_locked();
   /// Drops the subscriber's connections and entries; the signal's mutex is held.
   void drop_subscriber_locked(subscriber_base_t* subscriber);
   void unlink_all_locked();
   /// Takes out of `subscriber`'s list every entry of this signal.
   void remove_from_subscriber(subscriber_base_t* subscriber);
-  /// Blanks the connection while an emission walks the list, else frees its node.
-  list_t::iterator discard(list_t::iterator position);
+  /// Takes the slot's entry out of its subscriber's list, whose mutex the caller holds.
+  void unlink_entry(connection_slot_t& slot);
+  /// Blanks the connection while an emission walks the list, else takes its slot out.
+  /// Returns the index of the slot that comes next.
+  std::size_t discard(std::size_t index);
 
   mutable unsigned char* m_in_emission = nullptr;
+  // The entry of a connection taken out, still in its owner's list: connecting and
+  // disconnecting the same subscriber again and again takes no lock of the subscriber.
+  subscriber_entry_t* m_parked = nullptr;
+  subscriber_base_t* m_parked_owner = nullptr;
   // On the heap, so that a signal destroyed inside its own emission can leave it to the
   // emitting frame.
   threading::mutex_t* m_mutex;
 };
 
+/// The receiver class of a member-function type, and whether the function can be called
+/// like a plain function taking the receiver's address and the signal's arguments `A...`:
+/// it returns nothing and takes exactly those types, so nothing is converted on the way.
 template <class M>
-struct member_class;
+struct member_traits;
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...)> {
+struct member_traits<R (B::*)(P...)> {
   using type = B;
+  template <class... A>
+  static constexpr bool plain_call = (std::is_void_v<R> && std::is_same_v<void (*)(P...), void (*)(A...)>);
 };
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...) const> {
-  using type = B;
-};
+struct member_traits<R (B::*)(P...) const> : member_traits<R (B::*)(P...)> {};
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...) noexcept> {
-  using type = B;
-};
+struct member_traits<R (B::*)(P...) noexcept> : member_traits<R (B::*)(P...)> {};
 template <class R, class B, class... P>
-struct member_class<R (B::*)(P...) const noexcept> {
-  using type = B;
-};
+struct member_traits<R (B::*)(P...) const noexcept> : member_traits<R (B::*)(P...)> {};
+
+/// The function that a member-function pointer names, when it can be called directly: on
+/// x86-64 with the Itanium C++ ABI (GCC, Clang) such a pointer is the function's address
+/// and the adjustment of the receiver's address, and a member function takes the receiver
+/// as a hidden first argument. A virtual function (odd first word) must be looked up at
+/// each call, since the receiver's dynamic type changes while it is built and destroyed.
+/// Elsewhere null: the caster calls.
+template <class M, class... A>
+direct_call_t direct_call_of(const std::uintptr_t (&method)[2]) {
+#if defined(__x86_64__) && defined(__GXX_ABI_VERSION)
+  if constexpr (member_traits<M>::template plain_call<A...> && sizeof(M) == sizeof method) {
+    if ((method[0] & 1) == 0) {
+      direct_call_t function;
+      std::memcpy(&function, &method[0], sizeof function);
+      return function;
+    }
+  }
+#endif
+  (void)method;
+  return nullptr;
+}
 
 /// Carrier of the static `caster` for one pair of receiver class `T` and member-function
 /// type `M`; `signal_t` derives from the instantiation with dummies.
@@ -261,6 +309,7 @@ template <class... A>
 class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   using base_t = signal_templ<dummy_t, dummy_t, A...>;
   using typename base_t::caster_t;
+  using direct_t = void (*)(void* receiver, A... args);
   using state_t = signal_base_t::onstack_signal_state_t;
 
  public:
@@ -275,7 +324,8 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   /// Connecting the same pair twice is reported and ignored.
   template <class T, class M>
   void connect(T* object, M method) {
-    this->_insert(make_connection(object, method));
+    const connection_t connection = make_connection(object, method);
+    this->_insert(connection, direct_call_of<M, A...>(connection.method));
   }
   /// Removes the connection of `object` and `method`; an unknown one is reported.
   template <class T, class M>
@@ -289,7 +339,8 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
     subscriber_base_t* subscriberObj = static_cast<subscriber_base_t*>(target);
     ZANDOR_ASSERT(static_cast<subscriber_base_t*>(this) != subscriberObj);
     if (static_cast<subscriber_base_t*>(this) != subscriberObj) {
-      this->_insert(make_connection(target, &T::operator()));
+      const connection_t connection = make_connection(target, &T::operator());
+      this->_insert(connection, direct_call_of<decltype(&T::operator()), A...>(connection.method));
     }
   }
   template <class T>
@@ -301,17 +352,25 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   void operator()(A... args) const {
     state_t state;
     this->begin_emission(state);
+    // Set once at the start: a nested frame shares the outermost frame's flag.
+    const unsigned char* alive = state.alive_in_force;
     try {
-      for (auto it = this->m_connections.begin(); it != this->m_connections.end(); ++it) {
-        if (!*state.alive_in_force) {
-          state.mutex->release();
-          return;
-        }
-        if (it->empty()) {
+      // By index, and the size is read anew after each call: a subscriber may append,
+      // which may move the slots, and what it appends is reached by this walk.
+      for (std::size_t index = 0; index < this->m_connections.size(); ++index) {
+        const connection_slot_t& slot = this->m_connections[index];
+        const connection_t& connection = slot.connection;
+        if (slot.direct) {
+          // One indirect call instead of two: the caster's work was done at connection.
+          auto* receiver = static_cast<char*>(connection.object) + connection.method[1];
+          reinterpret_cast<direct_t>(slot.direct)(receiver, args...);
+        } else if (!connection.empty()) {
+          reinterpret_cast<caster_t>(connection.caster)(connection.object, connection.method, args...);
+        } else {
           continue;
         }
-        reinterpret_cast<caster_t>(it->caster)(it->object, it->method, args...);
-        if (!signal_base_t::check_valid_state_after_call(state)) {
+        if (!*alive) {
+          signal_base_t::leave_dead_signal(state);
           return;  // the signal died inside the call
         }
       }
@@ -327,7 +386,7 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
  private:
   template <class T, class M>
   static connection_t make_connection(T* object, M method) {
-    using receiver_t = typename member_class<M>::type;
+    using receiver_t = typename member_traits<M>::type;
     static_assert(std::is_base_of_v<subscriber_base_t, T>, "a receiver derives from subscriber_base_t");
     static_assert(sizeof(M) <= sizeof(connection_t::method), "member-function pointer too large");
     connection_t connection;

@@ -15,6 +15,7 @@
 #include <ombrelcfrw7/event_log.h>
 #include <ombrelcfrw7/gauge.h>
 #include <ombrelcfrw7/image.h>
+#include <ombrelcfrw7/line_column.h>
 #include <ombrelcfrw7/message_box.h>
 #include <ombrelcfrw7/scroll_container.h>
 #include <ombrelcfrw7/visual_element.h>

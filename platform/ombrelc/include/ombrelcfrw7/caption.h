@@ -4,6 +4,11 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+
+namespace ombrelc7 {
+class IImageList;
+}
 
 namespace ombrelcfrw7 {
 
@@ -67,6 +72,11 @@ class CCaption : public CVisualElement {
   wxColour EffectiveTextColor() const;
   /// Draws the icon and the text in `area` with `colour`.
   void DrawText(wxDC& dc, const ombrelc7::rect<int>& area, const wxColour& colour) const;
+  /// The image list that the picture index refers to: the control's.
+  virtual ombrelc7::IImageList* GetImages() const;
+  /// Shows another text and picture without telling the tree: for a caption that stands
+  /// outside it and is only measured and drawn on behalf of its owner.
+  void Rebind(std::string_view utf8, int image);
   /// The width of the text on one line with the icon, and the height at `width`.
   int NaturalTextWidth() const;
   int TextHeightFor(int width) const;

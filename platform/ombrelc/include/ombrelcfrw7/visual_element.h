@@ -10,6 +10,7 @@ namespace a11y {
 class atk_bridge_t;
 struct info_t;
 enum class politeness_t : std::uint8_t;
+using key_t = const void*;
 }  // namespace a11y
 
 class wxColour;
@@ -147,11 +148,12 @@ class CVisualElement {
   virtual void DescribeAccessible(a11y::info_t& info) const;
   /// Runs the accessible action `index` of those DescribeAccessible lists; false when none.
   virtual bool DoAccessibleAction(int index) { return false; }
-  /// What assistive technologies list under the element, parts before elements: by
-  /// default its visible children. An element that draws parts of its own (a grid's rows)
-  /// lists those, and may leave out the children that only draw them.
-  virtual void ListAccessible(std::vector<const CAccessiblePart*>& parts,
-                              std::vector<CVisualElement*>& children) const;
+  /// Adds the keys of what assistive technologies list under the element to `keys`, in
+  /// order: by default its visible children. An element that draws parts of its own (a
+  /// grid's rows, a column's lines) lists their keys (CAccessiblePart::GetAccessibleKey)
+  /// among its children, in the order drawn, and may leave out the children that only
+  /// draw them.
+  virtual void ListAccessible(std::vector<a11y::key_t>& keys) const;
   /// The cell at `row` and `column` (row -1: the column's header) of an element that is a
   /// table; null when it lists none there.
   virtual const CAccessiblePart* GetAccessibleCell(int row, int column) const { return nullptr; }
@@ -159,6 +161,11 @@ class CVisualElement {
   /// urgency (off by default).
   void SetLive(a11y::politeness_t live);
   a11y::politeness_t GetLive() const;
+  /// The length in characters of a text too long to describe whole on every call (a column
+  /// of many lines); -1 (the default) when DescribeAccessible gives the text.
+  virtual long GetAccessibleTextLength() const { return -1; }
+  /// Characters [start, end) of that text as UTF-8; 0 <= start <= end <= the length.
+  virtual std::string GetAccessibleText(long start, long end) const { return {}; }
 
  protected:
   friend class CBaseControl;
@@ -202,6 +209,9 @@ class CVisualElement {
   /// The size of `child` along both axes when given `area` under its alignment, as an
   /// element without stacking places it.
   static ombrelc7::rect<int> PlaceInArea(CVisualElement* child, const ombrelc7::rect<int>& area);
+  /// Appends the text of `element` to `out` on a line of its own, unless it is hidden or
+  /// has none: the joining of AsString.
+  static void AppendShownText(std::string& out, const CVisualElement& element);
   /// Marks the element and all its descendants for placing again.
   void MarkSubtreeDirty();
   /// Asks the window for a layout (deferred).

@@ -188,8 +188,7 @@ class CGrid : public ombrelcfrw7::CVisualElement {
   /// row, then the rows in view (their cells named by their texts, ticks as check boxes
   /// with the action "toggle"), then an open editor.
   void DescribeAccessible(a11y::info_t& info) const override;
-  void ListAccessible(std::vector<const ombrelcfrw7::CAccessiblePart*>& parts,
-                      std::vector<ombrelcfrw7::CVisualElement*>& children) const override;
+  void ListAccessible(std::vector<a11y::key_t>& keys) const override;
   /// Only cells of the header and of rows in view.
   const ombrelcfrw7::CAccessiblePart* GetAccessibleCell(int row, int column) const override;
 

@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -52,6 +55,7 @@ template <class... A>
 class inspected_signal_t : public signal_t<A...> {
  public:
   std::size_t nodes() const { return this->m_connections.size(); }
+  bool called_directly(std::size_t index) const { return this->m_connections[index].direct != nullptr; }
 };
 
 TEST(signal_test, emission_calls_subscribers_in_order_of_connection) {
@@ -455,6 +459,164 @@ TEST(signal_test, null_object_gives_a_blank_connection_that_calls_nothing) {
   signal(1);  // nothing to call, nothing to crash
 }
 
+TEST(signal_test, many_subscribers_connected_during_emission_are_all_called_in_order) {
+  call_log_t log;
+  std::vector<std::unique_ptr<receiver_t>> late;
+  for (int i = 0; i < 40; ++i) {
+    late.push_back(std::make_unique<receiver_t>(log, "l" + std::to_string(i)));
+  }
+  receiver_t a(log, "a"), b(log, "b");
+  signal_t<int> signal;
+  bool connected = false;
+  // Enough connections to outgrow the signal's storage while the walk stands on a.
+  a.m_action = [&](int) {
+    if (!connected) {
+      connected = true;
+      for (auto& receiver : late) {
+        signal.connect(receiver.get(), &receiver_t::on_value);
+      }
+    }
+  };
+  signal.connect(&a, &receiver_t::on_value);
+  signal.connect(&b, &receiver_t::on_value);
+  signal(1);
+  call_log_t expected{"a:1", "b:1"};
+  for (int i = 0; i < 40; ++i) {
+    expected.push_back("l" + std::to_string(i) + ":1");
+  }
+  EXPECT_EQ(log, expected);
+  EXPECT_EQ(signal.connection_count(), 42u);
+}
+
+TEST(signal_test, disconnects_in_the_middle_keep_the_order_of_the_rest) {
+  call_log_t log;
+  std::vector<std::unique_ptr<receiver_t>> receivers;
+  inspected_signal_t<int> signal;
+  for (int i = 0; i < 12; ++i) {
+    receivers.push_back(std::make_unique<receiver_t>(log, std::to_string(i)));
+    signal.connect(receivers.back().get(), &receiver_t::on_value);
+  }
+  signal.disconnect(receivers[3].get(), &receiver_t::on_value);  // idle: the slot goes at once
+  receivers[7].reset();                                          // a dying receiver leaves too
+  // During an emission the first one blanks two others; the blanks go at its end.
+  receivers[0]->m_action = [&](int value) {
+    if (value == 1) {
+      signal.disconnect(receivers[5].get(), &receiver_t::on_value);
+      signal.disconnect(receivers[11].get(), &receiver_t::on_value);
+    }
+  };
+  signal(1);
+  signal(2);
+  EXPECT_EQ(log, (call_log_t{"0:1", "1:1", "2:1", "4:1", "6:1", "8:1", "9:1", "10:1", "0:2", "1:2", "2:2",
+                             "4:2", "6:2", "8:2", "9:2", "10:2"}));
+  EXPECT_EQ(signal.nodes(), 8u);
+}
+
+TEST(signal_test, member_functions_of_every_kind_are_called_on_the_right_object) {
+  struct first_base_t {
+    virtual ~first_base_t() = default;
+    virtual void on_virtual(int value) { log.push_back("base:" + std::to_string(value)); }
+    mutable call_log_t log;
+  };
+  struct kinds_receiver_t : first_base_t, subscriber_base_t {
+    void on_virtual(int value) override { log.push_back("derived:" + std::to_string(value)); }
+    void on_long(long value) { log.push_back("long:" + std::to_string(value)); }
+    int on_returning(int value) {
+      log.push_back("returning:" + std::to_string(value));
+      return value;
+    }
+    void on_const(int value) const { log.push_back("const:" + std::to_string(value)); }
+    void on_noexcept(int value) noexcept { log.push_back("noexcept:" + std::to_string(value)); }
+  } receiver;
+  signal_t<int> signal;
+  // Named through the base, the virtual call still reaches the override.
+  signal.connect(&receiver, &first_base_t::on_virtual);
+  signal.connect(&receiver, &kinds_receiver_t::on_long);
+  signal.connect(&receiver, &kinds_receiver_t::on_returning);
+  signal.connect(&receiver, &kinds_receiver_t::on_const);
+  signal.connect(&receiver, &kinds_receiver_t::on_noexcept);
+  signal(4);
+  EXPECT_EQ(receiver.log, (call_log_t{"derived:4", "long:4", "returning:4", "const:4", "noexcept:4"}));
+}
+
+TEST(signal_test, virtual_subscriber_reached_while_its_derived_part_is_gone_calls_the_base_function) {
+  struct base_receiver_t : subscriber_base_t {
+    explicit base_receiver_t(call_log_t& log) : m_log(log) {}
+    ~base_receiver_t() override {
+      if (m_on_death) {
+        m_on_death();  // the derived part is gone, the connection still stands
+      }
+    }
+    virtual void on_value(int value) { m_log.push_back("base:" + std::to_string(value)); }
+    call_log_t& m_log;
+    std::function<void()> m_on_death;
+  };
+  struct derived_receiver_t : base_receiver_t {
+    using base_receiver_t::base_receiver_t;
+    void on_value(int value) override { m_log.push_back("derived:" + std::to_string(value)); }
+  };
+  call_log_t log;
+  signal_t<int> signal;
+  {
+    derived_receiver_t receiver(log);
+    receiver.m_on_death = [&] { signal(2); };
+    signal.connect(&receiver, &base_receiver_t::on_value);
+    signal(1);
+  }
+  EXPECT_EQ(log, (call_log_t{"derived:1", "base:2"}));
+  EXPECT_EQ(signal.connection_count(), 0u);
+}
+
+#if defined(__x86_64__) && defined(__GXX_ABI_VERSION)
+TEST(signal_test, plain_member_functions_are_called_directly_and_the_others_through_the_caster) {
+  struct mixed_receiver_t : subscriber_base_t {
+    void plain(int) {}
+    void plain_const(int) const {}
+    virtual void overridable(int) {}
+    void converting(long) {}
+    int returning(int) { return 0; }
+  } receiver;
+  inspected_signal_t<int> signal;
+  signal_t<int> chained;
+  signal.connect(&receiver, &mixed_receiver_t::plain);
+  signal.connect(&receiver, &mixed_receiver_t::plain_const);
+  signal.connect(&chained);
+  signal.connect(&receiver, &mixed_receiver_t::overridable);
+  signal.connect(&receiver, &mixed_receiver_t::converting);
+  signal.connect(&receiver, &mixed_receiver_t::returning);
+  EXPECT_TRUE(signal.called_directly(0));
+  EXPECT_TRUE(signal.called_directly(1));
+  EXPECT_TRUE(signal.called_directly(2));
+  EXPECT_FALSE(signal.called_directly(3));
+  EXPECT_FALSE(signal.called_directly(4));
+  EXPECT_FALSE(signal.called_directly(5));
+  const inspected_signal_t<int> copy(signal);  // a snapshot keeps them
+  for (std::size_t index = 0; index < 6; ++index) {
+    EXPECT_EQ(copy.called_directly(index), signal.called_directly(index)) << index;
+  }
+}
+#endif
+
+TEST(signal_test, method_of_a_base_reached_through_a_derived_member_pointer) {
+  struct left_t {
+    virtual ~left_t() = default;
+    int left_value = 1;
+  };
+  struct right_t {
+    int right_value = 10;
+    void add(int value) { right_value += value; }
+  };
+  struct joined_t : left_t, right_t, subscriber_base_t {
+  } receiver;
+  signal_t<int> signal;
+  // The member pointer's class is the derived one: the call adjusts to the right_t part.
+  void (joined_t::*method)(int) = &right_t::add;
+  signal.connect(&receiver, method);
+  signal(5);
+  EXPECT_EQ(receiver.right_value, 15);
+  EXPECT_EQ(receiver.left_value, 1);
+}
+
 TEST(signal_test, emissions_from_two_threads_run_one_after_the_other) {
   struct overlap_receiver_t : subscriber_base_t {
     std::atomic<int> inside{0};
@@ -481,6 +643,134 @@ TEST(signal_test, emissions_from_two_threads_run_one_after_the_other) {
   second.join();
   EXPECT_EQ(receiver.calls.load(), 4000);
   EXPECT_EQ(receiver.overlaps.load(), 0);
+}
+
+TEST(signal_test, subscriber_connected_again_after_a_disconnection_is_called_once) {
+  call_log_t log;
+  receiver_t a(log, "a");
+  signal_t<int> signal;
+  for (int round = 0; round < 3; ++round) {
+    signal.connect(&a, &receiver_t::on_value);
+    signal.disconnect(&a, &receiver_t::on_value);
+  }
+  signal(1);
+  EXPECT_TRUE(log.empty());
+  signal.connect(&a, &receiver_t::on_other);  // another method of the same receiver
+  signal(2);
+  EXPECT_EQ(log, call_log_t{"a/other:2"});
+  signal.disconnect(&a, &receiver_t::on_other);
+  EXPECT_EQ(signal.connection_count(), 0u);
+}
+
+TEST(signal_test, subscribers_taking_turns_on_a_signal_are_each_called_while_connected) {
+  call_log_t log;
+  receiver_t a(log, "a"), b(log, "b");
+  signal_t<int> signal;
+  signal.connect(&a, &receiver_t::on_value);
+  signal.disconnect(&a, &receiver_t::on_value);
+  signal.connect(&b, &receiver_t::on_value);
+  signal.disconnect(&b, &receiver_t::on_value);
+  signal.connect(&a, &receiver_t::on_value);
+  signal(1);
+  signal.connect(&b, &receiver_t::on_value);
+  signal(2);
+  EXPECT_EQ(log, (call_log_t{"a:1", "a:2", "b:2"}));
+}
+
+TEST(signal_test, disconnected_subscriber_that_dies_is_forgotten_by_the_signal) {
+  call_log_t log;
+  signal_t<int> signal;
+  {
+    receiver_t a(log, "a");
+    signal.connect(&a, &receiver_t::on_value);
+    signal.disconnect(&a, &receiver_t::on_value);
+  }
+  receiver_t b(log, "b");  // may take the dead one's place in memory
+  signal.connect(&b, &receiver_t::on_value);
+  signal(1);
+  EXPECT_EQ(log, call_log_t{"b:1"});
+  EXPECT_EQ(signal.connection_count(), 1u);
+}  // ASan sees an entry used after its subscriber or its signal died
+
+TEST(signal_test, signal_that_dies_after_a_disconnection_leaves_the_subscriber_clean) {
+  call_log_t log;
+  receiver_t a(log, "a");
+  {
+    signal_t<int> first;
+    first.connect(&a, &receiver_t::on_value);
+    first.disconnect(&a, &receiver_t::on_value);
+    const signal_t<int> copy(first);  // a disconnected subscriber isn't copied
+    EXPECT_EQ(copy.connection_count(), 0u);
+  }
+  signal_t<int> second;
+  second.connect(&a, &receiver_t::on_value);
+  second(2);
+  EXPECT_EQ(log, call_log_t{"a:2"});
+}
+
+TEST(signal_test, subscriber_that_left_its_signals_after_a_disconnection_joins_again) {
+  struct leaving_receiver_t : receiver_t {
+    using receiver_t::receiver_t;
+    void leave() { disconnect_all_signals(); }
+  };
+  call_log_t log;
+  leaving_receiver_t a(log, "a");
+  signal_t<int> first, second;
+  first.connect(&a, &receiver_t::on_value);
+  second.connect(&a, &receiver_t::on_value);
+  first.disconnect(&a, &receiver_t::on_value);
+  a.leave();
+  first(1);
+  second(2);
+  EXPECT_TRUE(log.empty());
+  first.connect(&a, &receiver_t::on_value);
+  first(3);
+  EXPECT_EQ(log, call_log_t{"a:3"});
+}
+
+TEST(signal_test, disconnected_subscriber_dies_while_its_old_signal_emits_on_another_thread) {
+  struct blocking_receiver_t : subscriber_base_t {
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool inside = false;
+    bool go_on = false;
+    void on_value(int) {
+      std::unique_lock<std::mutex> lock(mutex);
+      inside = true;
+      changed.notify_all();
+      changed.wait(lock, [&] { return go_on; });
+    }
+  } blocker;
+  call_log_t log;
+  signal_t<int> signal;
+  signal.connect(&blocker, &blocking_receiver_t::on_value);
+  auto a = std::make_unique<receiver_t>(log, "a");
+  signal.connect(a.get(), &receiver_t::on_value);
+  signal.disconnect(a.get(), &receiver_t::on_value);
+  std::thread emitter([&] { signal(1); });
+  {
+    std::unique_lock<std::mutex> lock(blocker.mutex);
+    blocker.changed.wait(lock, [&] { return blocker.inside; });
+  }
+  // The emission holds the signal's mutex; a subscriber that already left doesn't wait.
+  bool died = false;
+  std::thread killer([&] {
+    a.reset();
+    std::lock_guard<std::mutex> lock(blocker.mutex);
+    died = true;
+    blocker.changed.notify_all();
+  });
+  bool died_during_emission = false;
+  {
+    std::unique_lock<std::mutex> lock(blocker.mutex);
+    died_during_emission = blocker.changed.wait_for(lock, std::chrono::seconds(10), [&] { return died; });
+    blocker.go_on = true;
+  }
+  blocker.changed.notify_all();
+  emitter.join();
+  killer.join();
+  EXPECT_TRUE(died_during_emission);
+  EXPECT_TRUE(log.empty());
 }
 
 }  // namespace
