@@ -177,9 +177,16 @@ void atk_bridge_t::node_gone(key_t node) {
 }
 
 void atk_bridge_t::name_changed(key_t node) {
-  if (AtkObject* object = m_impl->existing(node)) {
-    g_object_notify(G_OBJECT(object), "accessible-name");
+  AtkObject* object = m_impl->existing(node);
+  if (!object) {
+    return;
   }
+  if (object != m_impl->host && ATK_IS_TEXT(object)) {
+    info_t info;
+    m_impl->tree->describe(node, info);
+    announce_text(object, info.text);
+  }
+  g_object_notify(G_OBJECT(object), "accessible-name");
 }
 
 void atk_bridge_t::state_changed(key_t node, state_t state, bool on) {

@@ -31,16 +31,20 @@ struct node_object_t {
   AtkObject parent;
   atk_bridge_t::impl_t* impl;
   key_t key;
-  gchar* cache[3];  // the last string of each kept_t handed out, owned here
+  gchar* cache[4];  // the last string of each kept_t, owned here
 };
 
-/// The strings an object hands out and keeps until the next one of the same kind.
-enum kept_t { kept_name, kept_description, kept_action };
+/// The strings an object keeps: those handed out, until the next one of the same kind, and
+/// the text a client was last told about.
+enum kept_t { kept_name, kept_description, kept_action, kept_text };
 
 /// Makes the object of `key` with the interfaces `info` needs, under `parent`.
 AtkObject* make_node_object(atk_bridge_t::impl_t* impl, key_t key, const info_t& info, AtkObject* parent);
 /// Keeps `text` in the object until its next string of that kind, and returns it.
 const gchar* keep_string(node_object_t* node, kept_t slot, const std::string& text);
+/// Tells a client that the text of `object` (a node with text) is now `text`: the old text
+/// removed and the new one inserted, when they differ.
+void announce_text(AtkObject* object, const std::string& text);
 /// The number of the host's own (native) children.
 int host_native_children(AtkObject* host);
 

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace ombrelc_test {
 namespace {
@@ -49,6 +50,31 @@ struct signal_count_t {
     ++static_cast<signal_count_t*>(self)->count;
   }
 };
+
+// The text-remove and text-insert signals of an AtkText, in order.
+struct text_changes_t {
+  std::vector<std::string> seen;
+  static void on_remove(AtkObject*, gint position, gint length, gchar* text, gpointer self) {
+    static_cast<text_changes_t*>(self)->add("delete", position, length, text);
+  }
+  static void on_insert(AtkObject*, gint position, gint length, gchar* text, gpointer self) {
+    static_cast<text_changes_t*>(self)->add("insert", position, length, text);
+  }
+  void add(const char* kind, gint position, gint length, const gchar* text) {
+    seen.push_back(std::string(kind) + " " + std::to_string(position) + " " + std::to_string(length) + " " +
+                   text);
+  }
+};
+
+// The unit of `granularity` at `offset`, with its bounds: "start end text".
+std::string unit_at(AtkObject* object, gint offset, AtkTextGranularity granularity) {
+  gint start = -1;
+  gint end = -1;
+  gchar* text = atk_text_get_string_at_offset(ATK_TEXT(object), offset, granularity, &start, &end);
+  std::string found = std::to_string(start) + " " + std::to_string(end) + " " + (text ? text : "(null)");
+  g_free(text);
+  return found;
+}
 
 bool has_state(AtkObject* object, AtkStateType state) {
   AtkStateSet* set = atk_object_ref_state_set(object);
@@ -173,6 +199,33 @@ TEST_F(accessible_test, focus_moves_are_announced) {
   m_control->SetFocusElement(m_button);
   EXPECT_EQ(focused.count, 1);
   EXPECT_TRUE(has_state(button, ATK_STATE_FOCUSED));
+}
+
+TEST_F(accessible_test, a_changed_caption_announces_its_old_text_deleted_and_its_new_text_inserted) {
+  AtkObject* label = box_child(0);
+  text_changes_t changes;
+  g_signal_connect(label, "text-remove", G_CALLBACK(text_changes_t::on_remove), &changes);
+  g_signal_connect(label, "text-insert", G_CALLBACK(text_changes_t::on_insert), &changes);
+  signal_count_t renamed;
+  g_signal_connect(label, "property-change::accessible-name", G_CALLBACK(signal_count_t::on_property),
+                   &renamed);
+  m_caption->SetCaption("Indexing");
+  EXPECT_EQ(changes.seen, (std::vector<std::string>{"delete 0 14 Symbols loaded", "insert 0 8 Indexing"}));
+  EXPECT_EQ(renamed.count, 1);
+  m_caption->SetCaption("Indexing");
+  EXPECT_EQ(changes.seen.size(), 2u);
+}
+
+TEST_F(accessible_test, a_caption_gives_its_characters_words_and_lines_by_offset) {
+  m_caption->SetCaption("Symbols loaded\nfrom the cache");
+  AtkObject* label = box_child(0);
+  EXPECT_EQ(unit_at(label, 1, ATK_TEXT_GRANULARITY_CHAR), "1 2 y");
+  EXPECT_EQ(unit_at(label, 3, ATK_TEXT_GRANULARITY_WORD), "0 8 Symbols ");
+  EXPECT_EQ(unit_at(label, 7, ATK_TEXT_GRANULARITY_WORD), "0 8 Symbols ");
+  EXPECT_EQ(unit_at(label, 10, ATK_TEXT_GRANULARITY_WORD), "8 15 loaded\n");
+  EXPECT_EQ(unit_at(label, 3, ATK_TEXT_GRANULARITY_LINE), "0 15 Symbols loaded\n");
+  EXPECT_EQ(unit_at(label, 20, ATK_TEXT_GRANULARITY_LINE), "15 29 from the cache");
+  EXPECT_EQ(unit_at(label, 40, ATK_TEXT_GRANULARITY_WORD), "0 0 ");
 }
 
 TEST_F(accessible_test, a_gauge_gives_its_percentage_as_value_and_announces_changes) {
