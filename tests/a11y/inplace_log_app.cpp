@@ -2,13 +2,14 @@
 // button, and a running progress entry whose worker waits for Cancel. It prints, one line
 // each, the screen rectangle of every drawn element ("element KIND X Y W H NAME"), the
 // gauge's percentage ("percent N"), then "ready"; "worker saw cancel" once the worker sees
-// the cancel. Gauges are named "Progress". A line "say error TEXT" (or "say info TEXT") on
+// the cancel. Each is named as screen readers hear it. A line "say error TEXT" (or "say info TEXT") on
 // its standard input adds a line of that severity to the message; "finish" replaces the
 // progress entry by the message "Indexing finished". It exits when its
 // standard input closes or after a minute.
 #include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/message.h>
 
+#include <a11y/accessible.h>
 #include <ombrelc/ombrelc.h>
 
 #include <wx/app.h>
@@ -46,9 +47,10 @@ void print_elements(const CVisualElement* element, wxWindow* window) {
   if (const char* kind = kind_of(element)) {
     const ombrelc7::rect<int> area = element->GetWindowRect();
     const wxPoint origin = window->ClientToScreen(wxPoint(area.left, area.top));
+    a11y::info_t info;
+    element->DescribeAccessible(info);
     std::cout << "element " << kind << ' ' << origin.x << ' ' << origin.y << ' ' << area.width() << ' '
-              << area.height() << ' ' << (std::string(kind) == "gauge" ? "Progress" : element->AsString())
-              << '\n';
+              << area.height() << ' ' << info.name << '\n';
   }
   for (const CVisualElement* child : element->GetChildren()) {
     print_elements(child, window);

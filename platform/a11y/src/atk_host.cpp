@@ -25,7 +25,7 @@ AtkObjectClass* native_class(AtkObject* host) {
 }
 
 std::vector<key_t> tree_children(atk_bridge_t::impl_t* impl) {
-  return impl ? impl->tree->children(impl->tree->root()) : std::vector<key_t>();
+  return impl ? impl->listed_children(impl->tree->root()) : std::vector<key_t>();
 }
 
 gint host_get_n_children(AtkObject* host) {

@@ -59,7 +59,7 @@ const gchar* node_get_description(AtkObject* object) {
 
 gint node_get_n_children(AtkObject* object) {
   node_object_t* node = node_of(object);
-  return node->impl ? static_cast<gint>(node->impl->tree->children(node->key).size()) : 0;
+  return node->impl ? static_cast<gint>(node->impl->listed_children(node->key).size()) : 0;
 }
 
 AtkObject* node_ref_child(AtkObject* object, gint index) {
@@ -67,7 +67,7 @@ AtkObject* node_ref_child(AtkObject* object, gint index) {
   if (!node->impl || index < 0) {
     return nullptr;
   }
-  const std::vector<key_t> children = node->impl->tree->children(node->key);
+  const std::vector<key_t> children = node->impl->listed_children(node->key);
   if (static_cast<std::size_t>(index) >= children.size()) {
     return nullptr;
   }
@@ -80,8 +80,8 @@ gint node_get_index_in_parent(AtkObject* object) {
     return -1;
   }
   tree_t* tree = node->impl->tree;
-  const key_t parent = tree->parent(node->key);
-  const std::vector<key_t> siblings = tree->children(parent);
+  const key_t parent = node->impl->listed_parent(node->key);
+  const std::vector<key_t> siblings = node->impl->listed_children(parent, node->key);
   const auto found = std::find(siblings.begin(), siblings.end(), node->key);
   if (found == siblings.end()) {
     return -1;

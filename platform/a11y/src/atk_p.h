@@ -61,6 +61,15 @@ struct atk_bridge_t::impl_t {
   std::vector<std::pair<key_t, key_t>> added;     // parent and child, announced at idle time
   guint flush_source = 0;
 
+  /// Whether `key` only lays its children out: an unnamed panel, not live. Such nodes are
+  /// left out of the accessible tree, their children listed in their place.
+  bool layout_only(key_t key) const;
+  /// The children of `key` as clients see them: layout-only ones replaced by theirs.
+  /// `known` is listed whatever it says now (a client has its object; while it dies, it
+  /// describes itself as a bare element).
+  std::vector<key_t> listed_children(key_t key, key_t known = nullptr) const;
+  /// The nearest ancestor of `key` that is listed (or the root).
+  key_t listed_parent(key_t key) const;
   /// The object of `key`, made (with its ancestors) when missing; the host for the root.
   AtkObject* object_for(key_t key);
   /// The object of `key` when one was made, else null.
