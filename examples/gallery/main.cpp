@@ -2,9 +2,12 @@
 // "--screenshots DIR" it writes a PNG of each window, and window_sizes.txt with each
 // window's logical size ("id width height" a line), and exits. "--language de" shows the
 // library's texts in that language, whatever the locale. With "--open ID" it
-// shows the window of that entry beside the list, for a look at it or at its accessible tree.
+// shows the window of that entry beside the list, for a look at it or at its accessible tree;
+// "--list" prints the ids of the entries, one a line, and exits; the entries that run the
+// toolkit's own dialog say "toolkit" after the id.
 #include "entries.h"
 
+#include <a11y/native.h>
 #include <plaxi1/screenshot.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/catalog_registry.h>
@@ -189,6 +192,14 @@ class gallery_app_t : public wxApp {
       return false;
     }
     m_entries = make_entries();
+    if (m_list) {
+      for (const entry_t& entry : m_entries) {
+        std::cout << entry.id << (entry.show ? "" : " toolkit") << '\n';
+      }
+      std::cout.flush();
+      CallAfter([this] { ExitMainLoop(); });
+      return true;
+    }
     auto* frame = new main_frame_t(m_entries);
     frame->Show();
     SetTopWindow(frame);
@@ -215,9 +226,11 @@ class gallery_app_t : public wxApp {
     parser.AddOption("", "screenshots", "write a PNG of every window into this folder and exit");
     parser.AddOption("", "language", "show the texts in this language (\"de\", \"en\")");
     parser.AddOption("", "open", "show the window of the entry with this id");
+    parser.AddSwitch("", "list", "print the ids of the entries, and exit");
   }
 
   bool OnCmdLineParsed(wxCmdLineParser& parser) override {
+    m_list = parser.Found("list");
     wxString folder;
     if (parser.Found("screenshots", &folder)) {
       m_screenshot_folder = folder.utf8_string();
@@ -248,7 +261,15 @@ class gallery_app_t : public wxApp {
   void open(wxFrame* frame) {
     for (const entry_t& entry : m_entries) {
       if (entry.id == m_open_id && entry.show) {
-        entry.show(frame)->Show();
+        wxTopLevelWindow* window = entry.show(frame);
+        // The host's own fields, by the labels beside them; before a client can see them.
+        a11y::name_from_labels(window);
+        window->Show();
+        return;
+      }
+      if (entry.id == m_open_id && entry.run) {
+        entry.run(frame);  // the toolkit's own dialog, modal: it ends the program when closed
+        frame->Destroy();
         return;
       }
     }
@@ -261,6 +282,7 @@ class gallery_app_t : public wxApp {
   std::string m_screenshot_folder;
   std::string m_open_id;
   int m_exit_code = 0;
+  bool m_list = false;
 };
 
 }  // namespace gallery
