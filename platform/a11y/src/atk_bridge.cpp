@@ -182,7 +182,9 @@ void atk_bridge_t::child_added(key_t parent, key_t child) {
   while (parent && m_impl->layout_only(parent)) {
     parent = m_impl->tree->parent(parent);
   }
-  if (!parent || !m_impl->existing(parent)) {
+  const bool known =
+      parent == m_impl->tree->root() ? m_impl->host_listed : m_impl->existing(parent) != nullptr;
+  if (!parent || !known) {
     return;  // no client knows the parent: it finds the child when it lists the parent
   }
   m_impl->added.emplace_back(parent, child);

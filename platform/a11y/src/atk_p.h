@@ -60,6 +60,7 @@ struct atk_bridge_t::impl_t {
   std::unordered_map<key_t, AtkObject*> objects;  // a reference each
   std::vector<std::pair<key_t, key_t>> added;     // parent and child, announced at idle time
   guint flush_source = 0;
+  bool host_listed = false;  // a client asked for the tree's top nodes
 
   /// Whether `key` only lays its children out: an unnamed panel, not live. Such nodes are
   /// left out of the accessible tree, their children listed in their place.

@@ -3,6 +3,7 @@
 #include "ombrelc_fixture.h"
 
 #include <a11y/accessible.h>
+#include <a11y/atk_bridge.h>
 
 #include <atk/atk.h>
 #include <gtk/gtk.h>
@@ -167,6 +168,7 @@ TEST_F(accessible_test, a_deleted_element_is_announced_removed_and_its_object_tu
 }
 
 TEST_F(accessible_test, an_added_child_is_announced_once_it_is_whole) {
+  ASSERT_EQ(atk_object_get_n_accessible_children(box()), 2);  // a client knows the list
   signal_count_t added;
   g_signal_connect(box(), "children-changed::add", G_CALLBACK(signal_count_t::on_children), &added);
   auto* caption = new CCaption(m_box, size<int>(0, 0), ombrelc7::alFill);
@@ -177,6 +179,13 @@ TEST_F(accessible_test, an_added_child_is_announced_once_it_is_whole) {
   EXPECT_EQ(atk_object_get_role(object), ATK_ROLE_LABEL);
   EXPECT_TRUE(ATK_IS_TEXT(object));
   EXPECT_STREQ(atk_object_get_name(object), "Indexing");
+}
+
+TEST_F(accessible_test, nothing_is_made_for_added_elements_until_a_client_lists_the_window) {
+  auto* caption = new CCaption(m_box, size<int>(0, 0), ombrelc7::alFill);
+  caption->SetCaption("Indexing");
+  layout();
+  EXPECT_EQ(m_control->GetAccessibleBridge()->object_count(), 0u);
 }
 
 TEST_F(accessible_test, a_hidden_element_leaves_the_list) {
