@@ -346,4 +346,34 @@ TEST_F(element_adapter_test, a_focused_button_loses_the_focus_when_disabled_or_h
   EXPECT_EQ(m_window.adapter->GetFocusElement(), nullptr);
 }
 
+TEST_F(element_adapter_test, the_focused_button_shows_a_focus_mark_while_the_window_has_the_keyboard) {
+  korvat2::intrusive_pointer_t<FlatButton> button = new FlatButton(m_left, pos_top);
+  button->SetFixedSize(wxSize(60, 30));
+  button->SetColor(state_normal, *wxWHITE);
+  m_window.adapter->Relayout();
+  m_window.panel->SetCanFocus(true);
+  m_window.panel->SetFocus();
+  ASSERT_TRUE(gui_test::wait_until([&] { return wxWindow::FindFocus() == m_window.panel; }));
+  const wxRect area = button->GetRect();
+  ASSERT_EQ(area.GetSize(), wxSize(60, 30));
+  // Pixels of the button that are not its colour.
+  auto marked = [&] {
+    const wxImage image = m_window.picture();
+    const double scale = m_window.panel->GetContentScaleFactor();
+    int count = 0;
+    for (int y = area.y; y < area.GetBottom(); ++y) {
+      for (int x = area.x; x < area.GetRight(); ++x) {
+        count += colour_at(image, static_cast<int>(x * scale), static_cast<int>(y * scale)) != *wxWHITE;
+      }
+    }
+    return count;
+  };
+  gui_test::pump();
+  EXPECT_EQ(marked(), 0);
+  const int painted = button->GetPaintCount();
+  m_window.adapter->SetFocusElement(button.get());
+  ASSERT_TRUE(gui_test::wait_until([&] { return button->GetPaintCount() > painted; }));
+  EXPECT_GT(marked(), 20);
+}
+
 }  // namespace
