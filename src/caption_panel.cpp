@@ -1,4 +1,5 @@
 #include "caption_panel_p.h"
+#include "picture_names_p.h"
 
 #include <tamsel3/caption_panel.h>
 #include <tamsel3/resource.h>
@@ -516,6 +517,7 @@ void caption_panel_t::show_message(int id, bool force) {
     return;
   }
   m_message_icon->SetBitmap(get_picture(message.m_severity).getBundle());
+  a11y::set_name(m_message_icon, wxString::FromUTF8(picture_name(severity_kind(message.m_severity))));
   m_message_label->m_text = message.m_text;
   set_tooltip(message.m_text, m_message_label);
 

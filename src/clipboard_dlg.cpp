@@ -1,5 +1,7 @@
 #include <tamsel3/clipboard_dlg.h>
 
+#include <a11y/native.h>
+
 #include <wx/checkbox.h>
 #include <wx/clipbrd.h>
 #include <wx/textctrl.h>
@@ -20,6 +22,9 @@ void clipboard_dlg_t::on_init_dialog() {
   m_option_box = XRCCTRL(*this, "m_checkBox14", wxCheckBox);
   m_ok_button = XRCCTRL(*this, "m_btn_ok", wxWindow);
   m_cancel_button = XRCCTRL(*this, "m_btn_cancel", wxWindow);
+  if (m_text_field) {
+    a11y::set_name(m_text_field, GetTitle());  // no label stands by the dialog's one field
+  }
   Centre(wxBOTH);
   fill_controls();
 }

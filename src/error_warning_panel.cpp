@@ -1,8 +1,10 @@
 #include "error_warning_panel_p.h"
+#include "picture_names_p.h"
 
 #include <tamsel3/error_warning_panel.h>
 #include <tamsel3/text_helpers.h>
 
+#include <a11y/native.h>
 #include <ombrelc7/picture.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/product_locations.h>
@@ -32,6 +34,19 @@
 namespace tamsel3 {
 
 namespace {
+
+// What the window's picture tells: its type, or an error for a custom one without picture.
+std::string icon_kind(message_window_t::icon_types_t type, bool no_picture) {
+  switch (type) {
+    case message_window_t::icon_warning: return "warning";
+    case message_window_t::icon_ok: return "ok";
+    case message_window_t::icon_info: return "info";
+    case message_window_t::icon_progress: return "progress";
+    case message_window_t::icon_custom: return no_picture ? "error" : "message";
+    case message_window_t::icon_error: break;
+  }
+  return "error";
+}
 
 using ZANDOR_2_16::strings::decode_utf8;
 
@@ -402,6 +417,8 @@ void error_warning_panel_t::load_images() {
   }
   if (m_icon) {
     m_icon->SetBitmap(m_bitmap);
+    a11y::set_name(
+        m_icon, wxString::FromUTF8(picture_name(icon_kind(m_data.m_icon_type, m_data.m_picture.is_empty()))));
   }
 }
 

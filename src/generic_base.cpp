@@ -4,6 +4,7 @@
 #include <tamsel3/text_helpers.h>
 #include "text_limit_p.h"
 
+#include <a11y/native.h>
 #include <plaxi1/modal.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/catalog_registry.h>
@@ -204,6 +205,7 @@ void generic_base_t<T>::handle_init_dialog_event(wxInitDialogEvent&) {
   set_max_text_limit();
   load_auxiliary_strings();
   on_init_dialog();
+  a11y::name_from_labels(this);  // the page's fields are read by the labels beside them
   m_timer.SetOwner(this, wxWindow::NewControlId());
   m_initialized = true;
 }

@@ -3,7 +3,9 @@
 #include <tamsel3/simple_message_panel.h>
 #include <tamsel3/text_helpers.h>
 #include "caption_panel_p.h"
+#include "picture_names_p.h"
 
+#include <a11y/native.h>
 #include <plaxi1/element_adapter.h>
 #include <plaxi1/element_shapes.h>
 #include <plaxi1/ui_settings.h>
@@ -81,6 +83,7 @@ void simple_message_panel_t::set_message(severity_t severity, const std::string&
   }
   const plaxi1::image_loader_t loader = caption_images_loader();
   m_icon_control->SetBitmap(loader.load_static_picture(severity_picture_name(severity)).getBundle());
+  a11y::set_name(m_icon_control, wxString::FromUTF8(picture_name(severity_kind(severity))));
   m_label->m_text = text;
   set_tooltip(text, m_label);
 }

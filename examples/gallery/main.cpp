@@ -4,10 +4,13 @@
 // library's texts in that language, whatever the locale. With "--open ID" it
 // shows the window of that entry beside the list, for a look at it or at its accessible tree;
 // "--report" then prints what the window draws (element_report.h) once it is laid out, and
-// again for each line "report" on the standard input.
+// again for each line "report" on the standard input. "--list" prints the ids of the
+// entries, one a line, and exits; the entries that run the toolkit's own dialog say
+// "toolkit" after the id.
 #include "element_report.h"
 #include "entries.h"
 
+#include <a11y/native.h>
 #include <plaxi1/screenshot.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/catalog_registry.h>
@@ -195,6 +198,14 @@ class gallery_app_t : public wxApp {
       return false;
     }
     m_entries = make_entries();
+    if (m_list) {
+      for (const entry_t& entry : m_entries) {
+        std::cout << entry.id << (entry.show ? "" : " toolkit") << '\n';
+      }
+      std::cout.flush();
+      CallAfter([this] { ExitMainLoop(); });
+      return true;
+    }
     auto* frame = new main_frame_t(m_entries);
     frame->Show();
     SetTopWindow(frame);
@@ -222,9 +233,11 @@ class gallery_app_t : public wxApp {
     parser.AddOption("", "language", "show the texts in this language (\"de\", \"en\")");
     parser.AddOption("", "open", "show the window of the entry with this id");
     parser.AddSwitch("", "report", "with --open: print the window's drawn elements when it is laid out");
+    parser.AddSwitch("", "list", "print the ids of the entries, and exit");
   }
 
   bool OnCmdLineParsed(wxCmdLineParser& parser) override {
+    m_list = parser.Found("list");
     wxString folder;
     if (parser.Found("screenshots", &folder)) {
       m_screenshot_folder = folder.utf8_string();
@@ -257,10 +270,17 @@ class gallery_app_t : public wxApp {
     for (const entry_t& entry : m_entries) {
       if (entry.id == m_open_id && entry.show) {
         wxTopLevelWindow* window = entry.show(frame);
+        // The host's own fields, by the labels beside them; before a client can see them.
+        a11y::name_from_labels(window);
         window->Show();
         if (m_report) {
           start_report(window);
         }
+        return;
+      }
+      if (entry.id == m_open_id && entry.run) {
+        entry.run(frame);  // the toolkit's own dialog, modal: it ends the program when closed
+        frame->Destroy();
         return;
       }
     }
@@ -294,6 +314,7 @@ class gallery_app_t : public wxApp {
   bool m_report = false;
   wxTimer m_report_timer;
   int m_exit_code = 0;
+  bool m_list = false;
 };
 
 }  // namespace gallery

@@ -2,13 +2,15 @@
 // button and two kept lines, and a running progress entry whose worker waits for Cancel.
 // It prints, one line each, the screen rectangle of every drawn element and kept line in
 // view ("element KIND X Y W H NAME"; lines are labels), the gauge's percentage ("percent
-// N"), then "ready"; "worker saw cancel" once the worker sees the cancel. Gauges are named
-// "Progress". A line "say error TEXT" (or "say info TEXT") on its standard input adds a
-// line of that severity to the message; "finish" replaces the progress entry by the
-// message "Indexing finished". It exits when its standard input closes or after a minute.
+// N"), then "ready"; "worker saw cancel" once the worker sees the cancel. Each is named as
+// screen readers hear it. A line "say error TEXT" (or "say info TEXT") on its standard
+// input adds a line of that severity to the message; "finish" replaces the progress entry
+// by the message "Indexing finished". It exits when its standard input closes or after a
+// minute.
 #include <tamsel3/inplace_ctrl.h>
 #include <tamsel3/message.h>
 
+#include <a11y/accessible.h>
 #include <ombrelc/ombrelc.h>
 
 #include <wx/app.h>
@@ -77,8 +79,9 @@ void print_elements(const CVisualElement* element, wxWindow* window) {
     print_lines(column, window);
   }
   if (const char* kind = kind_of(element)) {
-    print_element(kind, element->GetWindowRect(),
-                  std::string(kind) == "gauge" ? "Progress" : element->AsString(), window);
+    a11y::info_t info;
+    element->DescribeAccessible(info);
+    print_element(kind, element->GetWindowRect(), info.name, window);
   }
   for (const CVisualElement* child : element->GetChildren()) {
     print_elements(child, window);

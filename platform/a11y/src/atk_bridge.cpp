@@ -47,11 +47,42 @@ AtkObject* atk_bridge_t::impl_t::existing(key_t key) const {
   return found == objects.end() ? nullptr : found->second;
 }
 
+bool atk_bridge_t::impl_t::layout_only(key_t key) const {
+  if (key == tree->root()) {
+    return false;
+  }
+  info_t info;
+  tree->describe(key, info);
+  return info.role == role_t::panel && info.name.empty() && info.live == politeness_t::off &&
+         !info.has_text && !info.has_value && info.actions.empty();
+}
+
+std::vector<key_t> atk_bridge_t::impl_t::listed_children(key_t key, key_t known) const {
+  std::vector<key_t> listed;
+  for (key_t child : tree->children(key)) {
+    if (child != known && layout_only(child)) {
+      const std::vector<key_t> inner = listed_children(child, known);
+      listed.insert(listed.end(), inner.begin(), inner.end());
+    } else {
+      listed.push_back(child);
+    }
+  }
+  return listed;
+}
+
+key_t atk_bridge_t::impl_t::listed_parent(key_t key) const {
+  key_t parent = tree->parent(key);
+  while (parent && layout_only(parent)) {
+    parent = tree->parent(parent);
+  }
+  return parent;
+}
+
 AtkObject* atk_bridge_t::impl_t::object_for(key_t key) {
   if (AtkObject* known = existing(key)) {
     return known;
   }
-  AtkObject* parent = object_for(tree->parent(key));
+  AtkObject* parent = object_for(listed_parent(key));
   info_t info;
   tree->describe(key, info);
   AtkObject* object = make_node_object(this, key, info, parent);
@@ -75,8 +106,8 @@ rect_t atk_bridge_t::impl_t::extents_in(key_t key, AtkCoordType coords) const {
     }
     area.x -= left;
     area.y -= top;
-  } else if (coords == ATK_XY_PARENT && tree->parent(key) != tree->root()) {
-    const rect_t parent = extents_in(tree->parent(key), ATK_XY_SCREEN);
+  } else if (coords == ATK_XY_PARENT && listed_parent(key) != tree->root()) {
+    const rect_t parent = extents_in(listed_parent(key), ATK_XY_SCREEN);
     area.x -= parent.x;
     area.y -= parent.y;
   } else if (coords == ATK_XY_PARENT) {
@@ -111,10 +142,17 @@ void atk_bridge_t::impl_t::flush_added() {
   const std::vector<std::pair<key_t, key_t>> pending = std::move(added);
   added.clear();
   for (const auto& [parent, child] : pending) {
-    if (existing(parent) && !existing(child)) {
-      AtkObject* object = object_for(child);
-      g_signal_emit_by_name(existing(parent), "children-changed::add", atk_object_get_index_in_parent(object),
-                            object);
+    if (!existing(parent)) {
+      continue;
+    }
+    // A layout-only child is not listed: its own children are, in its place.
+    const std::vector<key_t> shown = layout_only(child) ? listed_children(child) : std::vector<key_t>{child};
+    for (key_t node : shown) {
+      if (!existing(node)) {
+        AtkObject* object = object_for(node);
+        g_signal_emit_by_name(existing(parent), "children-changed::add",
+                              atk_object_get_index_in_parent(object), object);
+      }
     }
   }
 }
@@ -133,7 +171,7 @@ atk_bridge_t::~atk_bridge_t() {
   if (m_impl->flush_source) {
     g_source_remove(m_impl->flush_source);
   }
-  for (key_t child : m_impl->tree->children(m_impl->tree->root())) {
+  for (key_t child : m_impl->listed_children(m_impl->tree->root())) {
     node_gone(child);
   }
   hook_host(m_impl->host, nullptr);
@@ -141,7 +179,12 @@ atk_bridge_t::~atk_bridge_t() {
 }
 
 void atk_bridge_t::child_added(key_t parent, key_t child) {
-  if (!m_impl->existing(parent)) {
+  while (parent && m_impl->layout_only(parent)) {
+    parent = m_impl->tree->parent(parent);
+  }
+  const bool known =
+      parent == m_impl->tree->root() ? m_impl->host_listed : m_impl->existing(parent) != nullptr;
+  if (!parent || !known) {
     return;  // no client knows the parent: it finds the child when it lists the parent
   }
   m_impl->added.emplace_back(parent, child);
@@ -165,6 +208,12 @@ void atk_bridge_t::node_gone(key_t node) {
   };
   added.erase(std::remove_if(added.begin(), added.end(), inside), added.end());
   AtkObject* object = m_impl->existing(node);
+  if (!object && m_impl->layout_only(node)) {
+    for (key_t child : m_impl->listed_children(node)) {
+      node_gone(child);  // listed in the node's place, they go with it
+    }
+    return;
+  }
   if (!object || object == m_impl->host) {
     return;
   }
@@ -177,9 +226,16 @@ void atk_bridge_t::node_gone(key_t node) {
 }
 
 void atk_bridge_t::name_changed(key_t node) {
-  if (AtkObject* object = m_impl->existing(node)) {
-    g_object_notify(G_OBJECT(object), "accessible-name");
+  AtkObject* object = m_impl->existing(node);
+  if (!object) {
+    return;
   }
+  if (object != m_impl->host && ATK_IS_TEXT(object)) {
+    info_t info;
+    m_impl->tree->describe(node, info);
+    announce_text(object, info.text);
+  }
+  g_object_notify(G_OBJECT(object), "accessible-name");
 }
 
 void atk_bridge_t::state_changed(key_t node, state_t state, bool on) {

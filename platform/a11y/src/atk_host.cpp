@@ -25,7 +25,11 @@ AtkObjectClass* native_class(AtkObject* host) {
 }
 
 std::vector<key_t> tree_children(atk_bridge_t::impl_t* impl) {
-  return impl ? impl->tree->children(impl->tree->root()) : std::vector<key_t>();
+  if (!impl) {
+    return {};
+  }
+  impl->host_listed = true;
+  return impl->listed_children(impl->tree->root());
 }
 
 gint host_get_n_children(AtkObject* host) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 namespace a11y {
 
@@ -60,7 +61,7 @@ const gchar* node_get_description(AtkObject* object) {
 
 gint node_get_n_children(AtkObject* object) {
   node_object_t* node = node_of(object);
-  return node->impl ? static_cast<gint>(node->impl->tree->children(node->key).size()) : 0;
+  return node->impl ? static_cast<gint>(node->impl->listed_children(node->key).size()) : 0;
 }
 
 AtkObject* node_ref_child(AtkObject* object, gint index) {
@@ -68,7 +69,7 @@ AtkObject* node_ref_child(AtkObject* object, gint index) {
   if (!node->impl || index < 0) {
     return nullptr;
   }
-  const std::vector<key_t> children = node->impl->tree->children(node->key);
+  const std::vector<key_t> children = node->impl->listed_children(node->key);
   if (static_cast<std::size_t>(index) >= children.size()) {
     return nullptr;
   }
@@ -81,8 +82,8 @@ gint node_get_index_in_parent(AtkObject* object) {
     return -1;
   }
   tree_t* tree = node->impl->tree;
-  const key_t parent = tree->parent(node->key);
-  const std::vector<key_t> siblings = tree->children(parent);
+  const key_t parent = node->impl->listed_parent(node->key);
+  const std::vector<key_t> siblings = node->impl->listed_children(parent, node->key);
   const auto found = std::find(siblings.begin(), siblings.end(), node->key);
   if (found == siblings.end()) {
     return -1;
@@ -275,12 +276,58 @@ gunichar text_get_character_at_offset(AtkText* text, gint offset) {
 
 gint text_get_caret_offset(AtkText*) { return -1; }  // read-only text: no caret
 
+// Where a word starts: a non-space after a space or at the start.
+bool word_starts(const std::u32string& all, std::size_t at) {
+  return at < all.size() && !g_unichar_isspace(all[at]) && (at == 0 || g_unichar_isspace(all[at - 1]));
+}
+
+// The span [start, end) of the unit at `at`: a word runs from its start to the next word's
+// start, a line to just after its line feed (lines are the text's own, not the drawn wraps).
+std::pair<std::size_t, std::size_t> unit_at(const std::u32string& all, std::size_t at,
+                                            AtkTextGranularity unit) {
+  std::size_t start = at;
+  std::size_t end = std::min(at + 1, all.size());
+  if (unit == ATK_TEXT_GRANULARITY_WORD) {
+    while (start > 0 && !word_starts(all, start)) {
+      --start;
+    }
+    for (end = start + 1; end < all.size() && !word_starts(all, end);) {
+      ++end;
+    }
+  } else if (unit != ATK_TEXT_GRANULARITY_CHAR) {
+    while (start > 0 && all[start - 1] != U'\n') {
+      --start;
+    }
+    end = all.find(U'\n', at);
+    end = end == std::u32string::npos ? all.size() : end + 1;
+  }
+  return {start, std::min(end, all.size())};
+}
+
+gchar* text_get_string_at_offset(AtkText* text, gint offset, AtkTextGranularity unit, gint* start,
+                                 gint* end) {
+  const std::string utf8 = node_text(text);
+  glong count = 0;
+  gunichar* chars = g_utf8_to_ucs4_fast(utf8.c_str(), -1, &count);
+  const std::u32string all(reinterpret_cast<const char32_t*>(chars), static_cast<std::size_t>(count));
+  g_free(chars);
+  *start = *end = 0;
+  if (offset < 0 || static_cast<std::size_t>(offset) >= all.size()) {
+    return g_strdup("");
+  }
+  const auto [from, to] = unit_at(all, static_cast<std::size_t>(offset), unit);
+  *start = static_cast<gint>(from);
+  *end = static_cast<gint>(to);
+  return g_utf8_substring(utf8.c_str(), *start, *end);
+}
+
 void text_init(gpointer iface, gpointer) {
   auto* text = static_cast<AtkTextIface*>(iface);
   text->get_text = text_get_text;
   text->get_character_count = text_get_character_count;
   text->get_character_at_offset = text_get_character_at_offset;
   text->get_caret_offset = text_get_caret_offset;
+  text->get_string_at_offset = text_get_string_at_offset;
 }
 
 // --- AtkValue -------------------------------------------------------------------------
@@ -498,6 +545,23 @@ const gchar* keep_string(node_object_t* node, kept_t slot, const std::string& te
   return kept;
 }
 
+void announce_text(AtkObject* object, const std::string& text) {
+  gchar*& told = node_of(object)->cache[kept_text];
+  const std::string before = told ? told : "";
+  if (before == text) {
+    return;
+  }
+  if (!before.empty()) {
+    g_signal_emit_by_name(object, "text-remove", 0, static_cast<gint>(g_utf8_strlen(before.c_str(), -1)),
+                          before.c_str());
+  }
+  keep_string(node_of(object), kept_text, text);
+  if (!text.empty()) {
+    g_signal_emit_by_name(object, "text-insert", 0, static_cast<gint>(g_utf8_strlen(text.c_str(), -1)),
+                          text.c_str());
+  }
+}
+
 AtkObject* make_node_object(atk_bridge_t::impl_t* impl, key_t key, const info_t& info, AtkObject* parent) {
   const bool table = info.has_table && info.role == role_t::table;
   const unsigned kind = (info.actions.empty() ? 0u : with_action) | (info.has_text ? with_text : 0u) |
@@ -508,6 +572,9 @@ AtkObject* make_node_object(atk_bridge_t::impl_t* impl, key_t key, const info_t&
   node->impl = impl;
   node->key = key;
   std::fill(std::begin(node->cache), std::end(node->cache), nullptr);
+  if (info.has_text) {
+    keep_string(node, kept_text, info.text);
+  }
   atk_object_set_role(object, atk_role(info.role));
   atk_object_set_parent(object, parent);
   return object;

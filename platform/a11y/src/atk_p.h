@@ -33,16 +33,20 @@ struct node_object_t {
   AtkObject parent;
   atk_bridge_t::impl_t* impl;
   key_t key;
-  gchar* cache[3];  // the last string of each kept_t handed out, owned here
+  gchar* cache[4];  // the last string of each kept_t, owned here
 };
 
-/// The strings an object hands out and keeps until the next one of the same kind.
-enum kept_t { kept_name, kept_description, kept_action };
+/// The strings an object keeps: those handed out, until the next one of the same kind, and
+/// the text a client was last told about.
+enum kept_t { kept_name, kept_description, kept_action, kept_text };
 
 /// Makes the object of `key` with the interfaces `info` needs, under `parent`.
 AtkObject* make_node_object(atk_bridge_t::impl_t* impl, key_t key, const info_t& info, AtkObject* parent);
 /// Keeps `text` in the object until its next string of that kind, and returns it.
 const gchar* keep_string(node_object_t* node, kept_t slot, const std::string& text);
+/// Tells a client that the text of `object` (a node with text) is now `text`: the old text
+/// removed and the new one inserted, when they differ.
+void announce_text(AtkObject* object, const std::string& text);
 /// The number of the host's own (native) children.
 int host_native_children(AtkObject* host);
 
@@ -58,7 +62,17 @@ struct atk_bridge_t::impl_t {
   std::unordered_map<key_t, AtkObject*> objects;  // a reference each
   std::vector<std::pair<key_t, key_t>> added;     // parent and child, announced at idle time
   guint flush_source = 0;
+  bool host_listed = false;  // a client asked for the tree's top nodes
 
+  /// Whether `key` only lays its children out: an unnamed panel, not live. Such nodes are
+  /// left out of the accessible tree, their children listed in their place.
+  bool layout_only(key_t key) const;
+  /// The children of `key` as clients see them: layout-only ones replaced by theirs.
+  /// `known` is listed whatever it says now (a client has its object; while it dies, it
+  /// describes itself as a bare element).
+  std::vector<key_t> listed_children(key_t key, key_t known = nullptr) const;
+  /// The nearest ancestor of `key` that is listed (or the root).
+  key_t listed_parent(key_t key) const;
   /// The object of `key`, made (with its ancestors) when missing; the host for the root.
   AtkObject* object_for(key_t key);
   /// The object of `key` when one was made, else null.

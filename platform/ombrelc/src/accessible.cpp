@@ -6,6 +6,7 @@
 #include <ombrelcfrw7/caption.h>
 #include <ombrelcfrw7/gauge.h>
 #include <ombrelcfrw7/image.h>
+#include <ombrelcfrw7/message_box.h>
 
 #include <ombrelc7/sys_window.h>
 
@@ -82,9 +83,19 @@ void CImage::DescribeAccessible(a11y::info_t& info) const {
   info.description = m_animation ? "Animation" : "Picture";
 }
 
+void CMessageBoxBase::DescribeAccessible(a11y::info_t& info) const {
+  info.role = a11y::role_t::panel;
+  info.name = m_caption ? m_caption->AsString() : std::string();
+}
+
 void CGauge::DescribeAccessible(a11y::info_t& info) const {
   info.role = a11y::role_t::progress_bar;
-  info.name = "Progress";
+  // The bar tells what runs by the title of the card it shows in.
+  for (const CVisualElement* above = GetParent(); above && info.name.empty(); above = above->GetParent()) {
+    if (const auto* card = dynamic_cast<const CMessageBoxBase*>(above); card && card->GetCaption()) {
+      info.name = card->GetCaption()->AsString();
+    }
+  }
   info.has_value = true;
   info.value.current = m_max > 0 ? m_pos * 100.0 / m_max : 0.0;
 }

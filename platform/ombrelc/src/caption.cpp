@@ -1,4 +1,6 @@
 #include <ombrelcfrw7/caption.h>
+#include <ombrelcfrw7/gauge.h>
+#include <ombrelcfrw7/message_box.h>
 
 #include <a11y/atk_bridge.h>
 
@@ -40,6 +42,16 @@ std::vector<wx_run_t> single_line_runs(const std::vector<text_run_t>& runs) {
   return to_wx_runs(joined);
 }
 
+// The card and the progress bars in it are named by its header.
+void card_renamed(a11y::atk_bridge_t* bridge, CVisualElement* element) {
+  if (dynamic_cast<CMessageBoxBase*>(element) || dynamic_cast<CGauge*>(element)) {
+    bridge->name_changed(element);
+  }
+  for (CVisualElement* child : element->GetChildren()) {
+    card_renamed(bridge, child);
+  }
+}
+
 }  // namespace
 
 CCaption::CCaption(CVisualElement* parent, const ombrelc7::size<int>& size, ombrelc7::Alignment alignment)
@@ -59,6 +71,11 @@ void CCaption::SetCaption(const std::string& utf8) {
     OnChange();
     if (a11y::atk_bridge_t* bridge = GetAccessibleBridge()) {
       bridge->name_changed(this);
+      // A card's header names the card, and the progress bars in it.
+      if (const auto* card = dynamic_cast<CMessageBoxBase*>(GetParent());
+          card && card->GetCaption() == this) {
+        card_renamed(bridge, GetParent());
+      }
     }
   }
 }

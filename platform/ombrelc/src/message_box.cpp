@@ -31,10 +31,10 @@ constexpr std::size_t builtin_children = 2;  // the icon and the header come fir
 
 CMessageBoxBase::CMessageBoxBase(CVisualElement* parent, const ombrelc7::size<int>& size,
                                  ombrelc7::Alignment alignment, bool horizontal_content)
-    : CVisualElement(parent, size, alignment),
-      m_image(new CImage(this, ombrelc7::size<int>(icon_size, icon_size), ombrelc7::alNone)),
-      m_caption(new CCaption(this, ombrelc7::size<int>(0, 0), ombrelc7::alFill)),
-      m_horizontal(horizontal_content) {
+    : CVisualElement(parent, size, alignment), m_horizontal(horizontal_content) {
+  // Made in the body: a child's arrival may ask the card to describe itself.
+  m_image = new CImage(this, ombrelc7::size<int>(icon_size, icon_size), ombrelc7::alNone);
+  m_caption = new CCaption(this, ombrelc7::size<int>(0, 0), ombrelc7::alFill);
   m_caption->SetFontKind(plaxi1::font_bold);
   m_caption->AdjustHeight(true);
   m_caption->SetTextAlign(CCaption::taLeft | CCaption::taTop);

@@ -2,7 +2,10 @@
 #include <ombrelpropgrid2/property.h>
 #include <ombrelpropgrid2/property_editor.h>
 
+#include <a11y/native.h>
 #include <ombrelcfrw7/editors.h>
+
+#include <wx/string.h>
 
 #include <algorithm>
 #include <utility>
@@ -26,6 +29,9 @@ class editing_model_t : public ombrelgrid8::IEditingModel {
       m_active->GetEditor()->ProcessEditorCommand(ombrelcfrw7::ecAccept);
     }
     m_active = editor;
+    // The field is read by the row it edits, or by the column of a row without a caption.
+    const std::string name = item->GetCaption().empty() ? m_model->GetColumnCaption(0) : item->GetCaption();
+    a11y::set_name(editor->GetEditor()->GetNativeControl(), wxString::FromUTF8(name));
     return editor->BeginEdit(item);
   }
   void EndEdit(bool accept) override {

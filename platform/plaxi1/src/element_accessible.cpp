@@ -97,6 +97,12 @@ void element_tree_t::describe(a11y::key_t node, a11y::info_t& info) const {
   if (element->IsShownInTree() && !element->GetRect().IsEmpty()) {
     info.states |= a11y::state_showing;
   }
+  if (element->IsFocusable()) {
+    info.states |= a11y::state_focusable;
+  }
+  if (m_adapter->GetFocusElement() == element) {
+    info.states |= a11y::state_focused;
+  }
 }
 
 a11y::rect_t element_tree_t::extents(a11y::key_t node) const {
@@ -106,6 +112,14 @@ a11y::rect_t element_tree_t::extents(a11y::key_t node) const {
 
 bool element_tree_t::do_action(a11y::key_t node, int index) {
   return Element(node)->DoAccessibleAction(index);
+}
+
+bool element_tree_t::grab_focus(a11y::key_t node) {
+  if (node == m_adapter || !Element(node)->IsFocusable()) {
+    return false;
+  }
+  m_adapter->SetFocusElement(Element(node));
+  return true;
 }
 
 std::unique_ptr<element_tree_t> StartAccessible(ElementAdapter* adapter) {

@@ -23,6 +23,7 @@ class element_tree_t : public a11y::tree_t {
   void describe(a11y::key_t node, a11y::info_t& info) const override;
   a11y::rect_t extents(a11y::key_t node) const override;
   bool do_action(a11y::key_t node, int index) override;
+  bool grab_focus(a11y::key_t node) override;
 
  private:
   UIElement* Element(a11y::key_t node) const;

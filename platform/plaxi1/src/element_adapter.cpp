@@ -9,8 +9,10 @@
 #include <wx/dcbuffer.h>
 #include <wx/window.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
+#include <vector>
 
 namespace plaxi1::elements {
 
@@ -155,6 +157,9 @@ void ElementAdapter::ElementRemoved(UIElement* element) {
   if (within(m_key_target, element)) {
     m_key_target = nullptr;
   }
+  if (within(m_focus, element)) {
+    m_focus = nullptr;
+  }
   if (within(m_pressed, element)) {
     UIElement* pressed = m_pressed;
     Release();
@@ -171,6 +176,7 @@ void ElementAdapter::ForgetStates() {
   }
   m_hover = nullptr;
   m_key_target = nullptr;
+  m_focus = nullptr;
 }
 
 void ElementAdapter::Release() {
@@ -253,6 +259,9 @@ void ElementAdapter::handle_mouse(wxMouseEvent& wx_event) {
   if (kind == mouse_event_t::down) {
     m_pressed = hit;
     m_key_target = hit;
+    if (m_focus && !within(hit, m_focus) && !hit->IsFocusable()) {
+      SetFocusElement(nullptr);
+    }
     if (m_window && !m_window->HasCapture()) {
       m_window->CaptureMouse();
     }
@@ -277,13 +286,68 @@ void ElementAdapter::handle_capture_lost(wxMouseCaptureLostEvent&) {
 
 void ElementAdapter::handle_key(wxKeyEvent& event) {
   FlushLayout();
-  for (UIElement* element = m_key_target; element; element = element->m_parent) {
+  for (UIElement* element = m_focus ? m_focus : m_key_target; element; element = element->m_parent) {
     const ptr_t keep = share(element);
     if (element->OnKey(event)) {
       return;
     }
   }
-  event.Skip();
+  const bool tab = event.GetKeyCode() == WXK_TAB && !event.ControlDown() && !event.AltDown();
+  if (!tab || !MoveFocus(!event.ShiftDown())) {
+    event.Skip();
+  }
+}
+
+void ElementAdapter::SetFocusElement(UIElement* element) {
+  if (element == m_focus) {
+    return;
+  }
+  const ptr_t old = share(m_focus);
+  m_focus = element;
+  a11y::atk_bridge_t* bridge = GetAccessibleBridge();
+  if (old) {
+    old->OnFocusChanged(false);
+    if (bridge) {
+      bridge->state_changed(old.get(), a11y::state_focused, false);
+    }
+  }
+  if (element) {
+    m_key_target = element;
+    element->OnFocusChanged(true);
+    if (bridge) {
+      bridge->focus_changed(element);
+    }
+  }
+}
+
+bool ElementAdapter::MoveFocus(bool forward) {
+  std::vector<UIElement*> stops;
+  std::function<void(UIElement*)> visit = [&visit, &stops](UIElement* element) {
+    if (element->IsFocusable()) {
+      stops.push_back(element);
+    }
+    for (const ptr_t& child : element->GetChildren()) {
+      visit(child.get());
+    }
+  };
+  if (m_root) {
+    visit(m_root.get());
+  }
+  auto current = std::find(stops.begin(), stops.end(), m_focus);
+  if (current == stops.end()) {
+    current = forward ? stops.begin() : stops.end();
+  } else if (forward) {
+    ++current;
+  }
+  if (!forward) {
+    current = current == stops.begin() ? stops.end() : current - 1;
+  }
+  if (current == stops.end()) {
+    SetFocusElement(nullptr);  // the focus leaves the drawn part
+    return false;
+  }
+  SetFocusElement(*current);
+  return true;
 }
 
 void ElementAdapter::handle_paint(wxPaintEvent&) {

@@ -8,6 +8,7 @@
 
 #include <wx/dc.h>
 #include <wx/image.h>
+#include <wx/renderer.h>
 #include <wx/timer.h>
 #include <wx/window.h>
 
@@ -90,6 +91,9 @@ void FlatButton::Enable(bool enable) {
   if (m_press.set_enabled(enable)) {
     Invalidate();
     ElementAdapter* adapter = GetAdapter();
+    if (!enable && adapter && adapter->GetFocusElement() == this) {
+      adapter->SetFocusElement(nullptr);
+    }
     if (a11y::atk_bridge_t* bridge = adapter ? adapter->GetAccessibleBridge() : nullptr) {
       bridge->state_changed(this, a11y::state_enabled, enable);
     }
@@ -145,6 +149,25 @@ void FlatButton::OnPaint(wxDC& dc) {
   if (color.IsOk()) {
     PaintBackground(dc, color);
   }
+  // As GTK does, the focus mark shows only while the window has the keyboard.
+  ElementAdapter* adapter = GetAdapter();
+  wxWindow* window = adapter ? adapter->GetWindow() : nullptr;
+  if (window && adapter->GetFocusElement() == this && window->HasFocus()) {
+    wxRendererNative::Get().DrawFocusRect(window, dc, GetPaintRect().Deflate(1));
+  }
+}
+
+bool FlatButton::OnKey(const wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
+  ElementAdapter* adapter = GetAdapter();
+  if (!IsEnabled() || !adapter || adapter->GetFocusElement() != this) {
+    return false;
+  }
+  if (key != WXK_SPACE && key != WXK_RETURN && key != WXK_NUMPAD_ENTER) {
+    return false;
+  }
+  Fire();
+  return true;
 }
 
 bool FlatButton::OnMouse(const mouse_event_t& event) {

@@ -3,6 +3,7 @@
 #include "ombrelc_fixture.h"
 
 #include <a11y/accessible.h>
+#include <a11y/atk_bridge.h>
 #include <a11y/native.h>
 #include <ombrelcfrw7/image.h>
 
@@ -19,6 +20,7 @@ namespace {
 
 using ombrelcfrw7::CButton;
 using ombrelcfrw7::CCaption;
+using ombrelcfrw7::CCustomMessageBox;
 using ombrelcfrw7::CGauge;
 using ombrelcfrw7::CLineColumn;
 using ombrelcfrw7::CScrollContainer;
@@ -74,6 +76,31 @@ std::string text_of(AtkObject* object, int start, int end) {
   return out;
 }
 
+// The text-remove and text-insert signals of an AtkText, in order.
+struct text_changes_t {
+  std::vector<std::string> seen;
+  static void on_remove(AtkObject*, gint position, gint length, gchar* text, gpointer self) {
+    static_cast<text_changes_t*>(self)->add("delete", position, length, text);
+  }
+  static void on_insert(AtkObject*, gint position, gint length, gchar* text, gpointer self) {
+    static_cast<text_changes_t*>(self)->add("insert", position, length, text);
+  }
+  void add(const char* kind, gint position, gint length, const gchar* text) {
+    seen.push_back(std::string(kind) + " " + std::to_string(position) + " " + std::to_string(length) + " " +
+                   text);
+  }
+};
+
+// The unit of `granularity` at `offset`, with its bounds: "start end text".
+std::string unit_at(AtkObject* object, gint offset, AtkTextGranularity granularity) {
+  gint start = -1;
+  gint end = -1;
+  gchar* text = atk_text_get_string_at_offset(ATK_TEXT(object), offset, granularity, &start, &end);
+  std::string found = std::to_string(start) + " " + std::to_string(end) + " " + (text ? text : "(null)");
+  g_free(text);
+  return found;
+}
+
 bool has_state(AtkObject* object, AtkStateType state) {
   AtkStateSet* set = atk_object_ref_state_set(object);
   const bool has = atk_state_set_contains_state(set, state);
@@ -94,14 +121,12 @@ class accessible_test : public control_fixture_t {
   }
 
   AtkObject* host() const { return gtk_widget_get_accessible(static_cast<GtkWidget*>(m_panel->GetHandle())); }
-  // The box's object: the host's first child after its own native ones (a panel has none).
-  AtkObject* box() const {
-    object_ref_t child(atk_object_ref_accessible_child(host(), 0));
-    return child.get();  // the bridge keeps its own reference while the element lives
-  }
+  // The box only lays its children out: they are listed in its place, on the host (a panel
+  // has no native children before them).
+  AtkObject* box() const { return host(); }
   AtkObject* box_child(int index) const {
     object_ref_t child(atk_object_ref_accessible_child(box(), index));
-    return child.get();
+    return child.get();  // the bridge keeps its own reference while the element lives
   }
 
   CVertBox* m_box = nullptr;
@@ -110,8 +135,6 @@ class accessible_test : public control_fixture_t {
 };
 
 TEST_F(accessible_test, the_window_lists_the_tree_with_roles_names_text_and_actions) {
-  ASSERT_EQ(atk_object_get_n_accessible_children(host()), 1);
-  EXPECT_EQ(atk_object_get_role(box()), ATK_ROLE_PANEL);
   ASSERT_EQ(atk_object_get_n_accessible_children(box()), 2);
   AtkObject* label = box_child(0);
   EXPECT_EQ(atk_object_get_role(label), ATK_ROLE_LABEL);
@@ -168,6 +191,7 @@ TEST_F(accessible_test, a_deleted_element_is_announced_removed_and_its_object_tu
 }
 
 TEST_F(accessible_test, an_added_child_is_announced_once_it_is_whole) {
+  ASSERT_EQ(atk_object_get_n_accessible_children(box()), 2);  // a client knows the list
   signal_count_t added;
   g_signal_connect(box(), "children-changed::add", G_CALLBACK(signal_count_t::on_children), &added);
   auto* caption = new CCaption(m_box, size<int>(0, 0), ombrelc7::alFill);
@@ -178,6 +202,13 @@ TEST_F(accessible_test, an_added_child_is_announced_once_it_is_whole) {
   EXPECT_EQ(atk_object_get_role(object), ATK_ROLE_LABEL);
   EXPECT_TRUE(ATK_IS_TEXT(object));
   EXPECT_STREQ(atk_object_get_name(object), "Indexing");
+}
+
+TEST_F(accessible_test, nothing_is_made_for_added_elements_until_a_client_lists_the_window) {
+  auto* caption = new CCaption(m_box, size<int>(0, 0), ombrelc7::alFill);
+  caption->SetCaption("Indexing");
+  layout();
+  EXPECT_EQ(m_control->GetAccessibleBridge()->object_count(), 0u);
 }
 
 TEST_F(accessible_test, a_hidden_element_leaves_the_list) {
@@ -197,6 +228,87 @@ TEST_F(accessible_test, focus_moves_are_announced) {
   m_control->SetFocusElement(m_button);
   EXPECT_EQ(focused.count, 1);
   EXPECT_TRUE(has_state(button, ATK_STATE_FOCUSED));
+}
+
+TEST_F(accessible_test, a_changed_caption_announces_its_old_text_deleted_and_its_new_text_inserted) {
+  AtkObject* label = box_child(0);
+  text_changes_t changes;
+  g_signal_connect(label, "text-remove", G_CALLBACK(text_changes_t::on_remove), &changes);
+  g_signal_connect(label, "text-insert", G_CALLBACK(text_changes_t::on_insert), &changes);
+  signal_count_t renamed;
+  g_signal_connect(label, "property-change::accessible-name", G_CALLBACK(signal_count_t::on_property),
+                   &renamed);
+  m_caption->SetCaption("Indexing");
+  EXPECT_EQ(changes.seen, (std::vector<std::string>{"delete 0 14 Symbols loaded", "insert 0 8 Indexing"}));
+  EXPECT_EQ(renamed.count, 1);
+  m_caption->SetCaption("Indexing");
+  EXPECT_EQ(changes.seen.size(), 2u);
+}
+
+TEST_F(accessible_test, a_caption_gives_its_characters_words_and_lines_by_offset) {
+  m_caption->SetCaption("Symbols loaded\nfrom the cache");
+  AtkObject* label = box_child(0);
+  EXPECT_EQ(unit_at(label, 1, ATK_TEXT_GRANULARITY_CHAR), "1 2 y");
+  EXPECT_EQ(unit_at(label, 3, ATK_TEXT_GRANULARITY_WORD), "0 8 Symbols ");
+  EXPECT_EQ(unit_at(label, 7, ATK_TEXT_GRANULARITY_WORD), "0 8 Symbols ");
+  EXPECT_EQ(unit_at(label, 10, ATK_TEXT_GRANULARITY_WORD), "8 15 loaded\n");
+  EXPECT_EQ(unit_at(label, 3, ATK_TEXT_GRANULARITY_LINE), "0 15 Symbols loaded\n");
+  EXPECT_EQ(unit_at(label, 20, ATK_TEXT_GRANULARITY_LINE), "15 29 from the cache");
+  EXPECT_EQ(unit_at(label, 40, ATK_TEXT_GRANULARITY_WORD), "0 0 ");
+}
+
+// The first child of `parent` with `role`, or null.
+AtkObject* child_with_role(AtkObject* parent, AtkRole role) {
+  for (int i = 0; i < atk_object_get_n_accessible_children(parent); ++i) {
+    object_ref_t child(atk_object_ref_accessible_child(parent, i));
+    if (atk_object_get_role(child.get()) == role) {
+      return child.get();
+    }
+  }
+  return nullptr;
+}
+
+TEST_F(accessible_test, a_message_card_is_a_panel_named_by_its_header_which_names_its_gauge_too) {
+  auto* card = new CCustomMessageBox(m_box, size<int>(0, 0), ombrelc7::alFill);
+  card->GetCaption()->SetCaption("Indexing");
+  auto* column = new CVertBox(card, size<int>(0, 0), ombrelc7::alFill);
+  new CGauge(column, size<int>(100, 10), ombrelc7::alFill);
+  layout();
+  ASSERT_EQ(atk_object_get_n_accessible_children(host()), 3);
+  AtkObject* panel = box_child(2);
+  EXPECT_EQ(atk_object_get_role(panel), ATK_ROLE_PANEL);
+  EXPECT_STREQ(atk_object_get_name(panel), "Indexing");
+  // The column only lays the gauge out: the gauge is listed in the card itself.
+  AtkObject* gauge = child_with_role(panel, ATK_ROLE_PROGRESS_BAR);
+  ASSERT_NE(gauge, nullptr);
+  EXPECT_EQ(atk_object_get_parent(gauge), panel);
+  EXPECT_STREQ(atk_object_get_name(gauge), "Indexing");
+  signal_count_t renamed;
+  g_signal_connect(gauge, "property-change::accessible-name", G_CALLBACK(signal_count_t::on_property),
+                   &renamed);
+  card->GetCaption()->SetCaption("Scanning");
+  EXPECT_EQ(renamed.count, 1);
+  EXPECT_STREQ(atk_object_get_name(panel), "Scanning");
+  EXPECT_STREQ(atk_object_get_name(gauge), "Scanning");
+}
+
+TEST_F(accessible_test, children_of_a_hidden_layout_box_leave_the_list_in_its_place) {
+  auto* column = new CVertBox(m_box, size<int>(0, 0), ombrelc7::alFill);
+  auto* caption = new CCaption(column, size<int>(0, 0), ombrelc7::alFill);
+  caption->SetCaption("Inside");
+  layout();
+  ASSERT_EQ(atk_object_get_n_accessible_children(host()), 3);
+  object_ref_t inside(ATK_OBJECT(g_object_ref(box_child(2))));
+  EXPECT_STREQ(atk_object_get_name(inside.get()), "Inside");
+  EXPECT_EQ(atk_object_get_index_in_parent(inside.get()), 2);
+  signal_count_t removed;
+  g_signal_connect(host(), "children-changed::remove", G_CALLBACK(signal_count_t::on_children), &removed);
+  column->SetVisible(false);
+  EXPECT_EQ(removed.count, 1);
+  EXPECT_EQ(removed.index, 2);
+  EXPECT_TRUE(has_state(inside.get(), ATK_STATE_DEFUNCT));
+  EXPECT_EQ(atk_object_get_n_accessible_children(host()), 2);
+  g_signal_handlers_disconnect_by_data(host(), &removed);
 }
 
 TEST_F(accessible_test, a_gauge_gives_its_percentage_as_value_and_announces_changes) {

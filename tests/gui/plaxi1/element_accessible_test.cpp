@@ -143,4 +143,24 @@ TEST_F(element_accessible_test, a_button_that_opens_something_is_expandable_and_
   g_signal_handlers_disconnect_by_data(button, &opened);
 }
 
+TEST_F(element_accessible_test, the_focused_button_is_announced) {
+  AtkObject* button = child(host(), 1);
+  EXPECT_TRUE(has_state(button, ATK_STATE_FOCUSABLE));
+  int focused = 0;
+  struct on_state {
+    static void on(AtkObject*, gchar* name, gboolean on, gpointer count) {
+      *static_cast<int*>(count) += std::string(name) == "focused" ? (on ? 1 : -10) : 0;
+    }
+  };
+  g_signal_connect(button, "state-change", G_CALLBACK(on_state::on), &focused);
+  wxKeyEvent tab(wxEVT_KEY_DOWN);
+  tab.m_keyCode = WXK_TAB;
+  tab.SetEventObject(m_window.panel);
+  m_window.panel->ProcessWindowEvent(tab);
+  EXPECT_EQ(focused, 1);
+  EXPECT_TRUE(has_state(button, ATK_STATE_FOCUSED));
+  EXPECT_TRUE(atk_component_grab_focus(ATK_COMPONENT(button)));
+  g_signal_handlers_disconnect_by_data(button, &focused);
+}
+
 }  // namespace

@@ -76,11 +76,14 @@ class element_adapter_test : public ::testing::Test {
     gui_test::wait_until([&] { return m_window.adapter->GetPressedElement() == nullptr; });
     gui_test::pump();
   }
-  void send_key() {
+  // Whether the key went unused (skipped on to wx).
+  bool send_key(int code = 'A', bool shift = false) {
     wxKeyEvent key(wxEVT_KEY_DOWN);
-    key.m_keyCode = 'A';
+    key.m_keyCode = code;
+    key.m_shiftDown = shift;
     key.SetEventObject(m_window.panel);
     m_window.panel->ProcessWindowEvent(key);
+    return key.GetSkipped();
   }
 
   element_window_t m_window;
@@ -300,6 +303,77 @@ TEST_F(element_adapter_test, a_requested_layout_runs_from_the_loop) {
   EXPECT_EQ(m_window.adapter->FindByTestID("none"), element_ptr());
   m_left->SetTestID("left");
   EXPECT_EQ(m_window.adapter->FindByTestID("left").get(), m_left.get());
+}
+
+TEST_F(element_adapter_test, tab_moves_the_focus_among_enabled_buttons_and_space_clicks_the_focused_one) {
+  korvat2::intrusive_pointer_t<FlatButton> first = new FlatButton(m_left, pos_top);
+  korvat2::intrusive_pointer_t<FlatButton> off = new FlatButton(m_left, pos_top);
+  korvat2::intrusive_pointer_t<FlatButton> last = new FlatButton(m_right, pos_top);
+  off->Enable(false);
+  m_left->m_handles = m_right->m_handles = false;
+  std::vector<int> pressed;
+  struct receiver_t : korvat2::subscriber_base_t {
+    void on(int id) { ids->push_back(id); }
+    std::vector<int>* ids;
+  } receiver;
+  receiver.ids = &pressed;
+  last->SetId(3);
+  last->pressed.connect(&receiver, &receiver_t::on);
+  ElementAdapter& adapter = *m_window.adapter;
+  EXPECT_FALSE(send_key(WXK_TAB));
+  EXPECT_EQ(adapter.GetFocusElement(), first.get());
+  EXPECT_FALSE(send_key(WXK_TAB));
+  EXPECT_EQ(adapter.GetFocusElement(), last.get());
+  EXPECT_FALSE(send_key(WXK_SPACE));
+  EXPECT_EQ(pressed, std::vector<int>{3});
+  EXPECT_FALSE(send_key(WXK_TAB, true));
+  EXPECT_EQ(adapter.GetFocusElement(), first.get());
+  // Past the first one, the focus leaves for the window's other controls.
+  EXPECT_TRUE(send_key(WXK_TAB, true));
+  EXPECT_EQ(adapter.GetFocusElement(), nullptr);
+  EXPECT_TRUE(send_key(WXK_SPACE));
+  EXPECT_EQ(pressed.size(), 1u);
+}
+
+TEST_F(element_adapter_test, a_focused_button_loses_the_focus_when_disabled_or_hidden) {
+  korvat2::intrusive_pointer_t<FlatButton> button = new FlatButton(m_left, pos_top);
+  m_window.adapter->SetFocusElement(button.get());
+  button->Enable(false);
+  EXPECT_EQ(m_window.adapter->GetFocusElement(), nullptr);
+  button->Enable(true);
+  m_window.adapter->SetFocusElement(button.get());
+  m_left->SetVisible(false);
+  EXPECT_EQ(m_window.adapter->GetFocusElement(), nullptr);
+}
+
+TEST_F(element_adapter_test, the_focused_button_shows_a_focus_mark_while_the_window_has_the_keyboard) {
+  korvat2::intrusive_pointer_t<FlatButton> button = new FlatButton(m_left, pos_top);
+  button->SetFixedSize(wxSize(60, 30));
+  button->SetColor(state_normal, *wxWHITE);
+  m_window.adapter->Relayout();
+  m_window.panel->SetCanFocus(true);
+  m_window.panel->SetFocus();
+  ASSERT_TRUE(gui_test::wait_until([&] { return wxWindow::FindFocus() == m_window.panel; }));
+  const wxRect area = button->GetRect();
+  ASSERT_EQ(area.GetSize(), wxSize(60, 30));
+  // Pixels of the button that are not its colour.
+  auto marked = [&] {
+    const wxImage image = m_window.picture();
+    const double scale = m_window.panel->GetContentScaleFactor();
+    int count = 0;
+    for (int y = area.y; y < area.GetBottom(); ++y) {
+      for (int x = area.x; x < area.GetRight(); ++x) {
+        count += colour_at(image, static_cast<int>(x * scale), static_cast<int>(y * scale)) != *wxWHITE;
+      }
+    }
+    return count;
+  };
+  gui_test::pump();
+  EXPECT_EQ(marked(), 0);
+  const int painted = button->GetPaintCount();
+  m_window.adapter->SetFocusElement(button.get());
+  ASSERT_TRUE(gui_test::wait_until([&] { return button->GetPaintCount() > painted; }));
+  EXPECT_GT(marked(), 20);
 }
 
 }  // namespace

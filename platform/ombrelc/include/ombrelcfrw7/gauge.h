@@ -17,7 +17,8 @@ class CGauge : public CVisualElement {
   void Increase(double step);
   void SetPos(double pos);
   double GetPos() const { return m_pos; }
-  /// A progress bar whose value is the percentage done (0 to 100).
+  /// A progress bar whose value is the percentage done (0 to 100), named by the header of
+  /// the message card it shows in (unnamed outside one).
   void DescribeAccessible(a11y::info_t& info) const override;
 
  protected:

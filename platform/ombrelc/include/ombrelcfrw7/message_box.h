@@ -24,6 +24,8 @@ class CMessageBoxBase : public CVisualElement {
   CCaption* GetCaption() const { return m_caption; }
   korvat2::signal_t<CVisualElement*, std::string&>& AsStringSignal() { return m_as_string; }
   std::string AsString() const override;
+  /// A panel named by the header text.
+  void DescribeAccessible(a11y::info_t& info) const override;
 
  protected:
   int MeasureWidth() const override;
@@ -36,8 +38,8 @@ class CMessageBoxBase : public CVisualElement {
   int HeaderOffset() const;
   int HeaderHeight(int width) const;
 
-  CImage* m_image;
-  CCaption* m_caption;
+  CImage* m_image = nullptr;
+  CCaption* m_caption = nullptr;
   bool m_horizontal;
   mutable korvat2::signal_t<CVisualElement*, std::string&> m_as_string;
 };

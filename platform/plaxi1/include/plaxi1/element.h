@@ -140,6 +140,8 @@ class UIElement : public korvat2::intrusive_pointer_impl_t {
   virtual void DescribeAccessible(a11y::info_t& info) const;
   /// Runs the accessible action `index` of those DescribeAccessible lists; false when none.
   virtual bool DoAccessibleAction(int index) { return false; }
+  /// Whether Tab stops at the element.
+  virtual bool IsFocusable() const { return false; }
 
   /// Number of times the element was painted; for tests.
   int GetPaintCount() const { return m_paint_count; }
@@ -162,6 +164,8 @@ class UIElement : public korvat2::intrusive_pointer_impl_t {
   virtual bool OnMouse(const mouse_event_t& event) { return false; }
   /// A key press; true when used, otherwise it goes on to the parent.
   virtual bool OnKey(const wxKeyEvent& event) { return false; }
+  /// The element took or lost the keyboard focus.
+  virtual void OnFocusChanged(bool focused) {}
   /// The theme changed: drop what was measured or cached from it.
   virtual void OnThemeChanged() {}
 

@@ -35,12 +35,14 @@ class element_tree_t;
 /// Mouse: the hover element is the deepest visible element under the pointer that takes
 /// the mouse; the left button pressed on it makes it the pressed element, which captures
 /// the mouse until the release. An element's unused mouse and key events go on to its
-/// parent. Keys go to the element pressed last. An element whose look follows these states
-/// repaints itself (Invalidate) when they change.
+/// parent. Keys go to the focused element, else to the element pressed last. Tab and
+/// Shift+Tab move the keyboard focus among the focusable elements, in tree order; past the
+/// last (or first) one the focus leaves for the window's next native control. An element
+/// whose look follows these states repaints itself (Invalidate) when they change.
 ///
 /// The window may die before the adapter (the adapter then does nothing) and the adapter
 /// before the window. An element taken out of the tree or hidden stops being the hover,
-/// pressed or key element. Owned by the window's owner (a smart pointer in a panel). GUI
+/// pressed, key or focused element. Owned by the window's owner (a smart pointer in a panel). GUI
 /// thread only.
 class ElementAdapter : public wxEvtHandler, public korvat2::subscriber_base_t {
  public:
@@ -61,6 +63,11 @@ class ElementAdapter : public wxEvtHandler, public korvat2::subscriber_base_t {
 
   UIElement* GetHoverElement() const { return m_hover; }
   UIElement* GetPressedElement() const { return m_pressed; }
+  UIElement* GetFocusElement() const { return m_focus; }
+  /// Gives `element` (or nobody: null) the keyboard focus; screen readers hear of it.
+  void SetFocusElement(UIElement* element);
+  /// Moves the focus to the next (or previous) focusable element; false past the last one.
+  bool MoveFocus(bool forward);
 
   /// Lays the tree out now over the client area; what moved or appeared is repainted.
   void Relayout();
@@ -69,7 +76,7 @@ class ElementAdapter : public wxEvtHandler, public korvat2::subscriber_base_t {
   /// Repaints `rect` (client coordinates) at the window's next paint.
   void RefreshRect(const wxRect& rect);
   /// `element` left the tree or was hidden: it and its subtree stop being the hover,
-  /// pressed or key element; a pressed one hears capture_lost.
+  /// pressed, key or focused element; a pressed one hears capture_lost.
   void ElementRemoved(UIElement* element);
   /// `element` joined the tree or was shown.
   void ElementAdded(UIElement* element);
@@ -98,6 +105,7 @@ class ElementAdapter : public wxEvtHandler, public korvat2::subscriber_base_t {
   UIElement* m_hover = nullptr;
   UIElement* m_pressed = nullptr;
   UIElement* m_key_target = nullptr;
+  UIElement* m_focus = nullptr;
   std::unique_ptr<_internal::element_tree_t> m_accessible;
   bool m_layout_pending = false;
   bool m_layout_posted = false;

@@ -37,7 +37,9 @@ class picture_element_t;
 ///
 /// `pressed` fires once per click, on the GUI thread: at the release over the button
 /// (press_on_release), at once on the press (press_on_down), or at the release after the
-/// selected state flipped (press_toggle). A disabled button never fires.
+/// selected state flipped (press_toggle). A disabled button never fires. An enabled button
+/// takes the keyboard focus (Tab), shows it with a focus mark while its window has the
+/// keyboard, and Space or Enter then click it.
 class FlatButton : public UIElement {
  public:
   FlatButton(const ptr_t& parent, int position_flags);
@@ -75,6 +77,7 @@ class FlatButton : public UIElement {
   /// selected.
   void DescribeAccessible(a11y::info_t& info) const override;
   bool DoAccessibleAction(int index) override;
+  bool IsFocusable() const override { return IsEnabled() && IsShownInTree(); }
 
   korvat2::signal_t<int> pressed;
 
@@ -91,6 +94,8 @@ class FlatButton : public UIElement {
   void OnPaint(wxDC& dc) override;
   bool AcceptsMouse() const override { return true; }
   bool OnMouse(const mouse_event_t& event) override;
+  bool OnKey(const wxKeyEvent& event) override;
+  void OnFocusChanged(bool) override { Invalidate(); }
 
  private:
   class padded_layout_t;
