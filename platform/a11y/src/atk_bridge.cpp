@@ -141,9 +141,13 @@ void atk_bridge_t::impl_t::drop(key_t key) {
 void atk_bridge_t::impl_t::flush_added() {
   const std::vector<std::pair<key_t, key_t>> pending = std::move(added);
   added.clear();
-  for (const auto& [parent, child] : pending) {
-    if (!existing(parent)) {
-      continue;
+  for (auto [parent, child] : pending) {
+    while (parent && layout_only(parent)) {
+      parent = tree->parent(parent);
+    }
+    const bool known = parent == tree->root() ? host_listed : existing(parent) != nullptr;
+    if (!parent || !known) {
+      continue;  // no client knows the parent: it finds the child when it lists the parent
     }
     // A layout-only child is not listed: its own children are, in its place.
     const std::vector<key_t> shown = layout_only(child) ? listed_children(child) : std::vector<key_t>{child};
@@ -179,14 +183,11 @@ atk_bridge_t::~atk_bridge_t() {
 }
 
 void atk_bridge_t::child_added(key_t parent, key_t child) {
-  while (parent && m_impl->layout_only(parent)) {
-    parent = m_impl->tree->parent(parent);
+  if (!m_impl->host_listed && m_impl->objects.empty()) {
+    return;  // no client listed anything: it finds the child when it lists the window
   }
-  const bool known =
-      parent == m_impl->tree->root() ? m_impl->host_listed : m_impl->existing(parent) != nullptr;
-  if (!parent || !known) {
-    return;  // no client knows the parent: it finds the child when it lists the parent
-  }
+  // Whether a client knows the parent is asked at idle time: a parent still being made
+  // (one that adds children in its constructor) can't describe itself yet.
   m_impl->added.emplace_back(parent, child);
   if (!m_impl->flush_source) {
     m_impl->flush_source = g_idle_add(flush_added_at_idle, m_impl.get());
