@@ -304,21 +304,31 @@ std::pair<std::size_t, std::size_t> unit_at(const std::u32string& all, std::size
   return {start, std::min(end, all.size())};
 }
 
+// The unit at `offset`, looked for in a window of the text around it that grows until the
+// unit lies inside: a long text (a log's) is read in parts, never whole.
 gchar* text_get_string_at_offset(AtkText* text, gint offset, AtkTextGranularity unit, gint* start,
                                  gint* end) {
-  const std::string utf8 = node_text(text);
-  glong count = 0;
-  gunichar* chars = g_utf8_to_ucs4_fast(utf8.c_str(), -1, &count);
-  const std::u32string all(reinterpret_cast<const char32_t*>(chars), static_cast<std::size_t>(count));
-  g_free(chars);
   *start = *end = 0;
-  if (offset < 0 || static_cast<std::size_t>(offset) >= all.size()) {
+  const long count = text_count(text);
+  if (offset < 0 || offset >= count) {
     return g_strdup("");
   }
-  const auto [from, to] = unit_at(all, static_cast<std::size_t>(offset), unit);
-  *start = static_cast<gint>(from);
-  *end = static_cast<gint>(to);
-  return g_utf8_substring(utf8.c_str(), *start, *end);
+  for (long reach = 256;; reach *= 2) {
+    const long low = std::max(0L, offset - reach);
+    const long high = std::min(count, offset + reach);
+    const std::string utf8 = text_slice(text, low, high);
+    glong length = 0;
+    gunichar* chars = g_utf8_to_ucs4_fast(utf8.c_str(), -1, &length);
+    const std::u32string part(reinterpret_cast<const char32_t*>(chars), static_cast<std::size_t>(length));
+    g_free(chars);
+    const auto [from, to] = unit_at(part, static_cast<std::size_t>(offset - low), unit);
+    const bool cut = (from == 0 && low > 0) || (to == part.size() && high < count);
+    if (!cut || (low == 0 && high == count)) {
+      *start = static_cast<gint>(low + static_cast<long>(from));
+      *end = static_cast<gint>(low + static_cast<long>(to));
+      return g_utf8_substring(utf8.c_str(), static_cast<glong>(from), static_cast<glong>(to));
+    }
+  }
 }
 
 void text_init(gpointer iface, gpointer) {

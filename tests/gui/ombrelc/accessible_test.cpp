@@ -549,6 +549,26 @@ TEST_F(accessible_line_column_test, the_columns_text_is_every_line_read_in_parts
   EXPECT_EQ(atk_text_get_character_at_offset(ATK_TEXT(object), 6), gunichar('\n'));
 }
 
+TEST_F(accessible_line_column_test, the_columns_text_gives_lines_and_words_by_offset_read_in_parts) {
+  add_lines(1000);
+  const std::string long_word(600, 'x');
+  m_lines.push_back(long_word + " end");
+  m_column->LinesAdded();
+  layout();
+  AtkObject* object = column();
+  const gint count = atk_text_get_character_count(ATK_TEXT(object));
+  const std::string last = std::to_string(count - 604) + " ";
+  EXPECT_EQ(unit_at(object, 6, ATK_TEXT_GRANULARITY_CHAR), "6 7 \n");
+  EXPECT_EQ(unit_at(object, 72, ATK_TEXT_GRANULARITY_LINE), "70 78 line 10\n");
+  EXPECT_EQ(unit_at(object, 72, ATK_TEXT_GRANULARITY_WORD), "70 75 line ");
+  EXPECT_EQ(unit_at(object, 76, ATK_TEXT_GRANULARITY_WORD), "75 78 10\n");
+  EXPECT_EQ(unit_at(object, count - 300, ATK_TEXT_GRANULARITY_LINE),
+            last + std::to_string(count) + " " + m_lines.back());
+  EXPECT_EQ(unit_at(object, count - 300, ATK_TEXT_GRANULARITY_WORD),
+            last + std::to_string(count - 3) + " " + long_word + " ");
+  EXPECT_EQ(unit_at(object, count, ATK_TEXT_GRANULARITY_LINE), "0 0 ");
+}
+
 TEST_F(accessible_line_column_test, a_new_line_is_announced_with_its_urgency_wherever_the_view_is) {
   add_lines(1000);
   scroll_to_line(0);
