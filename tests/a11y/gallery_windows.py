@@ -11,7 +11,8 @@ images, and the panels that the library draws (its layout-only boxes are left ou
 tree). GTK's own layout containers (fillers, and panels that carry the "toolkit: gtk"
 attribute) group without a label of their own, as GTK makes them, and may stay unnamed: a
 screen reader passes over them. So may the check
-cells of GTK's check lists: a screen reader reads them with the text of their row.
+cells of GTK's check lists: a screen reader reads them with the text of their row. So may
+the blank cells of the tables the library draws: a screen reader reads them as blank.
 
 The toolkit's own dialogs (file, folder, font and colour choosers; the gallery lists them
 with the word "toolkit") are GTK's from top to bottom:
@@ -108,13 +109,22 @@ def gtk_check_cell(node):
     return any(action.getName(i) == "toggle" for i in range(action.nActions))
 
 
+def blank_drawn_cell(node):
+    """A cell of a table that the library draws (its cells sit in table rows) with nothing in
+    it: its name is its text, and a screen reader reads an empty one as blank."""
+    if node.getRole() != pyatspi.ROLE_TABLE_CELL or node.name:
+        return False
+    parent = node.parent
+    return parent is not None and parent.getRole() == pyatspi.ROLE_TABLE_ROW
+
+
 def check_node(entry, node, frame_box):
     role = node.getRole()
     where = "%s: %s %r" % (entry, node.getRoleName(), node.name)
     check(role not in (pyatspi.ROLE_INVALID, pyatspi.ROLE_UNKNOWN), where + " has no role")
     if not node.getState().contains(pyatspi.STATE_SHOWING):
         return
-    if role in NAMED and not gtk_check_cell(node) or (role == pyatspi.ROLE_PANEL and not from_gtk(node)):
+    if role in NAMED and not gtk_check_cell(node) and not blank_drawn_cell(node) or (role == pyatspi.ROLE_PANEL and not from_gtk(node)):
         check(bool(name_now(node)), where + " has no name")
     box = extents(node)
     if box[2] > 0 and box[3] > 0:
