@@ -3,6 +3,8 @@
 #include <tamsel3/message_entry.h>
 #include <tamsel3/text_helpers.h>
 
+#include "picture_names_p.h"
+
 #include <a11y/accessible.h>
 #include <ombrelc/ombrelc.h>
 #include <plaxi1/tasks.h>
@@ -49,6 +51,8 @@ const std::string message_entry_t::type_name = "message_entry_t";
 
 void set_ombrelc_icon(ombrelcfrw7::CImage& image, const plaxi1::picture_t& picture) {
   image.Clear();
+  // A message's picture is the caller's own: it tells no severity, only what it is.
+  image.SetAccessibleName(picture_name(picture.is_animation() ? "progress" : "message"));
   if (picture.is_animation()) {
     image.SetAnimation(ombrelc7::CreateAnimation(picture.get_animation(), picture.get_animation_2x()));
     image.StartAnimation();
@@ -107,6 +111,7 @@ void message_entry_t::create() {
 
   m_lines_box = new ombrelcfrw7::CLineColumn(content, size<int>(0, 0), ombrelc7::alFill,
                                              std::make_unique<kept_lines_source_t>(m_messages));
+  m_lines_box->SetAccessibleName(translate_message("a11y.log.lines", {}));
 
   m_gauge = new ombrelcfrw7::CGaugeBoxEx(content, size<int>(0, 0), ombrelc7::alFill);
   m_gauge->SetMax(static_cast<double>(progress_impl_t::scale));

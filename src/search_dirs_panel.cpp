@@ -110,6 +110,7 @@ void search_dirs_panel_t::build_grid() {
   m_sys_window->SetKeyboardMode(1);
   m_sys_window->Setup();
   m_grid = new grid_control_t(m_sys_window, ombrelc7::size<int>(40, 40), ombrelc7::alClient);
+  grid()->SetAccessibleName(translate_message("a11y.search_dirs.table", {}));
   const ombrelc7::size<int> area = m_sys_window->GetClientSize();
   if (area.cx > 0 && area.cy > 0) {
     m_grid->Rearrange();

@@ -120,6 +120,7 @@ void search_dirs_tab_t::build_grid() {
   m_sys_window->SetKeyboardMode(1);
   m_sys_window->Setup();
   m_grid = new grid_control_t(m_sys_window, ombrelc7::size<int>(40, 40), ombrelc7::alClient);
+  grid()->SetAccessibleName(translate_message("a11y.search_dirs.table", {}));
   m_grid->SetContent(m_grid->GetTypedContent());
   const ombrelc7::size<int> client = m_sys_window->GetClientSize();
   if (client.cx > 0 && client.cy > 0) {

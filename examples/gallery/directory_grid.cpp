@@ -96,6 +96,7 @@ class search_directories_dialog_t : public wxDialog {
     m_control = new grid_control_t(ombrelc7::CreateWrapperForWx(m_host), ombrelc7::size<int>(40, 40),
                                    ombrelc7::alClient);
     directory_grid_t* const grid = this->grid();
+    grid->SetAccessibleName("Folders searched");
     for (ombrelpropgrid2::LinePropertyEditor<std::string>* editor :
          {&grid->GetLinePropertyEditor(), &grid->GetMorePropertyEditor()}) {
       editor->m_restricted_symbols = tamsel3::directory_disabled_chars;

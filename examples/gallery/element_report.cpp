@@ -74,7 +74,7 @@ void report_ombrelc(const ombrelcfrw7::CVisualElement* element, const line_write
   }
   const rect<int> area = element->GetWindowRect();
   if (const auto* grid = dynamic_cast<const ombrelgrid8::CGrid*>(element)) {
-    writer.write("table", area, false, "");
+    writer.write("table", area, false, grid->GetAccessibleName());
     report_grid(grid, writer);
   } else if (const auto* button = dynamic_cast<const ombrelcfrw7::CButton*>(element)) {
     writer.write("button", area, false, element->AsString(), button->IsEnabled());

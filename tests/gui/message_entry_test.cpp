@@ -7,6 +7,7 @@
 #include "folder_locations.h"
 #include "heap_use.h"
 
+#include <a11y/accessible.h>
 #include <ombrelc/ombrelc.h>
 #include <quern2/catalog_registry.h>
 #include <quern2/product_locations.h>
@@ -94,6 +95,14 @@ TEST_F(message_entry_test, lines_take_the_picture_of_their_severity) {
   EXPECT_NE(log->get_image_for(pelit2::severity_info), log->m_info_image);
   EXPECT_EQ(log->get_image_for(pelit2::severity_transient), log->m_empty_image);
   (void)entry;
+}
+
+TEST_F(message_entry_test, screen_readers_hear_the_kept_lines_as_details) {
+  message_entry_t* entry = add();
+  a11y::info_t info;
+  entry->m_lines_box->DescribeAccessible(info);
+  EXPECT_EQ(info.role, a11y::role_t::panel);
+  EXPECT_EQ(info.name, "Details");
 }
 
 TEST_F(message_entry_test, ten_says_post_one_task_and_show_ten_lines_in_order) {

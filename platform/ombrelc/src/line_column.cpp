@@ -326,6 +326,7 @@ std::size_t utf8_offset(std::string_view text, std::size_t index) {
 
 void CLineColumn::DescribeAccessible(a11y::info_t& info) const {
   info.role = a11y::role_t::panel;
+  info.name = m_accessible_name;
   info.has_text = true;  // read in parts, through GetAccessibleText
 }
 

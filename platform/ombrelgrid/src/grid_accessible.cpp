@@ -142,6 +142,7 @@ rect<int> grid_row_part_t::GetWindowRect() const {
 
 void CGrid::DescribeAccessible(a11y::info_t& info) const {
   info.role = a11y::role_t::table;
+  info.name = m_accessible_name;
   info.has_table = true;
   info.table.rows = m_model ? m_model->GetRowCount() : 0;
   info.table.columns = m_viewer->GetHeader()->GetColumnCount();

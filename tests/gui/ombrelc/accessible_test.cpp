@@ -493,6 +493,13 @@ TEST_F(accessible_line_column_test, the_lines_in_view_are_labels_with_their_draw
   EXPECT_FALSE(has_state(newest.get(), ATK_STATE_SHOWING)) << "the newest line is out of view";
 }
 
+TEST_F(accessible_line_column_test, the_column_is_a_panel_named_as_its_owner_names_it) {
+  add_lines(2);
+  m_column->SetAccessibleName("Details");
+  EXPECT_EQ(atk_object_get_role(column()), ATK_ROLE_PANEL);
+  EXPECT_STREQ(atk_object_get_name(column()), "Details");
+}
+
 TEST_F(accessible_line_column_test, a_child_is_listed_among_the_lines_in_its_place) {
   add_lines(2);
   auto* status = new CCaption(m_column, size<int>(0, 0), ombrelc7::alFill);

@@ -107,6 +107,12 @@ TEST_F(grid_accessible_test, the_grid_is_a_table_of_a_header_row_and_its_rows_wi
   EXPECT_EQ(atk_object_get_parent(child(first, 1)), first);
 }
 
+TEST_F(grid_accessible_test, the_table_is_named_as_its_host_names_it) {
+  EXPECT_STREQ(atk_object_get_name(table()), "");
+  m_grid->SetAccessibleName("Folders searched");
+  EXPECT_STREQ(atk_object_get_name(table()), "Folders searched");
+}
+
 TEST_F(grid_accessible_test, the_table_gives_its_size_cells_and_column_headers) {
   AtkObject* grid = table();
   ASSERT_TRUE(ATK_IS_TABLE(grid));

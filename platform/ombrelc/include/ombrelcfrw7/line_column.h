@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -77,6 +78,8 @@ class CLineColumn : public CVisualElement {
   /// Plain text of the shown lines and children, joined with "\n".
   std::string AsString() const override;
 
+  /// What screen readers call the column (a panel with the lines' text).
+  void SetAccessibleName(const std::string& name) { m_accessible_name = name; }
   void DescribeAccessible(a11y::info_t& info) const override;
   void ListAccessible(std::vector<a11y::key_t>& keys) const override;
   long GetAccessibleTextLength() const override;
@@ -121,6 +124,7 @@ class CLineColumn : public CVisualElement {
   mutable bool m_lines_waiting = false;  // lines added since the last measure
   // The lines that a client may know; null while no client knows the column.
   mutable std::unique_ptr<accessible_lines_t> m_accessible;
+  std::string m_accessible_name;
 };
 
 }  // namespace ombrelcfrw7

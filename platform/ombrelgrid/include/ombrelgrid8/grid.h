@@ -188,6 +188,9 @@ class CGrid : public ombrelcfrw7::CVisualElement {
   /// row, then the rows in view (their cells named by their texts, ticks as check boxes
   /// with the action "toggle"), then an open editor.
   void DescribeAccessible(a11y::info_t& info) const override;
+  /// What screen readers call the table.
+  void SetAccessibleName(const std::string& name) { m_accessible_name = name; }
+  const std::string& GetAccessibleName() const { return m_accessible_name; }
   void ListAccessible(std::vector<a11y::key_t>& keys) const override;
   /// Only cells of the header and of rows in view.
   const ombrelcfrw7::CAccessiblePart* GetAccessibleCell(int row, int column) const override;
@@ -211,6 +214,7 @@ class CGrid : public ombrelcfrw7::CVisualElement {
   ombrelc7::rect<int> EditorRect(int row, const ombrelcfrw7::CEditor* editor) const;
 
   CGridViewer* m_viewer;
+  std::string m_accessible_name;
   IGridModel* m_model = nullptr;
   IEditingModel* m_editing = nullptr;
   IResizingModel* m_resizing = nullptr;
