@@ -102,14 +102,14 @@ void CGauge::DescribeAccessible(a11y::info_t& info) const {
 
 // ---------------------------------------------------------------------------------------
 
-a11y::key_t CAccessiblePart::GetAccessibleKey() const {
-  return reinterpret_cast<a11y::key_t>(reinterpret_cast<std::uintptr_t>(this) | 1U);
-}
+a11y::key_t CAccessiblePart::GetAccessibleKey() const { return reinterpret_cast<const char*>(this) + 1; }
 
 CAccessiblePart* CAccessiblePart::FromAccessibleKey(a11y::key_t key) {
   // Elements are aligned, so their keys never have the lowest bit set.
-  const auto bits = reinterpret_cast<std::uintptr_t>(key);
-  return (bits & 1U) != 0 ? reinterpret_cast<CAccessiblePart*>(bits & ~std::uintptr_t(1)) : nullptr;
+  if ((reinterpret_cast<std::uintptr_t>(key) & 1U) == 0) {
+    return nullptr;
+  }
+  return reinterpret_cast<CAccessiblePart*>(const_cast<char*>(static_cast<const char*>(key) - 1));
 }
 
 bool CAccessiblePart::IsShowing() const {
