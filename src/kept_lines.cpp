@@ -8,7 +8,7 @@ namespace {
 
 // Large enough that the allocator's own cost per block vanishes, small enough that a short
 // log doesn't hold much unused.
-constexpr std::size_t block_size = 64 * 1024;
+constexpr std::size_t block_size = std::size_t{64} * 1024;
 
 }  // namespace
 
