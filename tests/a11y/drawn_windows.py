@@ -9,50 +9,12 @@ within 2 px of the drawn rectangle. In a window with ticks in a grid, the client
 the first one through its "toggle" action, hears the state change and sees the gallery's
 data change in its next report; in the caption panel it presses Next message.
 """
-import os
-import queue
-import subprocess
 import sys
-import threading
 import time
 
 import pyatspi
-from gi.repository import Atspi, GLib
 
-ROLES = {
-    "label": pyatspi.ROLE_LABEL,
-    "button": pyatspi.ROLE_PUSH_BUTTON,
-    "gauge": pyatspi.ROLE_PROGRESS_BAR,
-    "image": pyatspi.ROLE_IMAGE,
-    "table": pyatspi.ROLE_TABLE,
-    "header": pyatspi.ROLE_COLUMN_HEADER,
-    "cell": pyatspi.ROLE_TABLE_CELL,
-    "check": pyatspi.ROLE_CHECK_BOX,
-}
-TOLERANCE = 2
-failures = []
-
-
-def check(condition, what):
-    if not condition:
-        failures.append(what)
-        print("FAIL: " + what)
-
-
-def start(gallery, entry):
-    environment = dict(os.environ)
-    environment.pop("NO_AT_BRIDGE", None)
-    process = subprocess.Popen([gallery, "--open", entry, "--report"], stdin=subprocess.PIPE,
-                               stdout=subprocess.PIPE, text=True, env=environment)
-    lines = queue.Queue()
-
-    def read():
-        for line in process.stdout:
-            lines.put(line.rstrip("\n"))
-        lines.put(None)
-
-    threading.Thread(target=read, daemon=True).start()
-    return process, lines
+from atspi_client import check, entry_frame, extents, find, finish, inside, listen, pump_until, start, walk
 
 
 def read_report(lines, seconds=20):
@@ -71,50 +33,6 @@ def read_report(lines, seconds=20):
             elements.append((words[1], box, words[6], words[7] if len(words) > 7 else ""))
         elif words[0] == "window":
             window = tuple(int(w) for w in words[1:5])
-
-
-def entry_frame(pid, seconds=15):
-    deadline = time.monotonic() + seconds
-    while time.monotonic() < deadline:
-        for app in pyatspi.Registry.getDesktop(0):
-            if app is None or app.get_process_id() != pid:
-                continue
-            for frame in app:
-                if frame is not None and frame.name != "tamsel3 gallery" and \
-                        frame.getState().contains(pyatspi.STATE_SHOWING):
-                    return frame
-        time.sleep(0.1)
-    return None
-
-
-def walk(node, found):
-    for child in node:
-        if child is not None:
-            found.append(child)
-            walk(child, found)
-    return found
-
-
-def extents(node):
-    box = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-    return (box.x, box.y, box.width, box.height)
-
-
-def near(a, b):
-    return all(abs(x - y) <= TOLERANCE for x, y in zip(a, b))
-
-
-def inside(box, window):
-    x, y, w, h = box
-    return (x >= window[0] - TOLERANCE and y >= window[1] - TOLERANCE and x + w <= window[0] + window[2] + TOLERANCE
-            and y + h <= window[1] + window[3] + TOLERANCE)
-
-
-def find(nodes, kind, box, name):
-    for node in nodes:
-        if node.getRole() == ROLES[kind] and node.name.replace("\n", " ") == name and near(extents(node), box):
-            return node
-    return None
 
 
 def check_elements(entry, nodes, elements, window):
@@ -146,16 +64,7 @@ def check_elements(entry, nodes, elements, window):
 
 
 def wait_checked_event(events, node, seconds=10):
-    deadline = time.monotonic() + seconds
-    context = GLib.MainContext.default()
-    while time.monotonic() < deadline:
-        while context.iteration(False):
-            pass
-        for event in events:
-            if event.source == node:
-                return event
-        time.sleep(0.01)
-    return None
+    return pump_until(lambda: next((event for event in events if event.source == node), None), seconds)
 
 
 def check_toggle(entry, process, lines, nodes, elements):
@@ -168,9 +77,7 @@ def check_toggle(entry, process, lines, nodes, elements):
     node = find(nodes, kind, box, name)
     if node is None:
         return
-    events = []
-    listener = Atspi.EventListener.new(lambda event: events.append(event))
-    listener.register("object:state-changed:checked")
+    listener, events = listen("object:state-changed:checked")
     action = node.queryAction()
     check(action.getName(0) == "toggle", "%s: the tick's action is %r" % (entry, action.getName(0)))
     check(action.doAction(0), "%s: the toggle was refused" % entry)
@@ -204,7 +111,7 @@ def check_next_message(entry, nodes, elements):
 
 
 def check_entry(gallery, entry):
-    process, lines = start(gallery, entry)
+    process, lines = start([gallery, "--open", entry, "--report"])
     try:
         elements, window = read_report(lines)
         print("%s: %d drawn elements" % (entry, len(elements)))
@@ -228,8 +135,7 @@ def main(argv):
     pyatspi.Registry.getDesktop(0).childCount
     for entry in argv[2:]:
         check_entry(argv[1], entry)
-    print("%d failures" % len(failures))
-    return 1 if failures else 0
+    return finish()
 
 
 if __name__ == "__main__":

@@ -19,14 +19,14 @@ with the word "toolkit") are GTK's from top to bottom:
 there every object must have a role, but names and places are GTK's business, and what
 GTK leaves unnamed is counted and printed, not failed.
 """
-import os
 import subprocess
 import sys
 import time
 
 import pyatspi
 
-TOLERANCE = 2
+from atspi_client import bridged_environment, check, entry_frame, extents, finish, inside, walk
+
 NAMED = {
     pyatspi.ROLE_LABEL, pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_TOGGLE_BUTTON, pyatspi.ROLE_RADIO_BUTTON,
     pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_PROGRESS_BAR, pyatspi.ROLE_TEXT, pyatspi.ROLE_ENTRY,
@@ -34,28 +34,6 @@ NAMED = {
     pyatspi.ROLE_TABLE_CELL, pyatspi.ROLE_TREE_TABLE, pyatspi.ROLE_IMAGE, pyatspi.ROLE_ICON,
     pyatspi.ROLE_PAGE_TAB, pyatspi.ROLE_SLIDER
 }
-failures = []
-
-
-def check(condition, what):
-    if not condition:
-        failures.append(what)
-        print("FAIL: " + what)
-
-
-def entry_frame(pid, seconds=15):
-    """The frame that the gallery opened beside its list, once it shows."""
-    deadline = time.monotonic() + seconds
-    while time.monotonic() < deadline:
-        for app in pyatspi.Registry.getDesktop(0):
-            if app is None or app.get_process_id() != pid:
-                continue
-            frames = [f for f in app if f is not None and f.name != "tamsel3 gallery"]
-            showing = [f for f in frames if f.getState().contains(pyatspi.STATE_SHOWING)]
-            if showing:
-                return showing[0]
-        time.sleep(0.1)
-    return None
 
 
 def name_now(node, seconds=2):
@@ -73,11 +51,6 @@ def from_gtk(node):
     return "toolkit:gtk" in (node.getAttributes() or [])
 
 
-def extents(node):
-    box = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-    return (box.x, box.y, box.width, box.height)
-
-
 def settled_extents(frame, seconds=3):
     """The frame's place once it stops changing: a window shows, then its host may still
     size it (a message that it opens, a layout at idle time)."""
@@ -90,12 +63,6 @@ def settled_extents(frame, seconds=3):
             break
         box = now
     return box
-
-
-def inside(box, frame):
-    x, y, w, h = box
-    return (x >= frame[0] - TOLERANCE and y >= frame[1] - TOLERANCE and x + w <= frame[0] + frame[2] + TOLERANCE
-            and y + h <= frame[1] + frame[3] + TOLERANCE)
 
 
 def gtk_check_cell(node):
@@ -131,17 +98,8 @@ def check_node(entry, node, frame_box):
         check(inside(box, frame_box), "%s at %s lies outside the window %s" % (where, box, frame_box))
 
 
-def walk(node, visit):
-    for child in node:
-        if child is not None:
-            visit(child)
-            walk(child, visit)
-
-
 def check_entry(gallery, entry, toolkit):
-    environment = dict(os.environ)
-    environment.pop("NO_AT_BRIDGE", None)
-    process = subprocess.Popen([gallery, "--open", entry], stdout=subprocess.DEVNULL, env=environment)
+    process = subprocess.Popen([gallery, "--open", entry], stdout=subprocess.DEVNULL, env=bridged_environment())
     try:
         frame = entry_frame(process.pid)
         check(frame is not None, "%s: no window on the accessibility bus" % entry)
@@ -161,7 +119,8 @@ def check_entry(gallery, entry, toolkit):
                   "%s: %s %r has no role" % (entry, node.getRoleName(), node.name))
             unnamed[0] += node.getRole() in NAMED and not node.name
 
-        walk(frame, visit_toolkit_dialog if toolkit else visit)
+        for node in walk(frame, []):
+            (visit_toolkit_dialog if toolkit else visit)(node)
         print("%s: %d objects%s" % (entry, count[0], ", %d left unnamed by GTK" % unnamed[0] if unnamed[0] else ""))
     finally:
         process.terminate()
@@ -182,8 +141,7 @@ def main(argv):
     for entry, toolkit in [(entry, False) for entry in argv[2:]] or entries(argv[1]):
         check_entry(argv[1], entry, toolkit)
     print("checked in %.1f s" % (time.monotonic() - began))
-    print("%d failures" % len(failures))
-    return 1 if failures else 0
+    return finish()
 
 
 if __name__ == "__main__":

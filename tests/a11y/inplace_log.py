@@ -7,59 +7,12 @@ with its role, name, states and extents, reads the gauge's value, and presses Ca
 through its action until the program's worker reports the cancel. Lines said to the
 log while the client listens must be announced as live: errors assertive, others polite.
 """
-import os
-import queue
-import subprocess
 import sys
-import threading
 import time
 
 import pyatspi
-from gi.repository import Atspi, GLib
-
-ROLES = {
-    "label": pyatspi.ROLE_LABEL,
-    "button": pyatspi.ROLE_PUSH_BUTTON,
-    "gauge": pyatspi.ROLE_PROGRESS_BAR,
-}
-TOLERANCE = 2
-failures = []
-
-
-def check(condition, what):
-    if not condition:
-        failures.append(what)
-        print("FAIL: " + what)
-
-
-def start(program):
-    # The program must talk to the accessibility bus, whatever the run around it says.
-    environment = dict(os.environ)
-    environment.pop("NO_AT_BRIDGE", None)
-    process = subprocess.Popen([program], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, env=environment)
-    lines = queue.Queue()
-
-    def read():
-        for line in process.stdout:
-            lines.put(line.rstrip("\n"))
-        lines.put(None)  # the program ended
-
-    threading.Thread(target=read, daemon=True).start()
-    return process, lines
-
-
-def wait_line(lines, prefix, seconds):
-    deadline = time.monotonic() + seconds
-    while time.monotonic() < deadline:
-        try:
-            line = lines.get(timeout=deadline - time.monotonic())
-        except queue.Empty:
-            break
-        if line is None:
-            break
-        if line.startswith(prefix):
-            return line
-    return None
+from atspi_client import check, extents, find, find_application, finish, inside, listen, pump_until, start, \
+    wait_line, walk
 
 
 def read_report(lines):
@@ -79,51 +32,9 @@ def read_report(lines):
             percent = int(words[1])
 
 
-def find_application(pid, seconds=10):
-    deadline = time.monotonic() + seconds
-    while time.monotonic() < deadline:
-        desktop = pyatspi.Registry.getDesktop(0)
-        for app in desktop:
-            if app is not None and app.get_process_id() == pid:
-                return app
-        time.sleep(0.1)
-    return None
-
-
-def walk(node, found):
-    for child in node:
-        if child is None:
-            continue
-        found.append(child)
-        walk(child, found)
-    return found
-
-
-def extents(node):
-    box = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-    return (box.x, box.y, box.width, box.height)
-
-
-def near(a, b):
-    return all(abs(x - y) <= TOLERANCE for x, y in zip(a, b))
-
-
-def inside(box, window):
-    x, y, w, h = box
-    return (x >= window[0] - TOLERANCE and y >= window[1] - TOLERANCE and x + w <= window[0] + window[2] + TOLERANCE
-            and y + h <= window[1] + window[3] + TOLERANCE)
-
-
-def match(nodes, kind, box, name):
-    for node in nodes:
-        if node.getRole() == ROLES[kind] and node.name == name and near(extents(node), box):
-            return node
-    return None
-
-
 def check_elements(nodes, elements, window):
     for kind, box, name in elements:
-        node = match(nodes, kind, box, name)
+        node = find(nodes, kind, box, name)
         check(node is not None, "no %s %r at %s" % (kind, name, box))
         if node is None:
             continue
@@ -142,24 +53,18 @@ def check_elements(nodes, elements, window):
 def listen_for_additions():
     """Collects children-changed:add events from now on; registered early, so that the
     program knows of the listener before the lines come."""
-    events = []
-    listener = Atspi.EventListener.new(lambda event: events.append(event))
-    listener.register("object:children-changed:add")
-    return listener, events
+    return listen("object:children-changed:add")
 
 
 def wait_added(events, name, seconds=10, ending=False):
-    deadline = time.monotonic() + seconds
-    context = GLib.MainContext.default()
-    while time.monotonic() < deadline:
-        while context.iteration(False):
-            pass
+    def added():
         for event in events:
             child = event.any_data
             if child is not None and (child.get_name().endswith(name) if ending else child.get_name() == name):
                 return event
-        time.sleep(0.01)
-    return None
+        return None
+
+    return pump_until(added, seconds)
 
 
 def check_live(process, events, severity, text, politeness):
@@ -215,7 +120,7 @@ def check_many_lines(process, app, box, count=1000):
 
 
 def main(program):
-    process, lines = start(program)
+    process, lines = start([program])
     try:
         # The client joins the bus once the program is up: starting both at once on a new
         # bus made the program's GTK fail to start now and then.
@@ -255,8 +160,7 @@ def main(program):
         process.stdin.close()
         # Its window goes while the bridge is live: the program must still end cleanly.
         check(process.wait(timeout=20) == 0, "the program ended with %s" % process.returncode)
-    print("%d failures" % len(failures))
-    return 1 if failures else 0
+    return finish()
 
 
 if __name__ == "__main__":
