@@ -3,8 +3,7 @@
 // nodes after the native children. The subclass has the same instance layout and adds no
 // data of its own, so the object stays what it was for GTK; the bridge rides on qdata.
 #include "atk_p.h"
-
-#include <string>
+#include "subclass_p.h"
 
 namespace a11y {
 
@@ -55,23 +54,6 @@ void host_class_init(gpointer klass, gpointer) {
   ATK_OBJECT_CLASS(klass)->ref_child = host_ref_child;
 }
 
-constexpr const char* host_prefix = "Tamsel3AccessibleHost_";
-
-bool is_host_type(GType type) { return std::string(g_type_name(type)).rfind(host_prefix, 0) == 0; }
-
-GType host_type_for(GType native) {
-  const std::string name = host_prefix + std::string(g_type_name(native));
-  if (const GType known = g_type_from_name(name.c_str())) {
-    return known;
-  }
-  GTypeQuery query;
-  g_type_query(native, &query);
-  const GTypeInfo info = {
-      static_cast<guint16>(query.class_size),    nullptr, nullptr, host_class_init, nullptr, nullptr,
-      static_cast<guint16>(query.instance_size), 0,       nullptr, nullptr};
-  return g_type_register_static(native, name.c_str(), &info, GTypeFlags(0));
-}
-
 }  // namespace
 
 int host_native_children(AtkObject* host) {
@@ -80,11 +62,7 @@ int host_native_children(AtkObject* host) {
 }
 
 void hook_host(AtkObject* host, atk_bridge_t::impl_t* impl) {
-  if (!is_host_type(G_OBJECT_TYPE(host))) {
-    // The class stays referenced for the life of the program, as static types' classes do.
-    auto* klass = static_cast<GTypeClass*>(g_type_class_ref(host_type_for(G_OBJECT_TYPE(host))));
-    reinterpret_cast<GTypeInstance*>(host)->g_class = klass;
-  }
+  become_subclass(G_OBJECT(host), "Tamsel3AccessibleHost_", host_class_init, nullptr);
   g_object_set_qdata(G_OBJECT(host), bridge_quark(), impl);
 }
 

@@ -31,6 +31,13 @@ bool describe(gpointer object, info_t& info) {
   return true;
 }
 
+// One part of the node's description; empty when the node is gone.
+template <typename part_t>
+part_t described(gpointer object, part_t info_t::*part) {
+  info_t info;
+  return describe(object, info) ? info.*part : part_t{};
+}
+
 AtkRole atk_role(role_t role) {
   switch (role) {
     case role_t::label: return ATK_ROLE_LABEL;
@@ -191,9 +198,14 @@ gboolean run_action(gpointer data) {
   return G_SOURCE_REMOVE;
 }
 
+// The node's description, or false when the node is gone or has no action `index`.
+bool describe_action(AtkAction* action, gint index, info_t& info) {
+  return describe(action, info) && index >= 0 && static_cast<std::size_t>(index) < info.actions.size();
+}
+
 gboolean action_do_action(AtkAction* action, gint index) {
   info_t info;
-  if (!describe(action, info) || index < 0 || static_cast<std::size_t>(index) >= info.actions.size()) {
+  if (!describe_action(action, index, info)) {
     return FALSE;
   }
   g_idle_add(run_action, new pending_action_t{ATK_OBJECT(g_object_ref(action)), index});
@@ -207,7 +219,7 @@ gint action_get_n_actions(AtkAction* action) {
 
 const gchar* action_get_name(AtkAction* action, gint index) {
   info_t info;
-  if (!describe(action, info) || index < 0 || static_cast<std::size_t>(index) >= info.actions.size()) {
+  if (!describe_action(action, index, info)) {
     return nullptr;
   }
   return keep_string(node_of(action), kept_action, info.actions[static_cast<std::size_t>(index)]);
@@ -223,11 +235,6 @@ void action_init(gpointer iface, gpointer) {
 
 // --- AtkText --------------------------------------------------------------------------
 
-std::string node_text(gpointer object) {
-  info_t info;
-  return describe(object, info) ? info.text : std::string();
-}
-
 // The length of the node's text in characters: asked of the tree for a long text, else
 // counted in the text that the node describes.
 long text_count(gpointer object) {
@@ -236,7 +243,7 @@ long text_count(gpointer object) {
     return 0;
   }
   const long length = node->impl->tree->text_length(node->key);
-  return length >= 0 ? length : g_utf8_strlen(node_text(object).c_str(), -1);
+  return length >= 0 ? length : g_utf8_strlen(described(object, &info_t::text).c_str(), -1);
 }
 
 // Characters [start, end) of the node's text, clamped to it; end < 0: to its end. A long
@@ -248,7 +255,7 @@ std::string text_slice(gpointer object, long start, long end) {
   }
   tree_t* tree = node->impl->tree;
   const long length = tree->text_length(node->key);
-  const std::string all = length >= 0 ? std::string() : node_text(object);
+  const std::string all = length >= 0 ? std::string() : described(object, &info_t::text);
   const long count = length >= 0 ? length : g_utf8_strlen(all.c_str(), -1);
   start = std::clamp<long>(start, 0, count);
   end = end < 0 ? count : std::clamp<long>(end, start, count);
@@ -342,29 +349,30 @@ void text_init(gpointer iface, gpointer) {
 
 // --- AtkValue -------------------------------------------------------------------------
 
-value_t node_value(gpointer object) {
-  info_t info;
-  return describe(object, info) ? info.value : value_t{};
-}
-
 void set_double(GValue* out, double value) {
   g_value_init(out, G_TYPE_DOUBLE);
   g_value_set_double(out, value);
 }
 
-void value_get_current(AtkValue* value, GValue* out) { set_double(out, node_value(value).current); }
-void value_get_maximum(AtkValue* value, GValue* out) { set_double(out, node_value(value).maximum); }
-void value_get_minimum(AtkValue* value, GValue* out) { set_double(out, node_value(value).minimum); }
+void value_get_current(AtkValue* value, GValue* out) {
+  set_double(out, described(value, &info_t::value).current);
+}
+void value_get_maximum(AtkValue* value, GValue* out) {
+  set_double(out, described(value, &info_t::value).maximum);
+}
+void value_get_minimum(AtkValue* value, GValue* out) {
+  set_double(out, described(value, &info_t::value).minimum);
+}
 
 void value_get_value_and_text(AtkValue* value, gdouble* current, gchar** text) {
-  *current = node_value(value).current;
+  *current = described(value, &info_t::value).current;
   if (text) {
     *text = nullptr;
   }
 }
 
 AtkRange* value_get_range(AtkValue* value) {
-  const value_t range = node_value(value);
+  const value_t range = described(value, &info_t::value);
   return atk_range_new(range.minimum, range.maximum, nullptr);
 }
 
@@ -379,11 +387,6 @@ void value_init(gpointer iface, gpointer) {
 
 // --- AtkTable -------------------------------------------------------------------------
 
-table_info_t node_table(gpointer object) {
-  info_t info;
-  return describe(object, info) ? info.table : table_info_t{};
-}
-
 // The object of the table's cell, made when missing; null when the table lists none.
 AtkObject* cell_object(gpointer table, int row, int column) {
   node_object_t* node = node_of(table);
@@ -396,18 +399,18 @@ AtkObject* table_ref_at(AtkTable* table, gint row, gint column) {
   return cell ? ATK_OBJECT(g_object_ref(cell)) : nullptr;
 }
 
-gint table_get_n_rows(AtkTable* table) { return node_table(table).rows; }
-gint table_get_n_columns(AtkTable* table) { return node_table(table).columns; }
+gint table_get_n_rows(AtkTable* table) { return described(table, &info_t::table).rows; }
+gint table_get_n_columns(AtkTable* table) { return described(table, &info_t::table).columns; }
 
 gint table_get_index_at(AtkTable* table, gint row, gint column) {
-  return row * std::max(1, node_table(table).columns) + column;
+  return row * std::max(1, described(table, &info_t::table).columns) + column;
 }
 
 gint table_get_row_at_index(AtkTable* table, gint index) {
-  return index / std::max(1, node_table(table).columns);
+  return index / std::max(1, described(table, &info_t::table).columns);
 }
 gint table_get_column_at_index(AtkTable* table, gint index) {
-  return index % std::max(1, node_table(table).columns);
+  return index % std::max(1, described(table, &info_t::table).columns);
 }
 
 AtkObject* table_get_column_header(AtkTable* table, gint column) {

@@ -1,5 +1,7 @@
 #include <a11y/native.h>
 
+#include "subclass_p.h"
+
 #include <gtk/gtk.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
@@ -18,7 +20,6 @@
 #include <wx/treectrl.h>
 #include <wx/window.h>
 
-#include <string>
 #include <utility>
 
 namespace a11y {
@@ -62,23 +63,9 @@ void action_init(gpointer iface, gpointer) {
   action->get_localized_name = button_get_name;
 }
 
-constexpr const char* button_prefix = "Tamsel3AccessibleButton_";
-
-// A subclass of the object's native type with the same layout, adding AtkAction.
-GType button_type_for(GType native) {
-  const std::string name = button_prefix + std::string(g_type_name(native));
-  if (const GType known = g_type_from_name(name.c_str())) {
-    return known;
-  }
-  GTypeQuery query;
-  g_type_query(native, &query);
-  const GTypeInfo info = {
-      static_cast<guint16>(query.class_size),    nullptr, nullptr, nullptr, nullptr, nullptr,
-      static_cast<guint16>(query.instance_size), 0,       nullptr, nullptr};
-  const GType type = g_type_register_static(native, name.c_str(), &info, GTypeFlags(0));
+void add_action(GType type) {
   const GInterfaceInfo action = {action_init, nullptr, nullptr};
   g_type_add_interface_static(type, ATK_TYPE_ACTION, &action);
-  return type;
 }
 
 void delete_click(gpointer click) { delete static_cast<std::function<void()>*>(click); }
@@ -182,12 +169,8 @@ void native_button(wxWindow* window, std::function<void()> click) {
   if (!object) {
     return;
   }
-  const std::string type_name = g_type_name(G_OBJECT_TYPE(object));
-  if (type_name.rfind(button_prefix, 0) != 0) {
-    // The class stays referenced for the life of the program, as static types' classes do.
-    auto* klass = static_cast<GTypeClass*>(g_type_class_ref(button_type_for(G_OBJECT_TYPE(object))));
-    reinterpret_cast<GTypeInstance*>(object)->g_class = klass;
-  }
+  // A subclass of the object's native type with the same layout, adding AtkAction.
+  become_subclass(G_OBJECT(object), "Tamsel3AccessibleButton_", nullptr, add_action);
   g_object_set_qdata_full(G_OBJECT(object), click_quark(), new std::function<void()>(std::move(click)),
                           delete_click);
   atk_object_set_role(object, ATK_ROLE_PUSH_BUTTON);
