@@ -43,6 +43,9 @@ class receiver_t : public subscriber_base_t {
     text = "changed by " + m_name;  // a by-value argument is this call's own copy
   }
 
+  // Leaves every signal it is connected to, as a subscriber may before it dies.
+  void leave() { disconnect_all_signals(); }
+
   std::function<void(int)> m_action;
 
  private:
@@ -249,12 +252,8 @@ TEST(signal_test, dead_subscriber_leaves_the_signal) {
 }
 
 TEST(signal_test, receiver_can_leave_all_its_signals_before_it_dies) {
-  struct leaving_receiver_t : receiver_t {
-    using receiver_t::receiver_t;
-    void leave() { disconnect_all_signals(); }
-  };
   call_log_t log;
-  leaving_receiver_t a(log, "a");
+  receiver_t a(log, "a");
   signal_t<int> first, second;
   first.connect(&a, &receiver_t::on_value);
   second.connect(&a, &receiver_t::on_other);
@@ -709,12 +708,8 @@ TEST(signal_test, signal_that_dies_after_a_disconnection_leaves_the_subscriber_c
 }
 
 TEST(signal_test, subscriber_that_left_its_signals_after_a_disconnection_joins_again) {
-  struct leaving_receiver_t : receiver_t {
-    using receiver_t::receiver_t;
-    void leave() { disconnect_all_signals(); }
-  };
   call_log_t log;
-  leaving_receiver_t a(log, "a");
+  receiver_t a(log, "a");
   signal_t<int> first, second;
   first.connect(&a, &receiver_t::on_value);
   second.connect(&a, &receiver_t::on_value);
