@@ -1,5 +1,6 @@
 // The accessible objects of drawn elements, read in-process through ATK as the AT-SPI
 // bridge reads them.
+#include "atk_objects.h"
 #include "ombrelc_fixture.h"
 
 #include <a11y/accessible.h>
@@ -18,6 +19,9 @@
 namespace ombrelc_test {
 namespace {
 
+using gui_test::has_state;
+using gui_test::listed_child;
+using gui_test::object_ref_t;
 using ombrelcfrw7::CButton;
 using ombrelcfrw7::CCaption;
 using ombrelcfrw7::CCustomMessageBox;
@@ -25,20 +29,6 @@ using ombrelcfrw7::CGauge;
 using ombrelcfrw7::CLineColumn;
 using ombrelcfrw7::CScrollContainer;
 using ombrelcfrw7::CVertBox;
-
-// A reference to an AtkObject, dropped at the end of the scope.
-struct object_ref_t {
-  explicit object_ref_t(AtkObject* object) : m_object(object) {}
-  ~object_ref_t() {
-    if (m_object) {
-      g_object_unref(m_object);
-    }
-  }
-  object_ref_t(const object_ref_t&) = delete;
-  object_ref_t& operator=(const object_ref_t&) = delete;
-  AtkObject* get() const { return m_object; }
-  AtkObject* m_object;
-};
 
 // Counts a signal of an AtkObject and keeps its last index argument.
 struct signal_count_t {
@@ -101,13 +91,6 @@ std::string unit_at(AtkObject* object, gint offset, AtkTextGranularity granulari
   return found;
 }
 
-bool has_state(AtkObject* object, AtkStateType state) {
-  AtkStateSet* set = atk_object_ref_state_set(object);
-  const bool has = atk_state_set_contains_state(set, state);
-  g_object_unref(set);
-  return has;
-}
-
 class accessible_test : public control_fixture_t {
  protected:
   void SetUp() override {
@@ -124,10 +107,7 @@ class accessible_test : public control_fixture_t {
   // The box only lays its children out: they are listed in its place, on the host (a panel
   // has no native children before them).
   AtkObject* box() const { return host(); }
-  AtkObject* box_child(int index) const {
-    object_ref_t child(atk_object_ref_accessible_child(box(), index));
-    return child.get();  // the bridge keeps its own reference while the element lives
-  }
+  AtkObject* box_child(int index) const { return listed_child(box(), index); }
 
   CVertBox* m_box = nullptr;
   CCaption* m_caption = nullptr;
@@ -260,9 +240,8 @@ TEST_F(accessible_test, a_caption_gives_its_characters_words_and_lines_by_offset
 // The first child of `parent` with `role`, or null.
 AtkObject* child_with_role(AtkObject* parent, AtkRole role) {
   for (int i = 0; i < atk_object_get_n_accessible_children(parent); ++i) {
-    object_ref_t child(atk_object_ref_accessible_child(parent, i));
-    if (atk_object_get_role(child.get()) == role) {
-      return child.get();
+    if (AtkObject* child = listed_child(parent, i); atk_object_get_role(child) == role) {
+      return child;
     }
   }
   return nullptr;
@@ -403,26 +382,10 @@ struct child_names_t {
   }
 };
 
-class accessible_line_column_test : public control_fixture_t {
+class accessible_line_column_test : public line_column_fixture_t {
  protected:
-  void SetUp() override {
-    control_fixture_t::SetUp();
-    m_scroller = new CScrollContainer(root(), size<int>(0, 0), ombrelc7::alClient);
-    m_column =
-        new CLineColumn(nullptr, size<int>(0, 0), ombrelc7::alFill, std::make_unique<test_lines_t>(m_lines));
-    m_scroller->SetScrolled(m_column);
-  }
-  // The column reads the lines of the fixture: it goes first.
-  void TearDown() override {
-    m_frame->Destroy();
-    gui_test::pump();
-  }
-  void add_lines(int count) {
-    for (int i = 0; i < count; ++i) {
-      m_lines.push_back("line " + std::to_string(m_lines.size()));
-    }
-    m_column->LinesAdded();
-    layout();
+  std::unique_ptr<ombrelcfrw7::ILineSource> make_source() override {
+    return std::make_unique<test_lines_t>(m_lines);
   }
   void scroll_to_line(std::size_t line) {
     m_scroller->SetScrollPos(m_column->GetLineRect(line).top - m_column->GetRect().top);
@@ -430,15 +393,11 @@ class accessible_line_column_test : public control_fixture_t {
   }
   AtkObject* host() const { return gtk_widget_get_accessible(static_cast<GtkWidget*>(m_panel->GetHandle())); }
   // The scroller only lays the column out: the column is listed in its place.
-  AtkObject* column() const {
-    object_ref_t column(atk_object_ref_accessible_child(host(), 0));
-    return column.get();  // the bridge keeps its own reference
-  }
+  AtkObject* column() const { return listed_child(host(), 0); }
   std::vector<std::string> child_names() const {
     std::vector<std::string> names;
     for (int i = 0; i < atk_object_get_n_accessible_children(column()); ++i) {
-      object_ref_t child(atk_object_ref_accessible_child(column(), i));
-      names.emplace_back(atk_object_get_name(child.get()));
+      names.emplace_back(atk_object_get_name(listed_child(column(), i)));
     }
     return names;
   }
@@ -458,10 +417,6 @@ class accessible_line_column_test : public control_fixture_t {
     }
     return names;
   }
-
-  std::vector<std::string> m_lines;
-  CScrollContainer* m_scroller = nullptr;
-  CLineColumn* m_column = nullptr;
 };
 
 TEST_F(accessible_line_column_test, the_lines_in_view_are_labels_with_their_drawn_rectangles) {
@@ -514,8 +469,7 @@ TEST_F(accessible_line_column_test, scrolling_reports_the_lines_that_leave_and_c
   add_lines(1000);
   scroll_to_line(0);
   const std::vector<std::string> before = child_names();
-  object_ref_t first(
-      ATK_OBJECT(g_object_ref(object_ref_t(atk_object_ref_accessible_child(column(), 0)).get())));
+  object_ref_t first(ATK_OBJECT(g_object_ref(listed_child(column(), 0))));
   child_names_t added;
   child_names_t removed;
   g_signal_connect(column(), "children-changed::add", G_CALLBACK(child_names_t::on_child), &added);

@@ -43,32 +43,13 @@ class noticing_box_t : public CVertBox {
   }
 };
 
-class ombrelc_line_column_test : public control_fixture_t {
+class ombrelc_line_column_test : public line_column_fixture_t {
  protected:
-  void SetUp() override {
-    control_fixture_t::SetUp();
-    m_scroller = new CScrollContainer(root(), size<int>(0, 0), ombrelc7::alClient);
-    m_column = new CLineColumn(nullptr, size<int>(0, 0), ombrelc7::alFill,
-                               std::make_unique<counted_source_t>(m_lines, m_reads));
-    m_scroller->SetScrolled(m_column);
-  }
-  // The columns read the lines of the fixture: they go first.
-  void TearDown() override {
-    m_frame->Destroy();
-    gui_test::pump();
-  }
-  void add_lines(int count) {
-    for (int i = 0; i < count; ++i) {
-      m_lines.push_back("line " + std::to_string(m_lines.size()));
-    }
-    m_column->LinesAdded();
-    layout();
+  std::unique_ptr<ILineSource> make_source() override {
+    return std::make_unique<counted_source_t>(m_lines, m_reads);
   }
 
-  std::vector<std::string> m_lines;
   int m_reads = 0;
-  CScrollContainer* m_scroller = nullptr;
-  CLineColumn* m_column = nullptr;
 };
 
 TEST_F(ombrelc_line_column_test, lines_follow_each_other_and_the_search_by_position_finds_them) {

@@ -9,7 +9,9 @@
 #include <wx/frame.h>
 #include <wx/panel.h>
 
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace ombrelc_test {
 
@@ -44,6 +46,38 @@ class control_fixture_t : public ::testing::Test {
   wxPanel* m_panel = nullptr;
   ombrelc7::ISysWindow* m_wrapper = nullptr;
   ombrelcfrw7::CBaseControl* m_control = nullptr;
+};
+
+/// A column of lines that the test holds, scrolled in a container that fills the control.
+class line_column_fixture_t : public control_fixture_t {
+ protected:
+  void SetUp() override {
+    control_fixture_t::SetUp();
+    m_scroller = new ombrelcfrw7::CScrollContainer(root(), size<int>(0, 0), ombrelc7::alClient);
+    m_column = new ombrelcfrw7::CLineColumn(nullptr, size<int>(0, 0), ombrelc7::alFill, make_source());
+    m_scroller->SetScrolled(m_column);
+  }
+  // The column reads the lines of the fixture: it goes first.
+  void TearDown() override {
+    m_frame->Destroy();
+    gui_test::pump();
+  }
+
+  /// The column's source, reading m_lines.
+  virtual std::unique_ptr<ombrelcfrw7::ILineSource> make_source() = 0;
+
+  /// Appends `count` lines "line N" and lays the column out again.
+  void add_lines(int count) {
+    for (int i = 0; i < count; ++i) {
+      m_lines.push_back("line " + std::to_string(m_lines.size()));
+    }
+    m_column->LinesAdded();
+    layout();
+  }
+
+  std::vector<std::string> m_lines;
+  ombrelcfrw7::CScrollContainer* m_scroller = nullptr;
+  ombrelcfrw7::CLineColumn* m_column = nullptr;
 };
 
 /// An element of a fixed size that counts how often it is painted.

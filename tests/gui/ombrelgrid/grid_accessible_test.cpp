@@ -1,5 +1,6 @@
 // The grid as screen readers read it, in-process through ATK: a table with a header row,
 // the rows in view and their cells, ticks as check boxes that toggle.
+#include "atk_objects.h"
 #include "grid_fixture.h"
 
 #include <atk/atk.h>
@@ -9,35 +10,9 @@
 
 namespace {
 
+using namespace gui_test;
 using namespace ombrelgrid_test;
 using namespace ombrelpropgrid2;
-
-// A reference to an AtkObject, dropped at the end of the scope.
-struct object_ref_t {
-  explicit object_ref_t(AtkObject* object) : m_object(object) {}
-  ~object_ref_t() {
-    if (m_object) {
-      g_object_unref(m_object);
-    }
-  }
-  object_ref_t(const object_ref_t&) = delete;
-  object_ref_t& operator=(const object_ref_t&) = delete;
-  AtkObject* get() const { return m_object; }
-  AtkObject* m_object;
-};
-
-bool has_state(AtkObject* object, AtkStateType state) {
-  AtkStateSet* set = atk_object_ref_state_set(object);
-  const bool has = atk_state_set_contains_state(set, state);
-  g_object_unref(set);
-  return has;
-}
-
-// The objects hand out no reference of their own: the bridge keeps one while they live.
-AtkObject* child(AtkObject* parent, int index) {
-  object_ref_t found(atk_object_ref_accessible_child(parent, index));
-  return found.get();
-}
 
 struct checked_changes_t {
   int count = 0;
@@ -65,10 +40,10 @@ class grid_accessible_test : public grid_fixture_t {
   // The window's last child: the drawn tree comes after the native children (the scroll bar).
   AtkObject* table() const {
     AtkObject* host = gtk_widget_get_accessible(static_cast<GtkWidget*>(m_panel->GetHandle()));
-    return child(host, atk_object_get_n_accessible_children(host) - 1);
+    return listed_child(host, atk_object_get_n_accessible_children(host) - 1);
   }
   // Row 0 is the header row.
-  AtkObject* row(int index) const { return child(table(), index); }
+  AtkObject* row(int index) const { return listed_child(table(), index); }
 
   rect<int> on_screen(const rect<int>& area) const {
     const wxPoint origin = m_panel->ClientToScreen(wxPoint(area.left, area.top));
@@ -94,17 +69,17 @@ TEST_F(grid_accessible_test, the_grid_is_a_table_of_a_header_row_and_its_rows_wi
   AtkObject* header = row(0);
   EXPECT_EQ(atk_object_get_role(header), ATK_ROLE_TABLE_ROW);
   ASSERT_EQ(atk_object_get_n_accessible_children(header), 2);
-  EXPECT_EQ(atk_object_get_role(child(header, 0)), ATK_ROLE_COLUMN_HEADER);
-  EXPECT_STREQ(atk_object_get_name(child(header, 0)), "Folder");
-  EXPECT_STREQ(atk_object_get_name(child(header, 1)), "Include subfolders");
+  EXPECT_EQ(atk_object_get_role(listed_child(header, 0)), ATK_ROLE_COLUMN_HEADER);
+  EXPECT_STREQ(atk_object_get_name(listed_child(header, 0)), "Folder");
+  EXPECT_STREQ(atk_object_get_name(listed_child(header, 1)), "Include subfolders");
   AtkObject* first = row(1);
   EXPECT_EQ(atk_object_get_role(first), ATK_ROLE_TABLE_ROW);
-  EXPECT_EQ(atk_object_get_role(child(first, 0)), ATK_ROLE_TABLE_CELL);
-  EXPECT_STREQ(atk_object_get_name(child(first, 0)), "/src");
-  EXPECT_STREQ(atk_object_get_name(child(row(2), 0)), "/include");
-  EXPECT_TRUE(has_state(child(first, 0), ATK_STATE_SHOWING));
+  EXPECT_EQ(atk_object_get_role(listed_child(first, 0)), ATK_ROLE_TABLE_CELL);
+  EXPECT_STREQ(atk_object_get_name(listed_child(first, 0)), "/src");
+  EXPECT_STREQ(atk_object_get_name(listed_child(row(2), 0)), "/include");
+  EXPECT_TRUE(has_state(listed_child(first, 0), ATK_STATE_SHOWING));
   EXPECT_EQ(atk_object_get_index_in_parent(row(2)), 2);
-  EXPECT_EQ(atk_object_get_parent(child(first, 1)), first);
+  EXPECT_EQ(atk_object_get_parent(listed_child(first, 1)), first);
 }
 
 TEST_F(grid_accessible_test, the_table_is_named_as_its_host_names_it) {
@@ -120,8 +95,8 @@ TEST_F(grid_accessible_test, the_table_gives_its_size_cells_and_column_headers) 
   EXPECT_EQ(atk_table_get_n_columns(ATK_TABLE(grid)), 2);
   object_ref_t cell(atk_table_ref_at(ATK_TABLE(grid), 1, 0));
   ASSERT_NE(cell.get(), nullptr);
-  EXPECT_EQ(cell.get(), child(row(2), 0));
-  EXPECT_EQ(atk_table_get_column_header(ATK_TABLE(grid), 1), child(row(0), 1));
+  EXPECT_EQ(cell.get(), listed_child(row(2), 0));
+  EXPECT_EQ(atk_table_get_column_header(ATK_TABLE(grid), 1), listed_child(row(0), 1));
   EXPECT_STREQ(atk_table_get_column_description(ATK_TABLE(grid), 0), "Folder");
   ASSERT_TRUE(ATK_IS_TABLE_CELL(cell.get()));
   gint at_row = -1;
@@ -144,22 +119,22 @@ TEST_F(grid_accessible_test, cells_lie_on_the_drawn_cells) {
       drawn.left + shift.left - m_grid->GetViewer()->GetRect().left,
       drawn.top + shift.top - m_grid->GetViewer()->GetRect().top, drawn.width(), drawn.height());
   const rect<int> expected = on_screen(in_window);
-  const rect<int> seen = extents(child(row(2), 0));
+  const rect<int> seen = extents(listed_child(row(2), 0));
   EXPECT_EQ(seen.left, expected.left);
   EXPECT_EQ(seen.top, expected.top);
   EXPECT_EQ(seen.width(), expected.width());
   EXPECT_EQ(seen.height(), expected.height());
-  const rect<int> header = extents(child(row(0), 0));
+  const rect<int> header = extents(listed_child(row(0), 0));
   EXPECT_EQ(header.left, expected.left);
   EXPECT_LE(header.bottom, expected.top);
 }
 
 TEST_F(grid_accessible_test, a_tick_is_a_check_box_whose_toggle_action_toggles_it_and_tells) {
-  AtkObject* tick = child(row(1), 1);
+  AtkObject* tick = listed_child(row(1), 1);
   EXPECT_EQ(atk_object_get_role(tick), ATK_ROLE_CHECK_BOX);
   EXPECT_STREQ(atk_object_get_name(tick), "Include subfolders");
   EXPECT_TRUE(has_state(tick, ATK_STATE_CHECKED));
-  EXPECT_FALSE(has_state(child(row(2), 1), ATK_STATE_CHECKED));
+  EXPECT_FALSE(has_state(listed_child(row(2), 1), ATK_STATE_CHECKED));
   ASSERT_TRUE(ATK_IS_ACTION(tick));
   EXPECT_STREQ(atk_action_get_name(ATK_ACTION(tick), 0), "toggle");
   checked_changes_t changes;
@@ -197,8 +172,8 @@ TEST_F(grid_accessible_test, scrolling_replaces_the_rows_that_leave_the_view) {
 }
 
 TEST_F(grid_accessible_test, a_changed_text_or_tick_of_the_model_is_told) {
-  AtkObject* cell = child(row(2), 0);
-  AtkObject* tick = child(row(2), 1);
+  AtkObject* cell = listed_child(row(2), 0);
+  AtkObject* tick = listed_child(row(2), 1);
   int names = 0;
   checked_changes_t changes;
   g_signal_connect(cell, "notify::accessible-name",

@@ -1,5 +1,6 @@
 // The accessible objects of an element tree, read in-process through ATK as the AT-SPI
 // bridge reads them.
+#include "atk_objects.h"
 #include "element_fixture.h"
 
 #include <atk/atk.h>
@@ -10,6 +11,8 @@
 namespace {
 
 using namespace element_test;
+using gui_test::has_state;
+using gui_test::listed_child;
 
 // Counts children-changed emissions and keeps the last index.
 struct children_count_t {
@@ -20,13 +23,6 @@ struct children_count_t {
     static_cast<children_count_t*>(self)->index = static_cast<int>(index);
   }
 };
-
-bool has_state(AtkObject* object, AtkStateType state) {
-  AtkStateSet* set = atk_object_ref_state_set(object);
-  const bool has = atk_state_set_contains_state(set, state);
-  g_object_unref(set);
-  return has;
-}
 
 class element_accessible_test : public ::testing::Test {
  protected:
@@ -41,14 +37,6 @@ class element_accessible_test : public ::testing::Test {
   AtkObject* host() const {
     return gtk_widget_get_accessible(static_cast<GtkWidget*>(m_window.panel->GetHandle()));
   }
-  // The bridge keeps its own reference while the element lives.
-  AtkObject* child(AtkObject* parent, int index) const {
-    AtkObject* object = atk_object_ref_accessible_child(parent, index);
-    if (object) {
-      g_object_unref(object);
-    }
-    return object;
-  }
 
   element_window_t m_window;
   element_ptr m_root = new RectangleElement(nullptr, pos_none);
@@ -58,11 +46,11 @@ class element_accessible_test : public ::testing::Test {
 
 TEST_F(element_accessible_test, the_window_lists_labels_and_buttons_with_their_extents) {
   ASSERT_EQ(atk_object_get_n_accessible_children(host()), 2);
-  AtkObject* label = child(host(), 0);
+  AtkObject* label = listed_child(host(), 0);
   EXPECT_EQ(atk_object_get_role(label), ATK_ROLE_LABEL);
   EXPECT_STREQ(atk_object_get_name(label), "Two messages");
   ASSERT_TRUE(ATK_IS_TEXT(label));
-  AtkObject* button = child(host(), 1);
+  AtkObject* button = listed_child(host(), 1);
   EXPECT_EQ(atk_object_get_role(button), ATK_ROLE_PUSH_BUTTON);
   EXPECT_STREQ(atk_object_get_name(button), "Next");
   EXPECT_TRUE(has_state(button, ATK_STATE_ENABLED));
@@ -87,7 +75,7 @@ TEST_F(element_accessible_test, the_click_action_presses_the_button) {
   receiver.ids = &pressed;
   m_button->SetId(7);
   m_button->pressed.connect(&receiver, &receiver_t::on);
-  AtkObject* button = child(host(), 1);
+  AtkObject* button = listed_child(host(), 1);
   ASSERT_TRUE(ATK_IS_ACTION(button));
   EXPECT_STREQ(atk_action_get_name(ATK_ACTION(button), 0), "click");
   EXPECT_TRUE(atk_action_do_action(ATK_ACTION(button), 0));
@@ -95,7 +83,7 @@ TEST_F(element_accessible_test, the_click_action_presses_the_button) {
 }
 
 TEST_F(element_accessible_test, a_removed_element_is_announced_and_turns_defunct) {
-  AtkObject* label = ATK_OBJECT(g_object_ref(child(host(), 0)));
+  AtkObject* label = ATK_OBJECT(g_object_ref(listed_child(host(), 0)));
   children_count_t removed;
   g_signal_connect(host(), "children-changed::remove", G_CALLBACK(children_count_t::on), &removed);
   m_text->ChangeParent(nullptr);
@@ -109,7 +97,7 @@ TEST_F(element_accessible_test, a_removed_element_is_announced_and_turns_defunct
 }
 
 TEST_F(element_accessible_test, a_new_root_replaces_the_listed_children) {
-  ASSERT_NE(child(host(), 0), nullptr);
+  ASSERT_NE(listed_child(host(), 0), nullptr);
   children_count_t added;
   g_signal_connect(host(), "children-changed::add", G_CALLBACK(children_count_t::on), &added);
   element_ptr other = new RectangleElement(nullptr, pos_none);
@@ -118,12 +106,12 @@ TEST_F(element_accessible_test, a_new_root_replaces_the_listed_children) {
   m_window.show(other);
   ASSERT_TRUE(gui_test::wait_until([&] { return added.count == 1; }));
   ASSERT_EQ(atk_object_get_n_accessible_children(host()), 1);
-  EXPECT_STREQ(atk_object_get_name(child(host(), 0)), "Other page");
+  EXPECT_STREQ(atk_object_get_name(listed_child(host(), 0)), "Other page");
   g_signal_handlers_disconnect_by_data(host(), &added);
 }
 
 TEST_F(element_accessible_test, a_button_that_opens_something_is_expandable_and_tells_when_it_opens) {
-  AtkObject* button = child(host(), 1);
+  AtkObject* button = listed_child(host(), 1);
   EXPECT_FALSE(has_state(button, ATK_STATE_EXPANDABLE));
   m_button->SetAccessibleExpanded(false);
   EXPECT_TRUE(has_state(button, ATK_STATE_EXPANDABLE));
@@ -144,7 +132,7 @@ TEST_F(element_accessible_test, a_button_that_opens_something_is_expandable_and_
 }
 
 TEST_F(element_accessible_test, the_focused_button_is_announced) {
-  AtkObject* button = child(host(), 1);
+  AtkObject* button = listed_child(host(), 1);
   EXPECT_TRUE(has_state(button, ATK_STATE_FOCUSABLE));
   int focused = 0;
   struct on_state {
