@@ -58,6 +58,12 @@ def start(command):
     return process, lines
 
 
+def end(process):
+    """Closes the program's input, which ends it, and checks that it ended cleanly."""
+    process.stdin.close()
+    check(process.wait(timeout=20) == 0, "the program ended with %s" % process.returncode)
+
+
 def wait_line(lines, prefix, seconds=10):
     """The program's next line that starts with prefix, or None."""
     deadline = time.monotonic() + seconds

@@ -12,7 +12,7 @@ import sys
 import pyatspi
 from gi.repository import Atspi
 
-from atspi_client import applications, check, finish, listen, poll, pump_until, start, wait_line
+from atspi_client import applications, check, end, finish, listen, poll, pump_until, start, wait_line
 
 # Key codes of the X server's default keyboard map under Xvfb.
 TAB, SHIFT, RETURN, SPACE = 23, 50, 36, 65
@@ -73,8 +73,7 @@ def main(program):
         check_side(process, lines, events, "left", ("Start", "Stop"), RETURN)
         check_side(process, lines, events, "right", ("Back", "Next"), SPACE)
     finally:
-        process.stdin.close()
-        check(process.wait(timeout=20) == 0, "the program ended with %s" % process.returncode)
+        end(process)
     return finish()
 
 

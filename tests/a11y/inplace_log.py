@@ -11,7 +11,7 @@ import sys
 import time
 
 import pyatspi
-from atspi_client import check, extents, find, find_application, finish, inside, listen, pump_until, start, \
+from atspi_client import check, end, extents, find, find_application, finish, inside, listen, pump_until, start, \
     wait_line, walk
 
 
@@ -157,9 +157,7 @@ def main(program):
         if box is not None:
             check_many_lines(process, app, box)
     finally:
-        process.stdin.close()
-        # Its window goes while the bridge is live: the program must still end cleanly.
-        check(process.wait(timeout=20) == 0, "the program ended with %s" % process.returncode)
+        end(process)  # its window goes while the bridge is live: it must still end cleanly
     return finish()
 
 
