@@ -67,19 +67,14 @@ TEST_F(element_accessible_test, the_window_lists_labels_and_buttons_with_their_e
 }
 
 TEST_F(element_accessible_test, the_click_action_presses_the_button) {
-  std::vector<int> pressed;
-  struct receiver_t : korvat2::subscriber_base_t {
-    void on(int id) { ids->push_back(id); }
-    std::vector<int>* ids;
-  } receiver;
-  receiver.ids = &pressed;
+  pressed_ids_t pressed;
   m_button->SetId(7);
-  m_button->pressed.connect(&receiver, &receiver_t::on);
+  m_button->pressed.connect(&pressed, &pressed_ids_t::on);
   AtkObject* button = listed_child(host(), 1);
   ASSERT_TRUE(ATK_IS_ACTION(button));
   EXPECT_STREQ(atk_action_get_name(ATK_ACTION(button), 0), "click");
   EXPECT_TRUE(atk_action_do_action(ATK_ACTION(button), 0));
-  EXPECT_TRUE(gui_test::wait_until([&] { return pressed == std::vector<int>{7}; }));
+  EXPECT_TRUE(gui_test::wait_until([&] { return pressed.ids == std::vector<int>{7}; }));
 }
 
 TEST_F(element_accessible_test, a_removed_element_is_announced_and_turns_defunct) {

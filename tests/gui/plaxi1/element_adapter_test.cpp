@@ -311,28 +311,23 @@ TEST_F(element_adapter_test, tab_moves_the_focus_among_enabled_buttons_and_space
   korvat2::intrusive_pointer_t<FlatButton> last = new FlatButton(m_right, pos_top);
   off->Enable(false);
   m_left->m_handles = m_right->m_handles = false;
-  std::vector<int> pressed;
-  struct receiver_t : korvat2::subscriber_base_t {
-    void on(int id) { ids->push_back(id); }
-    std::vector<int>* ids;
-  } receiver;
-  receiver.ids = &pressed;
+  pressed_ids_t pressed;
   last->SetId(3);
-  last->pressed.connect(&receiver, &receiver_t::on);
+  last->pressed.connect(&pressed, &pressed_ids_t::on);
   ElementAdapter& adapter = *m_window.adapter;
   EXPECT_FALSE(send_key(WXK_TAB));
   EXPECT_EQ(adapter.GetFocusElement(), first.get());
   EXPECT_FALSE(send_key(WXK_TAB));
   EXPECT_EQ(adapter.GetFocusElement(), last.get());
   EXPECT_FALSE(send_key(WXK_SPACE));
-  EXPECT_EQ(pressed, std::vector<int>{3});
+  EXPECT_EQ(pressed.ids, std::vector<int>{3});
   EXPECT_FALSE(send_key(WXK_TAB, true));
   EXPECT_EQ(adapter.GetFocusElement(), first.get());
   // Past the first one, the focus leaves for the window's other controls.
   EXPECT_TRUE(send_key(WXK_TAB, true));
   EXPECT_EQ(adapter.GetFocusElement(), nullptr);
   EXPECT_TRUE(send_key(WXK_SPACE));
-  EXPECT_EQ(pressed.size(), 1u);
+  EXPECT_EQ(pressed.ids.size(), 1u);
 }
 
 TEST_F(element_adapter_test, a_focused_button_loses_the_focus_when_disabled_or_hidden) {

@@ -14,6 +14,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace element_test {
 
@@ -64,5 +65,11 @@ class element_window_t {
 inline wxColour colour_at(const wxImage& image, int x, int y) {
   return wxColour(image.GetRed(x, y), image.GetGreen(x, y), image.GetBlue(x, y));
 }
+
+/// Keeps the ids of the presses of the buttons it is connected to, in order.
+struct pressed_ids_t : korvat2::subscriber_base_t {
+  void on(int id) { ids.push_back(id); }
+  std::vector<int> ids;
+};
 
 }  // namespace element_test
