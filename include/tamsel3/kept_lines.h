@@ -31,19 +31,24 @@ class TAMSEL3_API kept_lines_t {
   /// Walks the lines in order, giving each as a messenger_entry_t value.
   class const_iterator {
    public:
-    using iterator_category = std::input_iterator_tag;
-    using value_type = messenger_entry_t;
-    using difference_type = std::ptrdiff_t;
-    using pointer = void;
-    using reference = messenger_entry_t;
+    using iterator_category = std::input_iterator_tag;  ///< One pass.
+    using value_type = messenger_entry_t;               ///< A line, as a value.
+    using difference_type = std::ptrdiff_t;             ///< A distance in lines.
+    using pointer = void;                               ///< Lines are read as values.
+    using reference = messenger_entry_t;                ///< A copy, not a reference.
 
+    /// The position of line `index` of `lines`.
     const_iterator(const kept_lines_t* lines, std::size_t index) : m_lines(lines), m_index(index) {}
+    /// A copy of the line here.
     messenger_entry_t operator*() const { return (*m_lines)[m_index]; }
+    /// Steps to the next line.
     const_iterator& operator++() {
       ++m_index;
       return *this;
     }
+    /// Whether both stand at the same line.
     bool operator==(const const_iterator& other) const { return m_index == other.m_index; }
+    /// Whether they stand at different lines.
     bool operator!=(const const_iterator& other) const { return m_index != other.m_index; }
 
    private:
@@ -51,10 +56,13 @@ class TAMSEL3_API kept_lines_t {
     std::size_t m_index;
   };
 
+  /// No lines.
   kept_lines_t();
   ~kept_lines_t();
-  kept_lines_t(kept_lines_t&&) noexcept;
-  kept_lines_t& operator=(kept_lines_t&&) noexcept;
+  /// Takes the lines of `other`.
+  kept_lines_t(kept_lines_t&& other) noexcept;
+  /// Takes the lines of `other`; the lines held before are freed.
+  kept_lines_t& operator=(kept_lines_t&& other) noexcept;
 
   /// Keeps a line with `severity`, `text` and the picture index `picture` (-1: none).
   void add(pelit2::ESeverity severity, std::string_view text, int picture = -1);
@@ -63,17 +71,22 @@ class TAMSEL3_API kept_lines_t {
   /// Forgets every line and gives their memory back.
   void clear();
 
+  /// The number of lines kept.
   std::size_t size() const { return m_lines.size(); }
+  /// Whether no line is kept.
   bool empty() const { return m_lines.empty(); }
   /// A copy of line `index` (< size()).
   messenger_entry_t operator[](std::size_t index) const;
   /// The text of line `index`, valid until the lines are cleared or moved from.
   std::string_view text(std::size_t index) const;
+  /// The severity bits of line `index`.
   pelit2::ESeverity severity(std::size_t index) const;
   /// The picture index that line `index` was kept with; -1 for none.
   int picture(std::size_t index) const;
 
+  /// The first line.
   const_iterator begin() const { return const_iterator(this, 0); }
+  /// Past the last line.
   const_iterator end() const { return const_iterator(this, m_lines.size()); }
 
  private:
