@@ -250,11 +250,14 @@ void search_dirs_tab_t::fill_grid() {
   if (!g) {
     return;
   }
-  g->ClearRows();
+  // The old rows go only after the new ones exist: a rebuilt row must never get the
+  // address of a gone row's item, which may still key a message.
+  const int old_rows = dir_row_count();
   for (const dir_info_t& dir : m_dirs) {
     g->AppendRow(dir.m_dir.as_string(), ombrelpropgrid2::etMore);
     validate_dir(dir.m_dir, dir_row_count() - 1);
   }
+  g->DropFirstRows(old_rows);
   g->FinishFill(m_last_line_text);
 }
 

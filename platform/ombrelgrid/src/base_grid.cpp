@@ -240,8 +240,13 @@ void CBaseGrid<Model>::OnExternalSetValue(IPropItem* item) {
 
 template <class Model>
 void CBaseGrid<Model>::ClearRows() {
+  DropFirstRows(m_model ? m_model->GetRowCount() - 1 : -1);
+}
+
+template <class Model>
+void CBaseGrid<Model>::DropFirstRows(int count) {
   const int rows = m_model ? m_model->GetRowCount() - 1 : -1;
-  for (int i = 0; i < rows; ++i) {
+  for (int i = 0; i < std::min(count, rows); ++i) {
     m_model->DeleteItem(0);
   }
   SetEditingModel(m_model ? m_model->GetEditingModel() : nullptr);

@@ -369,6 +369,24 @@ TEST_F(base_grid_test, new_rows_of_combo_types_are_combo_properties_and_a_protot
   EXPECT_TRUE(last_line->IsEmpty());
 }
 
+TEST_F(base_grid_test, new_rows_appended_before_the_old_ones_are_dropped_have_items_of_their_own) {
+  fill(2);
+  std::vector<IPropItem*> old_items{model()->getPropertyByRow(0), model()->getPropertyByRow(1)};
+  std::vector<IPropItem*> new_items{m_grid->AppendRow("/n0", etMore), m_grid->AppendRow("/n1", etMore)};
+  m_grid->DropFirstRows(2);
+  ASSERT_EQ(model()->GetRowCount(), 3);
+  for (int row = 0; row < 2; ++row) {
+    EXPECT_EQ(model()->getPropertyByRow(row), new_items[row]);
+    EXPECT_EQ(model()->getPropertyByRow(row)->GetStringValue(), "/n" + std::to_string(row));
+    EXPECT_NE(new_items[row], old_items[0]);
+    EXPECT_NE(new_items[row], old_items[1]);
+  }
+  // More than there are: the rows go, the last line stays.
+  m_grid->DropFirstRows(5);
+  EXPECT_EQ(model()->GetRowCount(), 1);
+  EXPECT_TRUE(model()->getPropertyByRow(0)->IsEmpty());
+}
+
 TEST_F(base_grid_test, without_a_model_the_commands_do_nothing_and_a_new_row_counts_as_minus_2) {
   m_grid->SetGridModel(nullptr);
   m_grid->SetCurrentRow(0);

@@ -78,6 +78,9 @@ class CBaseGrid : public ombrelgrid8::CGrid, public korvat2::subscriber_base_t {
 
   /// Deletes every row but the last line and sets the model's editing model again.
   void ClearRows();
+  /// Deletes the first `count` rows as ClearRows does. A fill that appends its new rows
+  /// before dropping the old ones gives each new row an item at an address of its own.
+  void DropFirstRows(int count);
   /// Appends a row of `value` and `edit_type`, tick 2 unless `check` is 0 or 1, bound to
   /// its editor; gives the item.
   IPropItem* AppendRow(const std::string& value, int edit_type, int check = -1);
