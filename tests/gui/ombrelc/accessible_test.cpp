@@ -162,7 +162,8 @@ TEST_F(accessible_test, the_click_action_clicks_the_button_at_idle_time) {
 TEST_F(accessible_test, a_deleted_element_is_announced_removed_and_its_object_turns_defunct) {
   object_ref_t label(ATK_OBJECT(g_object_ref(box_child(0))));
   signal_count_t removed;
-  g_signal_connect(box(), "children-changed::remove", G_CALLBACK(signal_count_t::on_children), &removed);
+  const gui_test::handler_t connected1(box(), "children-changed::remove",
+                                       G_CALLBACK(signal_count_t::on_children), &removed);
   delete m_caption;
   EXPECT_EQ(removed.count, 1);
   EXPECT_EQ(removed.index, 0);
@@ -173,7 +174,8 @@ TEST_F(accessible_test, a_deleted_element_is_announced_removed_and_its_object_tu
 TEST_F(accessible_test, an_added_child_is_announced_once_it_is_whole) {
   ASSERT_EQ(atk_object_get_n_accessible_children(box()), 2);  // a client knows the list
   signal_count_t added;
-  g_signal_connect(box(), "children-changed::add", G_CALLBACK(signal_count_t::on_children), &added);
+  const gui_test::handler_t connected2(box(), "children-changed::add",
+                                       G_CALLBACK(signal_count_t::on_children), &added);
   auto* caption = new CCaption(m_box, size<int>(0, 0), ombrelc7::alFill);
   caption->SetCaption("Indexing");
   ASSERT_TRUE(gui_test::wait_until([&] { return added.count == 1; }));
@@ -194,7 +196,8 @@ TEST_F(accessible_test, nothing_is_made_for_added_elements_until_a_client_lists_
 TEST_F(accessible_test, a_hidden_element_leaves_the_list) {
   ASSERT_EQ(atk_object_get_role(box_child(0)), ATK_ROLE_LABEL);  // a client knows it
   signal_count_t removed;
-  g_signal_connect(box(), "children-changed::remove", G_CALLBACK(signal_count_t::on_children), &removed);
+  const gui_test::handler_t connected3(box(), "children-changed::remove",
+                                       G_CALLBACK(signal_count_t::on_children), &removed);
   m_caption->SetVisible(false);
   EXPECT_EQ(removed.count, 1);
   ASSERT_EQ(atk_object_get_n_accessible_children(box()), 1);
@@ -204,7 +207,8 @@ TEST_F(accessible_test, a_hidden_element_leaves_the_list) {
 TEST_F(accessible_test, focus_moves_are_announced) {
   AtkObject* button = box_child(1);
   signal_count_t focused;
-  g_signal_connect(button, "state-change", G_CALLBACK(signal_count_t::on_state), &focused);
+  const gui_test::handler_t connected4(button, "state-change", G_CALLBACK(signal_count_t::on_state),
+                                       &focused);
   m_control->SetFocusElement(m_button);
   EXPECT_EQ(focused.count, 1);
   EXPECT_TRUE(has_state(button, ATK_STATE_FOCUSED));
@@ -213,11 +217,11 @@ TEST_F(accessible_test, focus_moves_are_announced) {
 TEST_F(accessible_test, a_changed_caption_announces_its_old_text_deleted_and_its_new_text_inserted) {
   AtkObject* label = box_child(0);
   text_changes_t changes;
-  g_signal_connect(label, "text-remove", G_CALLBACK(text_changes_t::on_remove), &changes);
-  g_signal_connect(label, "text-insert", G_CALLBACK(text_changes_t::on_insert), &changes);
+  const gui_test::handler_t connected5(label, "text-remove", G_CALLBACK(text_changes_t::on_remove), &changes);
+  const gui_test::handler_t connected6(label, "text-insert", G_CALLBACK(text_changes_t::on_insert), &changes);
   signal_count_t renamed;
-  g_signal_connect(label, "property-change::accessible-name", G_CALLBACK(signal_count_t::on_property),
-                   &renamed);
+  const gui_test::handler_t connected7(label, "property-change::accessible-name",
+                                       G_CALLBACK(signal_count_t::on_property), &renamed);
   m_caption->SetCaption("Indexing");
   EXPECT_EQ(changes.seen, (std::vector<std::string>{"delete 0 14 Symbols loaded", "insert 0 8 Indexing"}));
   EXPECT_EQ(renamed.count, 1);
@@ -263,8 +267,8 @@ TEST_F(accessible_test, a_message_card_is_a_panel_named_by_its_header_which_name
   EXPECT_EQ(atk_object_get_parent(gauge), panel);
   EXPECT_STREQ(atk_object_get_name(gauge), "Indexing");
   signal_count_t renamed;
-  g_signal_connect(gauge, "property-change::accessible-name", G_CALLBACK(signal_count_t::on_property),
-                   &renamed);
+  const gui_test::handler_t connected8(gauge, "property-change::accessible-name",
+                                       G_CALLBACK(signal_count_t::on_property), &renamed);
   card->GetCaption()->SetCaption("Scanning");
   EXPECT_EQ(renamed.count, 1);
   EXPECT_STREQ(atk_object_get_name(panel), "Scanning");
@@ -281,7 +285,8 @@ TEST_F(accessible_test, children_of_a_hidden_layout_box_leave_the_list_in_its_pl
   EXPECT_STREQ(atk_object_get_name(inside.get()), "Inside");
   EXPECT_EQ(atk_object_get_index_in_parent(inside.get()), 2);
   signal_count_t removed;
-  g_signal_connect(host(), "children-changed::remove", G_CALLBACK(signal_count_t::on_children), &removed);
+  const gui_test::handler_t connected9(host(), "children-changed::remove",
+                                       G_CALLBACK(signal_count_t::on_children), &removed);
   column->SetVisible(false);
   EXPECT_EQ(removed.count, 1);
   EXPECT_EQ(removed.index, 2);
@@ -299,8 +304,8 @@ TEST_F(accessible_test, a_gauge_gives_its_percentage_as_value_and_announces_chan
   EXPECT_EQ(atk_object_get_role(object), ATK_ROLE_PROGRESS_BAR);
   ASSERT_TRUE(ATK_IS_VALUE(object));
   signal_count_t changes;
-  g_signal_connect(object, "property-change::accessible-value", G_CALLBACK(signal_count_t::on_property),
-                   &changes);
+  const gui_test::handler_t connected10(object, "property-change::accessible-value",
+                                        G_CALLBACK(signal_count_t::on_property), &changes);
   gauge->SetPos(50);
   EXPECT_EQ(changes.count, 1);
   gdouble value = 0;
@@ -472,8 +477,10 @@ TEST_F(accessible_line_column_test, scrolling_reports_the_lines_that_leave_and_c
   object_ref_t first(ATK_OBJECT(g_object_ref(listed_child(column(), 0))));
   child_names_t added;
   child_names_t removed;
-  g_signal_connect(column(), "children-changed::add", G_CALLBACK(child_names_t::on_child), &added);
-  g_signal_connect(column(), "children-changed::remove", G_CALLBACK(child_names_t::on_child), &removed);
+  const gui_test::handler_t connected11(column(), "children-changed::add",
+                                        G_CALLBACK(child_names_t::on_child), &added);
+  const gui_test::handler_t connected12(column(), "children-changed::remove",
+                                        G_CALLBACK(child_names_t::on_child), &removed);
   scroll_to_line(500);
   const std::vector<std::string> after = lines_in_view();
   ASSERT_TRUE(gui_test::wait_until([&] { return added.names.size() + 1 == after.size(); }));
@@ -536,8 +543,10 @@ TEST_F(accessible_line_column_test, a_new_line_is_announced_with_its_urgency_whe
   ASSERT_FALSE(child_names().empty());  // a client knows the column
   child_names_t added;
   child_names_t removed;
-  g_signal_connect(column(), "children-changed::add", G_CALLBACK(child_names_t::on_child), &added);
-  g_signal_connect(column(), "children-changed::remove", G_CALLBACK(child_names_t::on_child), &removed);
+  const gui_test::handler_t connected13(column(), "children-changed::add",
+                                        G_CALLBACK(child_names_t::on_child), &added);
+  const gui_test::handler_t connected14(column(), "children-changed::remove",
+                                        G_CALLBACK(child_names_t::on_child), &removed);
   m_lines.emplace_back("error: disk full");
   m_column->LinesAdded();
   layout();

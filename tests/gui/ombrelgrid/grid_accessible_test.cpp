@@ -138,7 +138,8 @@ TEST_F(grid_accessible_test, a_tick_is_a_check_box_whose_toggle_action_toggles_i
   ASSERT_TRUE(ATK_IS_ACTION(tick));
   EXPECT_STREQ(atk_action_get_name(ATK_ACTION(tick), 0), "toggle");
   checked_changes_t changes;
-  g_signal_connect(tick, "state-change", G_CALLBACK(checked_changes_t::on_state), &changes);
+  const gui_test::handler_t connected1(tick, "state-change", G_CALLBACK(checked_changes_t::on_state),
+                                       &changes);
   ASSERT_TRUE(atk_action_do_action(ATK_ACTION(tick), 0));
   ASSERT_TRUE(gui_test::wait_until([&] { return changes.count > 0; }));
   EXPECT_FALSE(changes.last);
@@ -176,10 +177,11 @@ TEST_F(grid_accessible_test, a_changed_text_or_tick_of_the_model_is_told) {
   AtkObject* tick = listed_child(row(2), 1);
   int names = 0;
   checked_changes_t changes;
-  g_signal_connect(cell, "notify::accessible-name",
-                   G_CALLBACK(+[](GObject*, GParamSpec*, gpointer count) { ++*static_cast<int*>(count); }),
-                   &names);
-  g_signal_connect(tick, "state-change", G_CALLBACK(checked_changes_t::on_state), &changes);
+  const gui_test::handler_t connected2(
+      cell, "notify::accessible-name",
+      G_CALLBACK(+[](GObject*, GParamSpec*, gpointer count) { ++*static_cast<int*>(count); }), &names);
+  const gui_test::handler_t connected3(tick, "state-change", G_CALLBACK(checked_changes_t::on_state),
+                                       &changes);
   m_grid->Refresh();  // nothing changed: nothing is told
   EXPECT_EQ(names, 0);
   auto* item = dynamic_cast<Property<std::string>*>(model()->getPropertyByRow(1));

@@ -80,7 +80,8 @@ TEST_F(element_accessible_test, the_click_action_presses_the_button) {
 TEST_F(element_accessible_test, a_removed_element_is_announced_and_turns_defunct) {
   AtkObject* label = ATK_OBJECT(g_object_ref(listed_child(host(), 0)));
   children_count_t removed;
-  g_signal_connect(host(), "children-changed::remove", G_CALLBACK(children_count_t::on), &removed);
+  const gui_test::handler_t connected1(host(), "children-changed::remove", G_CALLBACK(children_count_t::on),
+                                       &removed);
   m_text->ChangeParent(nullptr);
   m_text = nullptr;
   EXPECT_EQ(removed.count, 1);
@@ -94,7 +95,8 @@ TEST_F(element_accessible_test, a_removed_element_is_announced_and_turns_defunct
 TEST_F(element_accessible_test, a_new_root_replaces_the_listed_children) {
   ASSERT_NE(listed_child(host(), 0), nullptr);
   children_count_t added;
-  g_signal_connect(host(), "children-changed::add", G_CALLBACK(children_count_t::on), &added);
+  const gui_test::handler_t connected2(host(), "children-changed::add", G_CALLBACK(children_count_t::on),
+                                       &added);
   element_ptr other = new RectangleElement(nullptr, pos_none);
   auto* caption = new TextElement(other, pos_top);
   caption->SetText("Other page");
@@ -119,7 +121,7 @@ TEST_F(element_accessible_test, a_button_that_opens_something_is_expandable_and_
       }
     }
   } opened;
-  g_signal_connect(button, "state-change", G_CALLBACK(changes_t::on), &opened);
+  const gui_test::handler_t connected3(button, "state-change", G_CALLBACK(changes_t::on), &opened);
   m_button->SetAccessibleExpanded(true);
   EXPECT_EQ(opened.count, 1);
   EXPECT_TRUE(has_state(button, ATK_STATE_EXPANDED));
@@ -135,7 +137,7 @@ TEST_F(element_accessible_test, the_focused_button_is_announced) {
       *static_cast<int*>(count) += std::string(name) == "focused" ? (on ? 1 : -10) : 0;
     }
   };
-  g_signal_connect(button, "state-change", G_CALLBACK(on_state::on), &focused);
+  const gui_test::handler_t connected4(button, "state-change", G_CALLBACK(on_state::on), &focused);
   wxKeyEvent tab(wxEVT_KEY_DOWN);
   tab.m_keyCode = WXK_TAB;
   tab.SetEventObject(m_window.panel);

@@ -26,6 +26,25 @@ inline AtkObject* listed_child(AtkObject* parent, int index) {
   return child.get();
 }
 
+/// A signal handler connected for the scope and disconnected at its end: signals sent
+/// later, as the windows are taken down after the test, must not reach the scope's dead
+/// counters. Holds a reference to the object meanwhile.
+class handler_t {
+ public:
+  handler_t(gpointer instance, const char* signal, GCallback callback, gpointer data)
+      : m_instance(g_object_ref(instance)), m_id(g_signal_connect(instance, signal, callback, data)) {}
+  ~handler_t() {
+    g_signal_handler_disconnect(m_instance, m_id);
+    g_object_unref(m_instance);
+  }
+  handler_t(const handler_t&) = delete;
+  handler_t& operator=(const handler_t&) = delete;
+
+ private:
+  gpointer m_instance;
+  gulong m_id;
+};
+
 inline bool has_state(AtkObject* object, AtkStateType state) {
   AtkStateSet* set = atk_object_ref_state_set(object);
   const bool has = atk_state_set_contains_state(set, state);
