@@ -1,78 +1,240 @@
-// Time from show_modal to the dialog's first paint: the first show of a new dialog
-// (loading its layout) and a second show of the same dialog. Needs a display: run under
-// `xvfb-run -a -s '-screen 0 1600x1200x24'` where there is none.
+// Time from the show to the first paint, for a dialog of the library and for the same
+// layout shown the way a host without the library would: wxXmlResource into a plain
+// wxDialog. Each shows a new dialog (loading its layout) and a dialog shown before; the
+// same again for the largest preference page in a host dialog. Wall time decides; the
+// process's CPU time over the same span is the counter "cpu_ms". Needs a display: run
+// under `xvfb-run -a -s '-screen 0 1600x1200x24'` where there is none.
+#include "ratio_reporter.h"
 #include "wx_session.h"
 
 #include <tamsel3/dialog_base.h>
+#include <tamsel3/editor_data.h>
+#include <tamsel3/editor_pp.h>
+#include <tamsel3/resource.h>
 
 #include <benchmark/benchmark.h>
-#include <wx/app.h>
-#include <wx/init.h>
+#include <wx/dialog.h>
+#include <wx/filesys.h>
+#include <wx/fs_zip.h>
+#include <wx/sizer.h>
+#include <wx/xrc/xmlres.h>
 
 #include <chrono>
+#include <ctime>
+#include <functional>
 #include <memory>
 
 namespace {
 
 using clock_type = std::chrono::steady_clock;
 
-class timed_dialog_t : public tamsel3::dialog_base_t {
+double process_cpu_seconds() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+// Wall and CPU seconds from a show to the first paint of a window.
+struct span_t {
+  double wall = 0;
+  double cpu = 0;
+};
+
+// Watches `window` for its first paint after `start`, then ends the modal run of `dialog`.
+class paint_watch_t {
  public:
-  timed_dialog_t() {
-    m_object_name = "dlg.frame_test";
-    Bind(wxEVT_PAINT, &timed_dialog_t::on_paint, this);
+  paint_watch_t(wxWindow* window, wxDialog* dialog) : m_dialog(dialog) {
+    window->Bind(wxEVT_PAINT, &paint_watch_t::on_paint, this);
   }
 
-  // Shows the dialog modally and returns the seconds until its first paint.
-  double time_to_first_paint() {
+  void start() {
     m_painted = false;
-    m_start = clock_type::now();
-    show_modal(nullptr);
-    return std::chrono::duration<double>(m_paint_time - m_start).count();
+    m_span = span_t{};
+    m_wall_start = clock_type::now();
+    m_cpu_start = process_cpu_seconds();
   }
+  const span_t& span() const { return m_span; }
 
  private:
   void on_paint(wxPaintEvent& event) {
     event.Skip();
-    if (!m_painted) {
-      m_painted = true;
-      m_paint_time = clock_type::now();
-      CallAfter([this] { EndModal(wxID_OK); });
+    if (m_painted) {
+      return;
     }
+    m_painted = true;
+    m_span.wall = std::chrono::duration<double>(clock_type::now() - m_wall_start).count();
+    m_span.cpu = process_cpu_seconds() - m_cpu_start;
+    wxDialog* dialog = m_dialog;
+    dialog->CallAfter([dialog] { dialog->EndModal(wxID_OK); });
   }
 
+  wxDialog* m_dialog;
   bool m_painted = false;
-  clock_type::time_point m_start;
-  clock_type::time_point m_paint_time;
+  span_t m_span;
+  clock_type::time_point m_wall_start;
+  double m_cpu_start = 0;
 };
 
+std::string layout_file() { return tamsel3::create_resource_filename("tamsel3.dat", "tamsel.xrc"); }
+
+// The layouts as a host would open them: once, by wx's own resource object.
+wxXmlResource& plain_resource() {
+  static wxXmlResource* const resource = [] {
+    if (!wxFileSystem::HasHandlerForPath("x.dat#zip:y")) {
+      wxFileSystem::AddHandler(new wxZipFSHandler);
+    }
+    auto* loaded = new wxXmlResource(0);
+    loaded->InitAllHandlers();
+    loaded->Load(wxString::FromUTF8(layout_file()));
+    return loaded;
+  }();
+  return *resource;
+}
+
+// ---- dialogs ---------------------------------------------------------------------------
+
+class library_dialog_t : public tamsel3::dialog_base_t {
+ public:
+  library_dialog_t() : m_watch(this, this) { m_object_name = "dlg.frame_test"; }
+  span_t show() {
+    m_watch.start();
+    show_modal(nullptr);
+    return m_watch.span();
+  }
+
+ private:
+  paint_watch_t m_watch;
+};
+
+class plain_dialog_t : public wxDialog {
+ public:
+  plain_dialog_t() : m_watch(this, this) {}
+  span_t show() {
+    m_watch.start();
+    if (!m_loaded) {
+      m_loaded = plain_resource().LoadDialog(this, nullptr, "dlg.frame_test");
+    }
+    ShowModal();
+    return m_watch.span();
+  }
+
+ private:
+  paint_watch_t m_watch;
+  bool m_loaded = false;
+};
+
+// ---- the largest preference page in a host dialog -----------------------------------------
+
+// As a host embeds a page of the library: created into its dialog, which it fits.
+class library_page_host_t : public wxDialog {
+ public:
+  library_page_host_t()
+      : wxDialog(nullptr, wxID_ANY, "Preferences", wxDefaultPosition, wxDefaultSize,
+                 wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+        m_page(new tamsel3::editor_pp_t(tamsel3::editor_data_t(), page_flags)),
+        m_watch(m_page, this) {}
+  span_t show() {
+    m_watch.start();
+    if (!m_page->is_loaded()) {
+      m_page->create(this);
+      auto* sizer = new wxBoxSizer(wxVERTICAL);
+      sizer->Add(m_page, 1, wxEXPAND);
+      SetSizerAndFit(sizer);
+    }
+    ShowModal();
+    return m_watch.span();
+  }
+
+ private:
+  static constexpr int page_flags = tamsel3::editor_pp_t::show_language_list |
+                                    tamsel3::editor_pp_t::show_default | tamsel3::editor_pp_t::show_info;
+  tamsel3::editor_pp_t* m_page;
+  paint_watch_t m_watch;
+};
+
+class plain_page_host_t : public wxDialog {
+ public:
+  plain_page_host_t()
+      : wxDialog(nullptr, wxID_ANY, "Preferences", wxDefaultPosition, wxDefaultSize,
+                 wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+        m_page(new wxPanel),
+        m_watch(m_page, this) {}
+  span_t show() {
+    m_watch.start();
+    if (!m_loaded) {
+      m_loaded = plain_resource().LoadPanel(m_page, this, "pref.editor");
+      auto* sizer = new wxBoxSizer(wxVERTICAL);
+      sizer->Add(m_page, 1, wxEXPAND);
+      SetSizerAndFit(sizer);
+    }
+    ShowModal();
+    return m_watch.span();
+  }
+
+ private:
+  wxPanel* m_page;
+  paint_watch_t m_watch;
+  bool m_loaded = false;
+};
+
+// ---- cases --------------------------------------------------------------------------------
+
+void record(benchmark::State& state, const span_t& span, double& cpu_total) {
+  state.SetIterationTime(span.wall);
+  cpu_total += span.cpu;
+}
+
+void report_cpu(benchmark::State& state, double cpu_total) {
+  state.counters["cpu_ms"] = benchmark::Counter(cpu_total * 1e3, benchmark::Counter::kAvgIterations);
+}
+
+// A new window for every show.
+template <class Window>
 void first_show(benchmark::State& state) {
+  double cpu_total = 0;
   for (auto _ : state) {
-    auto dialog = std::make_unique<timed_dialog_t>();
-    state.SetIterationTime(dialog->time_to_first_paint());
+    auto* window = new Window;
+    record(state, window->show(), cpu_total);
+    window->Destroy();
   }
+  report_cpu(state, cpu_total);
 }
 
+// One window, shown once before the timed shows.
+template <class Window>
 void second_show(benchmark::State& state) {
-  timed_dialog_t dialog;
-  dialog.time_to_first_paint();
+  auto* window = new Window;
+  window->show();
+  double cpu_total = 0;
   for (auto _ : state) {
-    state.SetIterationTime(dialog.time_to_first_paint());
+    record(state, window->show(), cpu_total);
   }
+  report_cpu(state, cpu_total);
+  window->Destroy();
 }
 
-BENCHMARK(first_show)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
-BENCHMARK(second_show)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
+void register_pair(const char* name, const std::function<void(benchmark::State&)>& library,
+                   const std::function<void(benchmark::State&)>& plain) {
+  for (const auto& [side, run] : {std::pair{"tamsel3", library}, std::pair{"wx", plain}}) {
+    benchmark::RegisterBenchmark((std::string(name) + "/" + side).c_str(), run)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(50);
+  }
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  const bench_support::wx_session_t session(argc, argv);
+  int wx_argc = 1;
+  char* wx_argv[] = {argv[0], nullptr};
+  const bench_support::wx_session_t session(wx_argc, wx_argv);
   if (!session.ok()) {
     return 1;
   }
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
+  register_pair("first_show", first_show<library_dialog_t>, first_show<plain_dialog_t>);
+  register_pair("second_show", second_show<library_dialog_t>, second_show<plain_dialog_t>);
+  register_pair("page_first_show", first_show<library_page_host_t>, first_show<plain_page_host_t>);
+  register_pair("page_second_show", second_show<library_page_host_t>, second_show<plain_page_host_t>);
+  return bench_support::run_with_ratios(argc, argv, "tamsel3", {"wx"}, bench_support::time_basis_t::wall);
 }

@@ -63,6 +63,17 @@ int dialog_base_t::show_modal(wxWindow* parent) {
 
 void dialog_base_t::help_activated() { on_help(); }
 
+bool dialog_base_t::Show(bool show) {
+  const bool changed = generic_base_t<dummy>::Show(show);
+  // The toolkit paints at its next frame, which comes no sooner than a frame's time after
+  // the window's last one: a dialog shown again soon after waited for it. It is laid out
+  // and initialised by now, so it paints at once.
+  if (show && changed) {
+    Update();
+  }
+  return changed;
+}
+
 bool dialog_base_t::show_nonmodal(wxWindow* parent, bool show) {
   if (!m_loaded) {
     m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_object_name);

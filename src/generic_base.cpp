@@ -11,6 +11,7 @@
 #include <quern2/product_locations.h>
 
 #include <wx/app.h>
+#include <wx/settings.h>
 #include <wx/textctrl.h>
 #include <wx/weakref.h>
 #include <wx/xrc/xmlres.h>
@@ -21,6 +22,16 @@ namespace tamsel3 {
 namespace {
 
 constexpr long default_max_len = 10000;
+
+// wx tells only its window classes whether a window was given a font; one that wasn't shows
+// its class's default, which is the toolkit's font. Asking GetFont would make a widget to
+// find that default.
+class font_probe_t : public wxWindow {
+ public:
+  static bool has_font(const wxWindow& window) { return (window.*(&font_probe_t::m_font)).IsOk(); }
+};
+
+bool has_own_font(const wxWindow& window) { return font_probe_t::has_font(window); }
 
 const char* const path_message_keys[] = {"path.nonexisting",    "path.nonexisting_parent_dir",
                                          "path.empty_relative", "path.enter_valid_path",
@@ -70,9 +81,14 @@ void generic_base_t<T>::on_help() {}
 
 template <class T>
 void generic_base_t<T>::on_update_ui_settings() {
-  const korvat2::intrusive_pointer_t<plaxi1::ui_settings_t> settings = plaxi1::ui_settings_t::get();
+  const wxFont font = plaxi1::ui_settings_t::get()->get_font(plaxi1::font_normal);
+  // Setting a font restyles the widget and measures it again, which would be most of the
+  // cost of a show: a child that was given no font shows the toolkit's already.
+  const bool toolkit_font = font == wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
   for (wxWindow* child : this->GetChildren()) {
-    child->SetFont(settings->get_font(plaxi1::font_normal));
+    if (!toolkit_font || has_own_font(*child)) {
+      child->SetFont(font);
+    }
   }
 }
 

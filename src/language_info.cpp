@@ -5,9 +5,8 @@
 #include <zandor/strings.h>
 #include <zandor/varg_list.h>
 
-#include <boost/regex.hpp>
-
 #include <map>
+#include <regex>
 
 namespace tamsel3 {
 namespace {
@@ -26,6 +25,20 @@ table_t& name_table() {
 }
 
 const char* const any_extension = ".*";
+
+// The tables are written in Perl's syntax, where "c++" is a possessive repeat. Standard
+// expressions know no possessive form; at the end of a branch that must match to the end
+// of the text, the greedy repeat matches the same texts.
+std::regex compile(const std::string& perl_expression) {
+  std::string expression;
+  for (const char c : perl_expression) {
+    if (c == '+' && !expression.empty() && expression.back() == '+') {
+      continue;
+    }
+    expression += c;
+  }
+  return std::regex(expression);
+}
 
 void set_up_tables() {
   table_t& extensions = extension_table();
@@ -60,8 +73,7 @@ language_info::language_t language_info::get_language(const std::string& file_na
   }
   for (const auto& row : extension_table()) {
     // Compiled afresh for every row and call; nothing is cached.
-    const boost::regex expression(row.second);
-    if (boost::regex_match(ext, expression)) {
+    if (std::regex_match(ext, compile(row.second))) {
       return row.first;
     }
   }

@@ -27,6 +27,9 @@ class TAMSEL3_API dialog_base_t : public generic_base_t<dummy> {
   virtual int show_modal(wxWindow* parent);
   /// Help was asked for by the modal callback: as the Help button, `on_help`.
   void help_activated() override;
+  /// Shows or hides the dialog as wxDialog does; a dialog that appears paints at once,
+  /// after its initialisation, rather than at the toolkit's next frame.
+  bool Show(bool show = true) override;
 
   /// Shows or hides the dialog without a modal loop; false when the layout couldn't be
   /// loaded, else the result of Show.

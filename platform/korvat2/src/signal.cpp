@@ -1,4 +1,5 @@
 #include <korvat2/signal.h>
+#include <korvat2/signal_snapshot.h>
 
 #include <cstring>
 #include <new>
@@ -115,6 +116,12 @@ void connection_list_t::release_storage() {
 subscriber_base_t::~subscriber_base_t() { disconnect_all_signals(); }
 
 void subscriber_base_t::disconnect_all_signals() {
+  // Left first: until then a signal may still take the token into a new snapshot.
+  leave_all_signals();
+  end_liveness();
+}
+
+void subscriber_base_t::leave_all_signals() {
   // No entry left and nobody inside the mutex: no signal knows this receiver, and none can
   // come to know it while it dies, so there is nothing to wait for. The count is read
   // first: a signal that took the last entry out did so holding the mutex.

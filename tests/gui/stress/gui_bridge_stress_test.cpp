@@ -1,5 +1,6 @@
-// Worker threads post emissions of one signal to the GUI thread while the GUI thread keeps
-// replacing the signal's subscribers, for a bounded number of posts.
+// Worker threads post emissions of one signal to the GUI thread while the GUI thread (and
+// in the second test a thread of its own too) keeps replacing the signal's subscribers,
+// for a bounded number of posts.
 #include <plaxi1/tasks.h>
 
 #include "gui_test.h"
@@ -138,6 +139,8 @@ struct handshake_t {
   std::condition_variable changed;
   int gated = 0;  // workers that posted their first window
   bool stop = false;
+  // The sequence that each worker is about to post, stored before the post begins.
+  std::array<std::atomic<int>, thread_count> started{};
 
   void notify() {
     { std::lock_guard<std::mutex> lock(mutex); }
@@ -156,6 +159,7 @@ void worker(int self, int posts, emitter_t& emitter, const stable_subscriber_t& 
         return;
       }
     }
+    handshake.started[static_cast<std::size_t>(self)].store(sequence);
     PostSignal(emitter.signal, self, sequence);
     if (sequence + 1 == std::min(window, posts)) {
       {
@@ -257,6 +261,216 @@ TEST(gui_bridge_stress, posts_from_four_workers_reach_changing_subscribers_in_or
   EXPECT_GT(state.rotating_calls, 0);
   std::printf("gui bridge stress: %d workers x %d posts, %d subscribers replaced, %.1f s\n", thread_count,
               posts, rotations, seconds);
+}
+
+// What the witnesses found wrong, from the GUI thread and the reaping thread.
+struct verdict_t {
+  explicit verdict_t(int posts)
+      : left(static_cast<std::size_t>(posts) * thread_count / rotate_every * 2 + 64) {}
+
+  // Whether each witness, by id, has left its signals: kept outside the witnesses, so
+  // that a call reaching a destroyed one is seen.
+  std::vector<std::atomic<bool>> left;
+  std::atomic<int> next_id{0};
+  std::atomic<int> lost{0};
+  std::atomic<int> early{0};
+  std::atomic<int> twice_or_out_of_order{0};
+  std::atomic<int> after_leaving{0};
+  std::atomic<int> wrong_thread{0};
+  std::atomic<int> checked{0};
+  std::atomic<long> calls{0};
+};
+
+// A subscriber that lives for a while during the run and checks, as it dies, that it got
+// from each worker every post made while it was connected and delivered while it lived,
+// each once and in order.
+class witness_t : public subscriber_base_t {
+ public:
+  witness_t(verdict_t& verdict, std::thread::id gui_thread)
+      : m_verdict(verdict), m_gui_thread(gui_thread), m_id(static_cast<std::size_t>(verdict.next_id++)) {}
+  // Leaves first, as a receiver dying off the GUI thread must: a running call ends before.
+  ~witness_t() override {
+    disconnect_all_signals();
+    m_verdict.left.at(m_id).store(true);
+    check();
+  }
+
+  /// Connects to `signal`: the posts that each worker finished before may not arrive, and
+  /// those that it begins after must.
+  void connect_to(signal_t<int, int>& signal, const handshake_t& handshake) {
+    for (std::size_t self = 0; self < thread_count; ++self) {
+      m_before[self] = handshake.started[self].load();
+    }
+    signal.connect(this, &witness_t::on_emit);
+    for (std::size_t self = 0; self < thread_count; ++self) {
+      m_from[self] = handshake.started[self].load() + 1;
+    }
+  }
+  /// Before dying: the stable subscriber's deliveries now, and how many of the last of
+  /// them may still be on their way to this one (a delivery may be running elsewhere).
+  void dying(const stable_subscriber_t& stable, int in_flight) {
+    for (int self = 0; self < thread_count; ++self) {
+      m_until[static_cast<std::size_t>(self)] = stable.delivered(self) - 1 - in_flight;
+    }
+  }
+
+  void on_emit(int thread, int sequence) {
+    m_verdict.after_leaving += m_verdict.left.at(m_id).load() ? 1 : 0;
+    m_verdict.wrong_thread += std::this_thread::get_id() != m_gui_thread ? 1 : 0;
+    const auto index = static_cast<std::size_t>(thread);
+    if (m_last[index] >= 0 && sequence != m_last[index] + 1) {
+      ++m_verdict.twice_or_out_of_order;
+    }
+    if (m_first[index] < 0) {
+      m_first[index] = sequence;
+    }
+    m_last[index] = sequence;
+    ++m_verdict.calls;
+  }
+
+ private:
+  // The run of each worker's posts that it got has no gaps (on_emit sees to that), so it
+  // must begin at or before the first post that had to come and end at or after the last.
+  void check() {
+    for (std::size_t self = 0; self < thread_count; ++self) {
+      if (m_first[self] >= 0 && m_first[self] < m_before[self]) {
+        ++m_verdict.early;
+      }
+      if (m_until[self] < m_from[self]) {
+        continue;  // nothing had to come
+      }
+      if (m_first[self] < 0 || m_first[self] > m_from[self] || m_last[self] < m_until[self]) {
+        ++m_verdict.lost;
+      }
+    }
+    ++m_verdict.checked;
+  }
+
+  verdict_t& m_verdict;
+  const std::thread::id m_gui_thread;
+  const std::size_t m_id;
+  std::array<int, thread_count> m_before{};
+  std::array<int, thread_count> m_from{};
+  std::array<int, thread_count> m_until{-1, -1, -1, -1};
+  std::array<int, thread_count> m_first{-1, -1, -1, -1};
+  std::array<int, thread_count> m_last{-1, -1, -1, -1};
+};
+
+int delivered_total(const stable_subscriber_t& stable) {
+  int total = 0;
+  for (int self = 0; self < thread_count; ++self) {
+    total += stable.delivered(self);
+  }
+  return total;
+}
+
+// Makes, connects and destroys witnesses on its own thread, one at a time, each living for
+// some deliveries, until told to stop.
+int reap(emitter_t& emitter, const stable_subscriber_t& stable, handshake_t& handshake, verdict_t& verdict,
+         std::thread::id gui_thread) {
+  int reaped = 0;
+  for (;;) {
+    auto witness = std::make_unique<witness_t>(verdict, gui_thread);
+    witness->connect_to(emitter.signal, handshake);
+    const int target = delivered_total(stable) + rotate_every;
+    bool stop = false;
+    {
+      std::unique_lock<std::mutex> lock(handshake.mutex);
+      handshake.changed.wait(lock, [&] { return handshake.stop || delivered_total(stable) >= target; });
+      stop = handshake.stop;
+    }
+    // The GUI thread may be between the stable subscriber and this one in a delivery.
+    witness->dying(stable, 1);
+    witness.reset();
+    ++reaped;
+    if (stop) {
+      return reaped;
+    }
+  }
+}
+
+TEST(gui_bridge_stress, subscribers_dying_on_two_threads_miss_nothing_of_their_lifetime) {
+  const int posts = posts_per_thread();
+  const long total = static_cast<long>(posts) * thread_count;
+  const std::thread::id gui_thread = std::this_thread::get_id();
+  verdict_t verdict(posts);
+  emitter_t emitter;
+  stable_subscriber_t stable;
+  emitter.signal.connect(&stable, &stable_subscriber_t::on_emit);
+  handshake_t handshake;
+  for (std::atomic<int>& started : handshake.started) {
+    started.store(-1);
+  }
+
+  std::deque<std::unique_ptr<witness_t>> rotating;
+  const auto add_witness = [&] {
+    rotating.push_back(std::make_unique<witness_t>(verdict, gui_thread));
+    rotating.back()->connect_to(emitter.signal, handshake);
+  };
+  const auto destroy_oldest = [&] {
+    rotating.front()->dying(stable, 0);  // between deliveries: nothing is on its way
+    rotating.pop_front();
+  };
+  for (int i = 0; i < rotating_count; ++i) {
+    add_witness();
+  }
+
+  const auto started = std::chrono::steady_clock::now();
+  std::vector<std::thread> workers;
+  for (int self = 0; self < thread_count; ++self) {
+    workers.emplace_back(worker, self, posts, std::ref(emitter), std::cref(stable), std::ref(handshake));
+  }
+  int reaped = 0;
+  std::thread reaper([&] { reaped = reap(emitter, stable, handshake, verdict, gui_thread); });
+
+  bool delivered = true;
+  int rotations = 0;
+  while (delivered && stable.total() < total) {
+    const long target = std::min(total, stable.total() + rotate_every);
+    delivered = gui_test::wait_until([&] { return stable.total() >= target; }, bound_ms);
+    handshake.notify();
+    destroy_oldest();
+    add_witness();
+    ++rotations;
+  }
+  {
+    std::lock_guard<std::mutex> lock(handshake.mutex);
+    handshake.stop = true;
+  }
+  handshake.changed.notify_all();
+  for (std::thread& thread : workers) {
+    thread.join();
+  }
+  reaper.join();
+  const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+  EXPECT_TRUE(gui_test::wait_until(
+      [] {
+        return plaxi1::tasks::Scheduler::Get(
+                   korvat2::intrusive_pointer_t<plaxi1::tasks::ISchedulerStatusCallback>())
+                   ->GetPendingCount() == 0;
+      },
+      bound_ms));
+  gui_test::pump();
+  while (!rotating.empty()) {
+    destroy_oldest();
+  }
+
+  ASSERT_TRUE(delivered) << "deliveries stopped after " << stable.total() << " of " << total;
+  EXPECT_EQ(stable.total(), total);
+  EXPECT_EQ(stable.out_of_order(), 0);
+  EXPECT_EQ(verdict.lost.load(), 0);
+  EXPECT_EQ(verdict.early.load(), 0);
+  EXPECT_EQ(verdict.twice_or_out_of_order.load(), 0);
+  EXPECT_EQ(verdict.after_leaving.load(), 0);
+  EXPECT_EQ(verdict.wrong_thread.load(), 0);
+  EXPECT_EQ(verdict.checked.load(), rotations + rotating_count + reaped);
+  EXPECT_GT(rotations, 0);
+  EXPECT_GT(reaped, 1);
+  EXPECT_GT(verdict.calls.load(), 0);
+  std::printf(
+      "gui bridge witnesses: %d workers x %d posts, %d replaced on the GUI thread, %d on another, "
+      "%.1f s\n",
+      thread_count, posts, rotations, reaped, seconds);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <korvat2/path.h>
 #include <korvat2/pointers.h>
 #include <korvat2/signal.h>
+#include <korvat2/signal_snapshot.h>
 #include <korvat2/system.h>
 #include <korvat2/system_editor.h>
 #include <korvat2/threading.h>

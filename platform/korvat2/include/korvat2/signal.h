@@ -13,6 +13,10 @@ namespace korvat2::_internal {
 
 class signal_base_t;
 class subscriber_base_t;
+class liveness_t;
+class snapshot_base_t;
+template <class... A>
+class signal_snapshot_t;
 
 /// Fills the argument places of a signal that are not in use.
 struct dummy_t {};
@@ -72,6 +76,13 @@ class subscriber_base_t {
   // exactly while its signal is set.
   void link(subscriber_entry_t& entry, signal_base_t* signal);
   void unlink(subscriber_entry_t& entry);
+  void leave_all_signals();
+  /// The liveness token, made on first use, with a count for the caller. Only under the
+  /// mutex of a signal that this receiver is connected to: it can't die meanwhile.
+  liveness_t* share_liveness();
+  /// Tells the holders of the token that this receiver is gone, waiting for a call through
+  /// it on another thread to end, and lets go of it.
+  void end_liveness();
 
   // One entry per connection made, in order; a ring around this head.
   subscriber_entry_t m_signals;
@@ -79,6 +90,9 @@ class subscriber_base_t {
   // to see that no signal knows it.
   std::atomic<std::uint32_t> m_entry_count{0};
   threading::mutex_t m_subscriber_mutex;
+  // Made by the first snapshot that holds this receiver; shared by every later one until
+  // the receiver leaves its signals.
+  std::atomic<liveness_t*> m_liveness{nullptr};
 };
 
 /// The address of a receiver's member function, called with the receiver's address and
@@ -97,7 +111,7 @@ struct connection_slot_t {
 /// The signal's connections in order, side by side, so that an emission walks them without
 /// chasing pointers. Appending may move the slots: a walk holds an index, never an address,
 /// across a call. The first slot and the first entry live inside the list, so that a signal
-/// with one connection, the usual case and every posted snapshot of one, allocates nothing.
+/// with one connection, the usual case, allocates nothing.
 class connection_list_t {
  public:
   connection_list_t() = default;
@@ -189,6 +203,9 @@ class signal_base_t : public subscriber_base_t {
 
   /// Adds each connection of `source` that this signal doesn't hold yet.
   void copy_connections_from(const signal_base_t& source);
+  /// Appends the live connections to `snapshot`, in order, each with its receiver's
+  /// liveness token; touches no receiver's list or mutex.
+  void _snapshot_into(snapshot_base_t& snapshot) const;
   /// Number of live (not blanked) connections.
   std::size_t connection_count() const;
   bool empty() const { return connection_count() == 0; }
@@ -313,6 +330,9 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
   using state_t = signal_base_t::onstack_signal_state_t;
 
  public:
+  /// What `signal_snapshot_t` keeps of this signal's receivers.
+  using snapshot_t = signal_snapshot_t<A...>;
+
   signal_t() = default;
   signal_t(const signal_t&) = default;
   signal_t& operator=(const signal_t&) = default;
@@ -359,16 +379,10 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
       // which may move the slots, and what it appends is reached by this walk.
       for (std::size_t index = 0; index < this->m_connections.size(); ++index) {
         const connection_slot_t& slot = this->m_connections[index];
-        const connection_t& connection = slot.connection;
-        if (slot.direct) {
-          // One indirect call instead of two: the caster's work was done at connection.
-          auto* receiver = static_cast<char*>(connection.object) + connection.method[1];
-          reinterpret_cast<direct_t>(slot.direct)(receiver, args...);
-        } else if (!connection.empty()) {
-          reinterpret_cast<caster_t>(connection.caster)(connection.object, connection.method, args...);
-        } else {
+        if (!slot.direct && slot.connection.empty()) {
           continue;
         }
+        _call(slot, args...);
         if (!*alive) {
           signal_base_t::leave_dead_signal(state);
           return;  // the signal died inside the call
@@ -381,6 +395,18 @@ class signal_t : public signal_templ<dummy_t, dummy_t, A...> {
       throw;
     }
     this->post_call(state);
+  }
+
+  /// Calls the receiver of a slot that isn't blank, as the emission does.
+  static void _call(const connection_slot_t& slot, A&... args) {
+    const connection_t& connection = slot.connection;
+    if (slot.direct) {
+      // One indirect call instead of two: the caster's work was done at connection.
+      auto* receiver = static_cast<char*>(connection.object) + connection.method[1];
+      reinterpret_cast<direct_t>(slot.direct)(receiver, args...);
+    } else {
+      reinterpret_cast<caster_t>(connection.caster)(connection.object, connection.method, args...);
+    }
   }
 
  private:
