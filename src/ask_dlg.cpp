@@ -44,7 +44,7 @@ void ask_dlg_t::on_init_dialog() {
   const wxSize min_size = calculate_min_size();
   SetMinSize(min_size);
   SetSize(wxDefaultCoord, wxDefaultCoord, min_size.GetWidth(), min_size.GetHeight(), wxSIZE_USE_EXISTING);
-  Centre(wxBOTH);
+  place_centred();
   full_resize_update();
 }
 

@@ -25,7 +25,7 @@ void clipboard_dlg_t::on_init_dialog() {
   if (m_text_field) {
     a11y::set_name(m_text_field, GetTitle());  // no label stands by the dialog's one field
   }
-  Centre(wxBOTH);
+  place_centred();
   fill_controls();
 }
 

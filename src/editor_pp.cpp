@@ -4,6 +4,7 @@
 #include <korvat2/path.h>
 #include <korvat2/system.h>
 #include <korvat2/system_editor.h>
+#include <plaxi1/placement.h>
 #include <zandor/debug.h>
 #include <zandor/varg_list.h>
 
@@ -82,7 +83,7 @@ void editor_pp_t::on_init_dialog() {
   update_shown_controls();
   if (wxWindow* parent = GetParent()) {
     SetSize(parent->GetClientSize());
-    Centre(wxBOTH);
+    plaxi1::place_centred(this);
     Layout();
   }
 }
@@ -258,8 +259,8 @@ bool editor_pp_t::browse_for_editor(language_info::language_t language) {
     }
     if (!added) {
       wxMessageBox(wxString::FromUTF8(translate("pref.editor.custom_editors_limit_exceeded")),
-                   wxString::FromUTF8(translate("pref.editor.warning")),
-                   wxOK | wxCENTRE | wxICON_INFORMATION);
+                   wxString::FromUTF8(translate("pref.editor.warning")), wxOK | wxCENTRE | wxICON_INFORMATION,
+                   this);
     }
   }
   if (!added && browse_position > 0) {

@@ -529,7 +529,7 @@ void error_warning_dialog_t::on_init_dialog() {
   set_title(title ? title : "");
   const message_window_t data = m_panel->get_window_data();
   set_accessible_texts(this, data.m_main_message, data.m_supplemental_message);
-  Centre(wxBOTH);
+  place_centred();
 }
 
 void error_warning_dialog_t::on_update_ui_settings() {

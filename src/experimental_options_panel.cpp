@@ -185,7 +185,8 @@ bool experimental_options_panel_t::prompt_restart_now() const {
   window.m_supplemental_message = translate_message("panel.experimental.restart_prompt_description", none);
   window.m_button_type = message_window_t::buttons_yes_no;
   window.m_icon_type = message_window_t::icon_warning;
-  return show_modal(window, nullptr) == message_window_t::answer_yes;
+  // Over the page's window: a message belongs to the window it came from.
+  return show_modal(window, const_cast<experimental_options_panel_t*>(this)) == message_window_t::answer_yes;
 }
 
 }  // namespace tamsel3

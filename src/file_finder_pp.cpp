@@ -1,5 +1,7 @@
 #include <tamsel3/file_finder_pp.h>
 
+#include <plaxi1/placement.h>
+
 #include <wx/sizer.h>
 #include <wx/xrc/xmlres.h>
 
@@ -31,7 +33,7 @@ void file_finder_pp_t::on_init_dialog() {
   // The panel took its place: the placeholder has no further use.
   placeholder->Hide();
   placeholder->Destroy();
-  DoCentre(wxBOTH);
+  plaxi1::place_centred(this);
   fill_controls();
 }
 

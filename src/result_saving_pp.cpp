@@ -236,7 +236,8 @@ void result_saving_pp_t::save_settings() {
 }
 
 void result_saving_pp_t::show_warning_message(const std::string& title, const std::string& text) const {
-  show_msg_box(title, text, message_window_t::icon_warning, nullptr);
+  // Over the page's window: a message belongs to the window it came from.
+  show_msg_box(title, text, message_window_t::icon_warning, const_cast<result_saving_pp_t*>(this));
 }
 
 void result_saving_pp_t::load_messages() {

@@ -8,6 +8,7 @@
 #include <a11y/native.h>
 #include <ombrelc/ombrelc.h>
 #include <plaxi1/image_loader.h>
+#include <plaxi1/placement.h>
 
 #include <wx/bmpbuttn.h>
 #include <wx/combobox.h>
@@ -94,7 +95,7 @@ void search_dirs_panel_t::on_init_dialog() {
   build_grid();
   load_messages();
   set_grid_headers();
-  DoCentre(wxBOTH);
+  plaxi1::place_centred(this);
   load_settings();
   fill_controls();
 }

@@ -1,5 +1,6 @@
 #include <tamsel3/text_helpers.h>
 
+#include <plaxi1/placement.h>
 #include <plaxi1/tooltip.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/catalog_registry.h>
@@ -97,7 +98,9 @@ void wrap_by_parent(wxWindow* parent, wxStaticText* text, const std::string& mes
 }
 
 void move_to_visible_area(wxWindow* window) {
-  if (!window) {
+  // A Wayland compositor keeps windows on the display itself, and tells no client where
+  // they are.
+  if (!window || !plaxi1::can_place_windows()) {
     return;
   }
   const wxPoint position = window->GetScreenPosition();

@@ -10,6 +10,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev libsigc++-3.0-dev
   libgtk-3-dev libx11-dev xvfb xauth shared-mime-info doxygen
   libatk1.0-dev dbus at-spi2-core libatk-adaptor python3-pyatspi gir1.2-atspi-2.0
+  weston libweston-10-dev
 )
 
 missing=()

@@ -5,7 +5,8 @@
 # build of the cross-thread tests. The accessibility tests (label a11y) run apart, in the
 # release build: each starts its own session bus with the AT-SPI bus beside the X server,
 # and their programs load GTK's bridge to it, which every other GUI test keeps off
-# (NO_AT_BRIDGE).
+# (NO_AT_BRIDGE). The GUI tests then run again as Wayland clients of a private headless
+# Weston (tools/wayland-run.sh): with a test seat, at scale 2, and without a seat.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -14,6 +15,22 @@ tools/check-format.sh
 
 jobs=$(nproc)
 # A run with GUI tests gets one X server for all of them; they find it through DISPLAY.
+# The release build's GUI tests under Wayland. The scale-2 programs get an output of scale 2;
+# the gallery's comparison of both displays (label x11) ran in the X11 pass. Without a seat
+# there is no pointer: the gallery's pictures and the tooltip and help tests.
+wayland_passes() {
+  echo "== ci: GUI tests under Wayland"
+  tools/wayland-run.sh --seat -- ctest --preset ci -L gui -LE 'a11y|scale2|x11'
+  echo "== ci: GUI tests under Wayland at scale 2"
+  tools/wayland-run.sh --seat --scale 2 -- ctest --preset ci -L scale2
+  echo "== ci: the gallery and pointer-less tests under Wayland without a seat"
+  rm -rf build/ci/wayland-screenshots
+  tools/wayland-run.sh -- build/ci/bin/tamsel3_gallery --screenshots build/ci/wayland-screenshots
+  # Tooltips and the help key learn where the pointer is from their windows' own events, so
+  # they hold without one; a pointer resting on a window needs the seat.
+  tools/wayland-run.sh -- ctest --preset ci -L gui -R '^(tooltip_test\.|modal_test\..*help)' -E 'a_resting_mouse'
+}
+
 run_preset() {
   local preset=$1 targets=$2 display=${3:-}
   echo "== $preset: configure and build"
@@ -29,6 +46,7 @@ run_preset() {
 }
 
 run_preset ci "" display
+wayland_passes
 # The API reference: a new warning, such as an undocumented public member, fails the run.
 echo "== ci: docs"
 cmake --build --preset ci --target docs

@@ -37,7 +37,7 @@ const char* const scope_description =
 // Gives `dialog` its width first and then the height of its contents and `room` pixels more:
 // the labels that wrap to the width know their height only once they have it.
 void fit_to_width(wxDialog* dialog, int width, int room) {
-  dialog->SetSize(wxSize(width, dialog->GetSize().GetHeight()));
+  dialog->SetClientSize(wxSize(width, dialog->GetClientSize().GetHeight()));
   dialog->Layout();
   dialog->SetClientSize(dialog->GetClientSize().GetWidth(),
                         dialog->GetSizer()->GetMinSize().GetHeight() + room);

@@ -1,5 +1,5 @@
 # Runs the gallery's screenshots under a scale factor and checks that every picture has
-# the window's logical size times that factor, read from the PNG's header.
+# the logical client size of its window times that factor, read from the PNG's header.
 # cmake -DGALLERY=<program> -DFOLDER=<folder> -DSCALE=<factor> -P check_screenshot_scale.cmake
 # The caller sets GDK_SCALE to the same factor.
 file(REMOVE_RECURSE "${FOLDER}")

@@ -67,7 +67,7 @@ class search_directories_dialog_t : public wxDialog {
     all->Add(page, 1, wxEXPAND | wxALL, gap);
     all->Add(CreateSeparatedButtonSizer(wxOK | wxCANCEL), 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, gap);
     SetSizer(all);
-    SetSize(FromDIP(wxSize(dialog_width, 400)));
+    SetClientSize(FromDIP(wxSize(dialog_width, 400)));
     SetMinSize(FromDIP(wxSize(460, 300)));
   }
 

@@ -130,8 +130,9 @@ class run_t {
 // The tool's log window: a row of commands over the in-place control.
 class log_frame_t : public wxFrame, public korvat2::subscriber_base_t {
  public:
-  explicit log_frame_t(wxWindow* parent)
-      : wxFrame(parent, wxID_ANY, "Analysis log", wxDefaultPosition, wxSize(760, 560)) {
+  explicit log_frame_t(wxWindow* parent) : wxFrame(parent, wxID_ANY, "Analysis log") {
+    // Sizes are of the client area, which both X11 and Wayland give as asked.
+    SetClientSize(wxSize(760, 560));
     auto* panel = new wxPanel(this);
     auto* commands = new wxBoxSizer(wxHORIZONTAL);
     add_command(panel, commands, "Start run", [this] { start_run(0); });

@@ -1,6 +1,6 @@
 // The gallery: every window of the library, fed with realistic data. With
 // "--screenshots DIR" it writes a PNG of each window, and window_sizes.txt with each
-// window's logical size ("id width height" a line), and exits. "--language de" shows the
+// window's logical client size ("id width height" a line), and exits. "--language de" shows the
 // library's texts in that language, whatever the locale. With "--open ID" it
 // shows the window of that entry beside the list, for a look at it or at its accessible tree;
 // "--report" then prints what the window draws (element_report.h) once it is laid out, and
@@ -55,8 +55,10 @@ std::vector<entry_t> make_entries() {
 class main_frame_t : public wxFrame {
  public:
   explicit main_frame_t(const std::vector<entry_t>& entries)
-      : wxFrame(nullptr, wxID_ANY, "tamsel3 gallery", wxDefaultPosition, wxSize(760, 420)),
-        m_entries(entries) {
+      : wxFrame(nullptr, wxID_ANY, "tamsel3 gallery"), m_entries(entries) {
+    // Sizes are of the client area, which both X11 and Wayland give as asked: a Wayland
+    // window's own size also holds the decorations that GTK draws around it.
+    SetClientSize(wxSize(760, 420));
     auto* panel = new wxPanel(this);
     m_list = new wxListBox(panel, wxID_ANY);
     for (const entry_t& entry : m_entries) {
@@ -177,8 +179,11 @@ class screenshot_run_t {
     const bool saved = plaxi1::save_screenshot(window, path) && report_cut_texts(window, id) == 0;
     std::cout << (saved ? "wrote " : "FAILED ") << path << std::endl;
     if (saved) {
-      // The window's size in logical pixels, so that a check can compare the picture's.
-      m_sizes << id << ' ' << window->GetSize().x << ' ' << window->GetSize().y << '\n';
+      // The size of what the picture shows, the window's client area, in logical pixels, so
+      // that a check can compare the picture's. On Wayland the window's own size also holds
+      // the title bar and shadow that GTK draws around it.
+      const wxSize size = window->GetClientSize();
+      m_sizes << id << ' ' << size.x << ' ' << size.y << '\n';
     }
     return saved;
   }

@@ -166,7 +166,7 @@ wxDialog* make_limited_field_dialog(wxWindow* parent) {
   sizer->Add(page, 1, wxEXPAND);
   sizer->Add(dialog->CreateSeparatedButtonSizer(wxOK | wxCANCEL), 0, wxEXPAND | wxALL, 12);
   dialog->SetSizerAndFit(sizer);
-  dialog->SetSize(wxSize(420, dialog->GetSize().GetHeight()));
+  dialog->SetClientSize(wxSize(420, dialog->GetClientSize().GetHeight()));
   return dialog;
 }
 

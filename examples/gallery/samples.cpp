@@ -54,7 +54,7 @@ preferences_dialog_t::preferences_dialog_t(wxWindow* parent, tamsel3::pref_base_
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(m_page, 1, wxEXPAND);
   SetSizerAndFit(sizer);
-  SetSize(wxSize(std::max(GetSize().GetWidth(), min_width), GetSize().GetHeight()));
+  SetClientSize(wxSize(std::max(GetClientSize().GetWidth(), min_width), GetClientSize().GetHeight()));
 }
 
 void preferences_dialog_t::on_end_page(tamsel3::generic_base_t<wxPanel>*, int code) {

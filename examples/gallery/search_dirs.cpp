@@ -118,7 +118,8 @@ tamsel3::search_dirs_tab_t* make_tab(const stored_container_t& stored) {
 
 // Tall enough that every row of the sample shows, below the caption panel's message.
 void make_room_for_rows(wxDialog& dialog) {
-  dialog.SetSize(dialog.GetSize().GetWidth(), std::max(dialog.GetSize().GetHeight(), dialog.FromDIP(420)));
+  dialog.SetClientSize(dialog.GetClientSize().GetWidth(),
+                       std::max(dialog.GetClientSize().GetHeight(), dialog.FromDIP(420)));
 }
 
 // A host's dialog around the file finder page, whose layout has no buttons: OK has the page
@@ -135,7 +136,7 @@ class finder_dialog_t : public wxDialog {
     sizer->Add(m_page, 1, wxEXPAND);
     sizer->Add(CreateSeparatedButtonSizer(wxOK | wxCANCEL), 0, wxEXPAND | wxALL, FromDIP(12));
     SetSizerAndFit(sizer);
-    SetSize(FromDIP(dialog_width), GetSize().GetHeight());
+    SetClientSize(FromDIP(dialog_width), GetClientSize().GetHeight());
     Bind(wxEVT_BUTTON, &finder_dialog_t::handle_ok, this, wxID_OK);
   }
 

@@ -51,7 +51,8 @@ TAMSEL3_API void wrap_by_parent(wxWindow* parent, wxStaticText* text, const std:
 
 /// Moves a window that sticks out at the right or bottom edge of the display back onto it,
 /// keeping its size; at the bottom it goes up by twice the edge clearance more, to clear
-/// what lies at the display's edge. A null window is ignored.
+/// what lies at the display's edge. A null window is ignored, and so is every window on a
+/// Wayland display, where the compositor keeps windows on it.
 TAMSEL3_API void move_to_visible_area(wxWindow* window);
 
 /// Gives `window` a tooltip wrapped at 600 pixels that stays for two minutes.

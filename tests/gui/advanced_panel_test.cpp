@@ -1,5 +1,6 @@
 #include "fixtures.h"
 #include "gui_test.h"
+#include "input.h"
 
 #include <plaxi1/elements.h>
 #include <plaxi1/screenshot.h>
@@ -14,7 +15,6 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 
 #include <algorithm>
 #include <cmath>
@@ -75,25 +75,24 @@ class advanced_panel_test : public ::testing::Test {
     m_window->Show();
     ASSERT_TRUE(gui_test::wait_until_shown(m_panel));
     m_panel->m_open_signal.connect(&m_recorder, &state_recorder_t::on_open);
-    m_mouse.MouseMove(m_window->ClientToScreen(wxPoint(410, 310)));
+    m_mouse.move(m_window, wxPoint(410, 310));
   }
   void TearDown() override {
-    m_mouse.MouseUp();
+    m_mouse.up();
     m_window->Destroy();
     gui_test::pump();
   }
 
   ElementAdapter& adapter() { return *m_panel->m_adapter; }
 
-  /// A real click in the middle of the button, through the X server.
+  /// A real click in the middle of the button, as the display delivers it.
   void click_button() {
     const wxRect r = m_panel->m_button->GetRect();
-    const wxPoint screen = m_panel->ClientToScreen(wxPoint(r.x + r.width / 2, r.y + r.height / 2));
-    m_mouse.MouseMove(screen);
+    m_mouse.move(m_panel, wxPoint(r.x + r.width / 2, r.y + r.height / 2));
     ASSERT_TRUE(gui_test::wait_until([&] { return adapter().GetHoverElement() == m_panel->m_button.get(); }));
-    m_mouse.MouseDown();
+    m_mouse.down();
     ASSERT_TRUE(gui_test::wait_until([&] { return adapter().GetPressedElement() != nullptr; }));
-    m_mouse.MouseUp();
+    m_mouse.up();
     ASSERT_TRUE(gui_test::wait_until([&] { return adapter().GetPressedElement() == nullptr; }));
     gui_test::pump();
   }
@@ -124,7 +123,7 @@ class advanced_panel_test : public ::testing::Test {
   wxTextCtrl* m_field = nullptr;
   wxButton* m_below = nullptr;
   state_recorder_t m_recorder;
-  wxUIActionSimulator m_mouse;
+  gui_test::input_t m_mouse;
 };
 
 // ---------------------------------------------------------------------------------------

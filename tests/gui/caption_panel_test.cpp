@@ -3,6 +3,7 @@
 #include "caption_test_support.h"
 #include "folder_locations.h"
 #include "gui_test.h"
+#include "input.h"
 #include "theme_change.h"
 
 #include <plaxi1/element_shapes.h>
@@ -20,7 +21,6 @@
 #include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
-#include <wx/uiaction.h>
 
 #include <string>
 #include <vector>
@@ -87,7 +87,7 @@ class caption_panel_test : public ::testing::Test {
     ASSERT_TRUE(gui_test::wait_until_shown(m_frame));
   }
   void TearDown() override {
-    m_sim.MouseUp();
+    m_input.up();
     m_frame->Destroy();
     gui_test::pump();
   }
@@ -102,25 +102,20 @@ class caption_panel_test : public ::testing::Test {
   }
   void resize_frame(int width) {
     m_frame->SetSize(wxSize(width, 420));
-    gui_test::wait_until([&] { return m_panel->GetSize().x == m_page->GetClientSize().x; }, 3000);
+    // The page takes the frame's new width once the display agreed to it, which under
+    // Wayland takes a round trip.
+    gui_test::wait_until(
+        [&] {
+          return m_page->GetSize().x == m_frame->GetClientSize().x &&
+                 m_panel->GetSize().x == m_page->GetClientSize().x;
+        },
+        3000);
     gui_test::pump();
-  }
-  void move_to(const wxPoint& point) {
-    m_sim.MouseMove(point);
-    gui_test::wait_until([&] { return wxGetMousePosition() == point; }, 3000);
-    gui_test::pump();
-  }
-  wxPoint centre_of(wxWindow* window) const {
-    const wxRect rect = window->GetScreenRect();
-    return rect.GetPosition() + wxPoint(rect.width / 2, rect.height / 2);
   }
   // A real click of the left button on the centre of `window`.
   void click_on(wxWindow* window) {
-    move_to(centre_of(window));
-    m_sim.MouseDown();
-    gui_test::pump();
-    m_sim.MouseUp();
-    gui_test::pump();
+    m_input.move_to_centre(window);
+    m_input.click();
   }
   // Three messages, one of each severity but critical: the error is on show.
   void add_three() {
@@ -130,7 +125,7 @@ class caption_panel_test : public ::testing::Test {
     gui_test::pump();
   }
 
-  wxUIActionSimulator m_sim;
+  gui_test::input_t m_input;
   wxFrame* m_frame = nullptr;
   wxPanel* m_page = nullptr;
   probe_t* m_panel = nullptr;
@@ -671,7 +666,7 @@ class scroll_images_test : public caption_panel_test {
     m_reference =
         new plaxi1::wxIconButton(m_panel->pane(), wxID_ANY, wxPoint(0, 0), wxDefaultSize, 0, wxSize(15, 15));
     m_reference->SetBackgroundColour(m_panel->prev()->GetBackgroundColour());
-    move_to(m_frame->ClientToScreen(wxPoint(600, 380)));
+    m_input.move(m_frame, wxPoint(600, 380));
   }
   // Whether `button` looks like the picture `name` shown alone.
   bool looks_like(plaxi1::wxIconButton* button, const std::string& name) {
@@ -696,16 +691,15 @@ TEST_F(scroll_images_test, each_look_of_each_button_has_its_picture) {
   EXPECT_TRUE(looks_like(next, "scroll_right_normal"));
   for (plaxi1::wxIconButton* button : {prev, next}) {
     const std::string side = button == prev ? "scroll_left_" : "scroll_right_";
-    move_to(centre_of(button));
+    m_input.move_to_centre(button);
     ASSERT_TRUE(gui_test::wait_until([&] { return button->GetShownState() == 2; }, 3000));
     EXPECT_TRUE(looks_like(button, side + "hover"));
-    m_sim.MouseDown();
+    m_input.down();
     ASSERT_TRUE(gui_test::wait_until([&] { return button->GetShownState() == 4; }, 3000));
     EXPECT_TRUE(looks_like(button, side + "pressed"));
     // Released away from it: no click.
-    move_to(m_frame->ClientToScreen(wxPoint(600, 380)));
-    m_sim.MouseUp();
-    gui_test::pump();
+    m_input.move(m_frame, wxPoint(600, 380));
+    m_input.up();
     button->Enable(false);
     ASSERT_EQ(button->GetShownState(), 8);
     EXPECT_TRUE(looks_like(button, side + "disabled"));

@@ -4,6 +4,7 @@
 #include "message_test_support.h"
 
 #include <plaxi1/image_loader.h>
+#include <plaxi1/placement.h>
 #include <plaxi1/ui_settings.h>
 #include <quern2/product_locations.h>
 #include <tamsel3/error_warning_panel.h>
@@ -289,10 +290,13 @@ TEST(error_warning_panel_test, dialog_is_titled_named_and_holds_the_panel) {
     ASSERT_NE(dialog->GetSizer(), nullptr);
     EXPECT_EQ(dialog->GetSizer()->GetItem(panel)->GetProportion(), 0);
     EXPECT_FALSE(dialog->GetExtraStyle() & wxWS_EX_CONTEXTHELP);
-    // Centred on the screen, as it has no parent.
-    const wxRect screen(wxPoint(0, 0), wxGetDisplaySize());
-    const wxRect rect = dialog->GetScreenRect();
-    EXPECT_LE(std::abs(rect.GetLeft() - (screen.GetWidth() - rect.GetWidth()) / 2), 2);
+    // Centred on the screen, as it has no parent; a Wayland compositor places it itself and
+    // doesn't say where.
+    if (plaxi1::can_place_windows()) {
+      const wxRect screen(wxPoint(0, 0), wxGetDisplaySize());
+      const wxRect rect = dialog->GetScreenRect();
+      EXPECT_LE(std::abs(rect.GetLeft() - (screen.GetWidth() - rect.GetWidth()) / 2), 2);
+    }
     shown.EndModal(wxID_CANCEL);
   });
 }

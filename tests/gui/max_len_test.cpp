@@ -1,4 +1,5 @@
 #include "gui_test.h"
+#include "input.h"
 
 #include <plaxi1/modal.h>
 #include <tamsel3/error_warning_panel.h>
@@ -9,7 +10,6 @@
 #include <wx/frame.h>
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 #include <wx/weakref.h>
 
 #include <algorithm>
@@ -121,9 +121,9 @@ class max_len_test : public ::testing::Test {
     field->SetFocus();
     field->SetInsertionPointEnd();
     gui_test::pump();
-    wxUIActionSimulator keyboard;
+    gui_test::input_t keyboard;
     for (char key : keys) {
-      keyboard.Char(key);
+      keyboard.press(key);
     }
     EXPECT_TRUE(gui_test::wait_until([&] { return field->GetValue() == expected; }))
         << "the field shows " << field->GetValue().length() << " characters";

@@ -1,5 +1,6 @@
 #include "fixtures.h"
 #include "gui_test.h"
+#include "input.h"
 #include "modal_answer.h"
 #include "refusing_search_dir_container.h"
 
@@ -20,7 +21,6 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -167,20 +167,7 @@ class search_dirs_tab_test : public ::testing::Test {
   }
   void press(int keycode) {
     const int seen = m_keys_seen;
-    wxUIActionSimulator keyboard;
-    // The simulator presses keys of the US layout: shifted characters need Shift.
-    static const std::string shifted = "|<>\"*:?";
-    static const std::string unshifted = "\\,.'8;/";  // and letters and '_' below
-    const std::size_t at = keycode < 128 ? shifted.find(static_cast<char>(keycode)) : std::string::npos;
-    if (at != std::string::npos) {
-      keyboard.Char(unshifted[at], wxMOD_SHIFT);
-    } else if (keycode == '_') {
-      keyboard.Char('-', wxMOD_SHIFT);
-    } else if (keycode >= 'A' && keycode <= 'Z') {
-      keyboard.Char(keycode - 'A' + 'a', wxMOD_SHIFT);
-    } else {
-      keyboard.Char(keycode);
-    }
+    gui_test::input_t().press(keycode);
     EXPECT_TRUE(gui_test::wait_until([&] { return m_keys_seen > seen; })) << "key " << keycode;
     layout();
   }

@@ -4,6 +4,7 @@
 // box, and the message boxes read and closed.
 #include "fixtures.h"
 #include "gui_test.h"
+#include "input.h"
 
 #include <HALLIN_2_13/search_dir_container.h>
 #include <tamsel3/search_dirs_panel.h>
@@ -18,7 +19,6 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 
 #include <filesystem>
 #include <functional>
@@ -171,15 +171,7 @@ class frame_fixture_t : public ::testing::Test {
 
   void press(int keycode) {
     const int seen = m_keys_seen;
-    wxUIActionSimulator keyboard;
-    // The simulator presses keys, not characters: shifted ones need their key and Shift.
-    if (keycode >= 'A' && keycode <= 'Z') {
-      keyboard.Char(keycode - 'A' + 'a', wxMOD_SHIFT);
-    } else if (keycode == '_') {
-      keyboard.Char('-', wxMOD_SHIFT);
-    } else {
-      keyboard.Char(keycode);
-    }
+    gui_test::input_t().press(keycode);
     EXPECT_TRUE(gui_test::wait_until([&] { return m_keys_seen > seen; })) << "key " << keycode;
     layout();
   }

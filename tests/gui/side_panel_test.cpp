@@ -1,6 +1,7 @@
 #include "assert_recorder.h"
 #include "fixtures.h"
 #include "gui_test.h"
+#include "input.h"
 #include "plaxi1/test_animation.h"
 #include "side_panel_test_access_p.h"
 
@@ -12,7 +13,6 @@
 #include <gtest/gtest.h>
 #include <wx/frame.h>
 #include <wx/sizer.h>
-#include <wx/uiaction.h>
 
 #include <gtk/gtk.h>
 
@@ -353,17 +353,16 @@ TEST_F(side_panel_test, a_real_click_on_a_button_fires_its_pressed_signal_once) 
   press_counter_t presses;
   button->pressed.connect(&presses, &press_counter_t::on);
   show();
-  wxUIActionSimulator mouse;
+  gui_test::input_t mouse;
   const wxRect r = button->GetRect();
-  const wxPoint centre = m_panel->ClientToScreen(r.GetPosition() + wxPoint(r.width / 2, r.height / 2));
-  mouse.MouseMove(centre);
+  mouse.move(m_panel, r.GetPosition() + wxPoint(r.width / 2, r.height / 2));
   ASSERT_TRUE(
       gui_test::wait_until([&] { return access::adapter(*m_panel).GetHoverElement() == button.get(); }));
-  mouse.MouseDown();
+  mouse.down();
   ASSERT_TRUE(
       gui_test::wait_until([&] { return access::adapter(*m_panel).GetPressedElement() == button.get(); }));
   EXPECT_EQ(presses.m_count, 0);
-  mouse.MouseUp();
+  mouse.up();
   ASSERT_TRUE(gui_test::wait_until([&] { return presses.m_count > 0; }));
   gui_test::pump();
   EXPECT_EQ(presses.m_count, 1);
@@ -381,7 +380,7 @@ TEST_F(side_panel_test, a_real_click_on_a_button_fires_its_pressed_signal_once) 
   EXPECT_EQ(wxColour(shown.GetRed(inside.x, inside.y), shown.GetGreen(inside.x, inside.y),
                      shown.GetBlue(inside.x, inside.y)),
             plaxi1::ui_settings_t::get()->get_color(plaxi1::color_button_hover));
-  mouse.MouseMove(m_host_area->GetScreenPosition() + wxPoint(100, 100));
+  mouse.move(m_host_area, wxPoint(100, 100));
 }
 
 TEST_F(side_panel_test, a_theme_change_while_shown_gives_new_fonts_colours_and_common_sizes) {

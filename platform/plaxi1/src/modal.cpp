@@ -1,7 +1,7 @@
 #include <plaxi1/modal.h>
+#include <plaxi1/placement.h>
 
 #include <wx/app.h>
-#include <wx/utils.h>
 
 namespace plaxi1 {
 namespace {
@@ -12,11 +12,15 @@ modal_callback_t& modal_callback() {
 }
 
 // wxGTK never turns the help key into a help event, so we do: from the focused window, so
-// that a control may answer with help of its own before the dialog does.
+// that a control may answer with help of its own before the dialog does. A key has no
+// place of its own: the event is placed at the middle of the window it comes from, which
+// every display can tell, where the pointer may be unknown or nowhere.
 bool send_help_event(wxDialog* dialog) {
   wxWindow* focus = wxWindow::FindFocus();
   wxWindow* target = focus && wxGetTopLevelParent(focus) == dialog ? focus : dialog;
-  wxHelpEvent help(wxEVT_HELP, target->GetId(), wxGetMousePosition(), wxHelpEvent::Origin_Keyboard);
+  const wxSize size = target->GetClientSize();
+  const wxPoint middle = target->ClientToScreen(wxPoint(size.x / 2, size.y / 2));
+  wxHelpEvent help(wxEVT_HELP, target->GetId(), middle, wxHelpEvent::Origin_Keyboard);
   help.SetEventObject(target);
   return target->GetEventHandler()->ProcessEvent(help);
 }
@@ -51,6 +55,8 @@ int modal_flavor<wxDialog>::ShowModal() {
   }
   return wxDialog::ShowModal();
 }
+
+void modal_flavor<wxDialog>::place_centred() { plaxi1::place_centred(this); }
 
 void modal_flavor<wxDialog>::on_help(wxHelpEvent& event) {
   // Not skipped: the help is ours, wx's default would go on to look for a help provider.

@@ -1,8 +1,6 @@
 #include <plaxi1/screenshot.h>
 
 #include <wx/app.h>
-#include <wx/bitmap.h>
-#include <wx/dcmemory.h>
 #include <wx/display.h>
 #include <wx/eventfilter.h>
 #include <wx/evtloop.h>
@@ -18,6 +16,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace plaxi1 {
@@ -95,8 +95,9 @@ struct channel_t {
   }
 };
 
-// Reads `rect` (device pixels) of the root window, which shows every mapped window as
-// drawn. It goes through the toolkit's own X connection, after the drawing it sent, so it
+// Reads `rect` (device pixels) of the X11 root window, which shows every mapped window as
+// drawn, covered parts as what covers them: the last resort for a window without a GTK
+// widget. It goes through the toolkit's own X connection, after the drawing it sent, so it
 // sees that.
 bool grab_screen(const wxRect& rect, wxImage& image) {
   if (wxGetDisplayInfo().type != wxDisplayX11 || rect.IsEmpty()) {
@@ -127,65 +128,111 @@ bool grab_screen(const wxRect& rect, wxImage& image) {
   return true;
 }
 
-// `rect` in the screen's device pixels: under a scale factor, logical coordinates are
-// that many device pixels each.
+// `rect` in device pixels: under a scale factor, logical coordinates are that many device
+// pixels each.
 wxRect device_rect(const wxRect& rect, double scale) {
   const auto device = [scale](int logical) { return static_cast<int>(std::lround(logical * scale)); };
   return {device(rect.x), device(rect.y), device(rect.width), device(rect.height)};
 }
 
-// Where GTK draws `window` on the screen, in logical pixels. A top-level window's own
-// position would include the window manager's frame, which GTK doesn't draw.
-wxPoint drawn_origin(wxWindow* window) {
-  GdkWindow* gdk_window = window->IsTopLevel() ? gtk_widget_get_window(window->GetHandle()) : nullptr;
-  wxPoint origin;
-  if (gdk_window && gdk_window_get_origin(gdk_window, &origin.x, &origin.y)) {
-    return origin;
+// The widget that a picture of `window` shows: a top-level window's content, without the
+// title bar and shadow that GTK draws around it on a Wayland display (under X11 the frame
+// is the window manager's, no widget's).
+GtkWidget* pictured_widget(wxWindow* window) {
+  GtkWidget* widget = window->GetHandle();
+  if (widget && window->IsTopLevel() && GTK_IS_BIN(widget)) {
+    GtkWidget* content = gtk_bin_get_child(GTK_BIN(widget));
+    return content ? content : widget;
   }
-  return window->GetScreenPosition();
+  return widget;
 }
 
-// Lets GTK draw `window`'s widget tree, its own controls and wx's painted ones alike, into
-// a bitmap of device pixels: the window's size times its scale factor. It needs neither
-// the screen nor the window to be uncovered.
-bool draw_through_gtk(wxWindow* window, wxImage& image) {
-  GtkWidget* widget = window->GetHandle();
-  if (!widget || !window->IsShownOnScreen()) {
-    return false;
+// Where `widget` lies in the coordinates that wx places windows in, in logical pixels. On
+// a Wayland display they start at the corner of the top-level window, not of the screen:
+// only the difference of two such points within one window tree means anything.
+wxPoint widget_origin(GtkWidget* widget) {
+  wxPoint origin;
+  if (GdkWindow* gdk_window = gtk_widget_get_window(widget)) {
+    gdk_window_get_origin(gdk_window, &origin.x, &origin.y);
   }
+  if (!gtk_widget_get_has_window(widget)) {
+    // It lies at its allocation within the GDK window of a parent.
+    GtkAllocation allocation;
+    gtk_widget_get_allocation(widget, &allocation);
+    origin += wxPoint(allocation.x, allocation.y);
+  }
+  return origin;
+}
+
+struct surface_deleter_t {
+  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+using surface_t = std::unique_ptr<cairo_surface_t, surface_deleter_t>;
+
+wxImage to_image(cairo_surface_t* surface) {
+  cairo_surface_flush(surface);
+  const int width = cairo_image_surface_get_width(surface);
+  const int height = cairo_image_surface_get_height(surface);
+  const int stride = cairo_image_surface_get_stride(surface);
+  const unsigned char* const data = cairo_image_surface_get_data(surface);
+  wxImage image(width, height, false);
+  unsigned char* out = image.GetData();
+  for (std::ptrdiff_t y = 0; y < height; ++y) {
+    const unsigned char* row = data + y * stride;
+    for (int x = 0; x < width; ++x, row += sizeof(std::uint32_t)) {
+      // An RGB24 pixel is a native 32-bit word, 0x00RRGGBB.
+      std::uint32_t pixel = 0;
+      std::memcpy(&pixel, row, sizeof pixel);
+      *out++ = static_cast<unsigned char>(pixel >> 16);
+      *out++ = static_cast<unsigned char>(pixel >> 8);
+      *out++ = static_cast<unsigned char>(pixel);
+    }
+  }
+  return image;
+}
+
+// Lets GTK draw `widget`, its own controls and wx's painted ones alike, into a picture of
+// device pixels: its size times its scale factor, over the background that its top-level
+// window draws. It needs neither an X11 screen nor an uncovered window.
+bool draw_widget(GtkWidget* widget, wxImage& image) {
   // A resize that GTK queued and hasn't laid out yet would make it refuse to draw: lay it
   // out now, as its next frame would.
   GtkWidget* toplevel = gtk_widget_get_toplevel(widget);
   if (GTK_IS_CONTAINER(toplevel)) {
     gtk_container_check_resize(GTK_CONTAINER(toplevel));
   }
-  const wxSize size(gtk_widget_get_allocated_width(widget), gtk_widget_get_allocated_height(widget));
-  wxBitmap bitmap;
-  if (size.x <= 0 || size.y <= 0 || !bitmap.CreateWithDIPSize(size, window->GetContentScaleFactor(), 24)) {
+  const int width = gtk_widget_get_allocated_width(widget);
+  const int height = gtk_widget_get_allocated_height(widget);
+  const int scale = gtk_widget_get_scale_factor(widget);
+  if (width <= 0 || height <= 0) {
     return false;
   }
-  {
-    // The memory DC's cairo context already scales logical units to the bitmap's pixels.
-    wxMemoryDC dc(bitmap);
-    auto* context = static_cast<cairo_t*>(dc.GetHandle());
-    if (!context) {
-      return false;
-    }
-    gtk_widget_draw(widget, context);
+  const surface_t surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width * scale, height * scale));
+  if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
+    return false;
   }
-  image = bitmap.ConvertToImage();
+  cairo_surface_set_device_scale(surface.get(), scale, scale);
+  cairo_t* const context = cairo_create(surface.get());
+  gtk_render_background(gtk_widget_get_style_context(toplevel), context, 0, 0, width, height);
+  gtk_widget_draw(widget, context);
+  cairo_destroy(context);
+  image = to_image(surface.get());
   return image.IsOk();
 }
 
 // Popups of `parent`'s controls, tooltips among them, are windows of their own that GTK
-// doesn't draw with the widget tree: draws each that shows over `image` where it lies.
+// doesn't draw with the widget tree: draws each that shows over `image` where it lies
+// from `origin`, the pictured widget's corner.
 void draw_popups(wxWindow* parent, const wxPoint& origin, double scale, wxImage& image) {
   for (wxWindow* child : parent->GetChildren()) {
     wxImage popup;
     // IsKindOf, not wxDynamicCast: the macro's static_cast of a plain window is undefined.
-    if (child->IsKindOf(wxCLASSINFO(wxPopupWindow)) && draw_through_gtk(child, popup)) {
-      const wxRect at = device_rect(wxRect(child->GetScreenPosition() - origin, wxSize()), scale);
-      image.Paste(popup, at.x, at.y);
+    if (child->IsKindOf(wxCLASSINFO(wxPopupWindow)) && child->IsShownOnScreen()) {
+      GtkWidget* widget = pictured_widget(child);
+      if (widget && draw_widget(widget, popup)) {
+        const wxRect at = device_rect(wxRect(widget_origin(widget) - origin, wxSize()), scale);
+        image.Paste(popup, at.x, at.y);
+      }
     }
     draw_popups(child, origin, scale, image);
   }
@@ -263,10 +310,12 @@ bool save_screenshot(wxWindow* window, const std::string& png_path) {
     return false;
   }
   wxImage image;
-  const double scale = window->GetContentScaleFactor();
-  if (draw_through_gtk(window, image)) {
-    draw_popups(window, drawn_origin(window), scale, image);
-  } else if (!grab_screen(device_rect(window->GetScreenRect(), scale), image)) {
+  if (GtkWidget* widget = pictured_widget(window)) {
+    if (!draw_widget(widget, image)) {
+      return false;
+    }
+    draw_popups(window, widget_origin(widget), gtk_widget_get_scale_factor(widget), image);
+  } else if (!grab_screen(device_rect(window->GetScreenRect(), window->GetContentScaleFactor()), image)) {
     return false;
   }
   if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) {

@@ -44,8 +44,7 @@ void GUITask::DoTask() { DoGUITask(); }
 bool GUITask::IsLongTask() const { return false; }
 bool GUITask::IsServiceThreadNeeded() const { return false; }
 
-korvat2::intrusive_pointer_t<Scheduler> Scheduler::Get(
-    korvat2::intrusive_pointer_t<ISchedulerStatusCallback> callback) {
+Scheduler& Scheduler::instance() {
   Scheduler* scheduler = g_scheduler.load(std::memory_order_acquire);
   if (!scheduler) {
     std::lock_guard<std::mutex> lock(g_creation_mutex);
@@ -56,6 +55,12 @@ korvat2::intrusive_pointer_t<Scheduler> Scheduler::Get(
       g_scheduler.store(scheduler, std::memory_order_release);
     }
   }
+  return *scheduler;
+}
+
+korvat2::intrusive_pointer_t<Scheduler> Scheduler::Get(
+    korvat2::intrusive_pointer_t<ISchedulerStatusCallback> callback) {
+  Scheduler* scheduler = &instance();
   if (callback) {
     std::lock_guard<std::mutex> lock(scheduler->m_callback_mutex);
     scheduler->m_callback = std::move(callback);
@@ -109,6 +114,11 @@ void Scheduler::AddTask(korvat2::intrusive_pointer_t<ITask> task, const std::str
     std::lock_guard<std::mutex> lock(m_request_mutex);
     post_request_locked();
   }
+}
+
+void Scheduler::_post(korvat2::intrusive_pointer_t<ITask> task) {
+  // The process's reference keeps the scheduler: no share of our own is needed.
+  instance().AddTask(std::move(task), std::string());
 }
 
 std::size_t Scheduler::GetPendingCount() const {

@@ -44,14 +44,17 @@ class callback_timer_t : public wxTimer {
   std::function<void()> m_on_fire;
 };
 
-// Where a popup of `size` goes: below the mouse when it is over the window, else under the
-// window; above instead when there is no room below, and always on the display.
-wxPoint popup_position(wxWindow* owner, const wxSize& size) {
-  const wxPoint mouse = wxGetMousePosition();
+// Where a popup of `size` goes: below the pointer at `pointer` (the owner's coordinates)
+// when it is known to be over the owner, else under the owner's bottom-left corner; above
+// instead when there is no room below, and always on the owner's display. Only the owner's
+// own mouse events tell where the pointer is: a Wayland client can't ask, and there may be
+// no pointer at all.
+wxPoint popup_position(wxWindow* owner, const wxPoint* pointer, const wxSize& size) {
   const wxRect owner_rect = owner->GetScreenRect();
   wxPoint position;
   int anchor_top = 0;
-  if (owner_rect.Contains(mouse)) {
+  if (pointer) {
+    const wxPoint mouse = owner->ClientToScreen(*pointer);
     position = wxPoint(mouse.x, mouse.y + owner->FromDIP(pointer_clearance));
     anchor_top = mouse.y;
   } else {
@@ -59,10 +62,10 @@ wxPoint popup_position(wxWindow* owner, const wxSize& size) {
     anchor_top = owner_rect.y;
   }
 
-  // The display of the mouse or of the window: the position itself may lie off every display.
-  int index = wxDisplay::GetFromPoint(owner_rect.Contains(mouse) ? mouse : owner_rect.GetTopLeft());
+  // The display of the window: the position itself may lie off every display.
+  int index = wxDisplay::GetFromWindow(owner);
   if (index == wxNOT_FOUND) {
-    index = wxDisplay::GetFromWindow(owner);
+    index = wxDisplay::GetFromPoint(owner_rect.GetTopLeft());
   }
   const wxRect area = wxDisplay(index == wxNOT_FOUND ? 0u : static_cast<unsigned>(index)).GetGeometry();
   if (position.y + size.y > area.GetBottom() + 1) {
@@ -143,11 +146,13 @@ class tooltip_state_t {
   bool is_shown() const { return m_popup && m_popup->IsShown(); }
   wxWindow* popup() const { return is_shown() ? m_popup.get() : nullptr; }
 
-  void on_enter() {
+  void on_enter(const wxPoint& pointer) {
     m_suppressed = false;
+    point_at(pointer);
     start_show_timer();
   }
-  void on_motion() {
+  void on_motion(const wxPoint& pointer) {
+    point_at(pointer);
     // The tip comes once the mouse rests.
     if (!m_suppressed && !is_shown()) {
       start_show_timer();
@@ -155,6 +160,7 @@ class tooltip_state_t {
   }
   void on_leave() {
     m_suppressed = false;
+    m_pointer_inside = false;
     m_show_timer.Stop();
     hide();
   }
@@ -197,9 +203,14 @@ class tooltip_state_t {
     }
   }
 
+  void point_at(const wxPoint& pointer) {
+    m_pointer = pointer;
+    m_pointer_inside = true;
+  }
+
   void on_show_timer() {
     // Only while the mouse still rests on a visible window.
-    if (m_owner->IsShownOnScreen() && m_owner->GetScreenRect().Contains(wxGetMousePosition())) {
+    if (m_owner->IsShownOnScreen() && m_pointer_inside) {
       show();
     }
   }
@@ -215,6 +226,10 @@ class tooltip_state_t {
   wxWeakRef<wxPopupWindow> m_popup;
   // After a click or a key the tip stays away until the mouse leaves.
   bool m_suppressed = false;
+  // Where the pointer was last seen over the owner, in the owner's coordinates; known
+  // from the owner's enter and motion events until it leaves.
+  wxPoint m_pointer;
+  bool m_pointer_inside = false;
   // A dying owner takes its event bindings with it.
   bool m_owner_dying = false;
 };
@@ -250,7 +265,7 @@ void tooltip_state_t::show() {
     dc.DrawRectangle(wxPoint(0, 0), popup->GetClientSize());
   });
 
-  popup->Move(popup_position(m_owner, size));
+  popup->Move(popup_position(m_owner, m_pointer_inside ? &m_pointer : nullptr, size));
   m_popup = popup;
   popup->Show();
   start_hide_timer();
@@ -270,9 +285,9 @@ void on_owner_mouse(wxMouseEvent& event) {
   }
   const wxEventType type = event.GetEventType();
   if (type == wxEVT_ENTER_WINDOW) {
-    state->on_enter();
+    state->on_enter(event.GetPosition());
   } else if (type == wxEVT_MOTION) {
-    state->on_motion();
+    state->on_motion(event.GetPosition());
   } else if (type == wxEVT_LEAVE_WINDOW) {
     state->on_leave();
   } else {

@@ -2,6 +2,7 @@
 // A frame with a wrapped panel that shows a directory grid, for the tests of the grid
 // library: rows filled as an owner fills them, real keys, and the signals recorded.
 #include "gui_test.h"
+#include "input.h"
 
 #include <ombrelc/ombrelc.h>
 #include <ombrelgrid/ombrelgrid.h>
@@ -10,7 +11,6 @@
 #include <wx/frame.h>
 #include <wx/panel.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 
 #include <string>
 #include <utility>
@@ -98,17 +98,7 @@ class grid_fixture_t : public ::testing::Test {
   /// Real key presses, to whatever native control has the keyboard focus.
   void press(int keycode) {
     const int seen = m_keys_seen;
-    wxUIActionSimulator keyboard;
-    // The simulator presses keys, not characters: the shifted ones of the US layout (the
-    // X server's) need their key and Shift.
-    static const std::string shifted = "|<>\"*:?";
-    static const std::string unshifted = "\\,.'8;/";
-    const std::size_t at = keycode < 128 ? shifted.find(static_cast<char>(keycode)) : std::string::npos;
-    if (at != std::string::npos) {
-      keyboard.Char(unshifted[at], wxMOD_SHIFT);
-    } else {
-      keyboard.Char(keycode);
-    }
+    gui_test::input_t().press(keycode);
     EXPECT_TRUE(gui_test::wait_until([&] { return m_keys_seen > seen; })) << "key " << keycode;
     layout();
   }

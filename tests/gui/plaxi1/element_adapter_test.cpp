@@ -1,8 +1,7 @@
 #include "element_fixture.h"
+#include "input.h"
 
 #include <plaxi1/ui_settings.h>
-
-#include <wx/uiaction.h>
 
 #include <vector>
 
@@ -57,22 +56,17 @@ class element_adapter_test : public ::testing::Test {
     ASSERT_EQ(m_left->GetRect(), wxRect(0, 0, 100, 100));
     ASSERT_EQ(m_right->GetRect(), wxRect(300, 0, 100, 100));
   }
-  // Real pointer events, through the X server.
+  // Real pointer events, as the display delivers them.
   void move_to(const UIElement& element) { move_to(element.GetRect().GetPosition() + wxPoint(50, 50)); }
-  void move_to(const wxPoint& client) {
-    const wxPoint screen = m_window.panel->ClientToScreen(client);
-    m_mouse.MouseMove(screen);
-    ASSERT_TRUE(gui_test::wait_until([&] { return wxGetMousePosition() == screen; }));
-    gui_test::pump();
-  }
+  void move_to(const wxPoint& client) { m_mouse.move(m_window.panel, client); }
   void press(int wait_for_pressed) {
-    m_mouse.MouseDown();
+    m_mouse.down();
     gui_test::wait_until(
         [&] { return (m_window.adapter->GetPressedElement() != nullptr) == wait_for_pressed; });
     gui_test::pump();
   }
   void release() {
-    m_mouse.MouseUp();
+    m_mouse.up();
     gui_test::wait_until([&] { return m_window.adapter->GetPressedElement() == nullptr; });
     gui_test::pump();
   }
@@ -90,7 +84,7 @@ class element_adapter_test : public ::testing::Test {
   rectangle_ptr m_root{new RectangleElement()};
   probe_ptr m_left;
   probe_ptr m_right;
-  wxUIActionSimulator m_mouse;
+  gui_test::input_t m_mouse;
 };
 
 TEST_F(element_adapter_test, the_tree_is_painted_into_the_window) {
@@ -168,7 +162,7 @@ TEST_F(element_adapter_test, hover_and_pressed_states_follow_the_pointer) {
 
 TEST_F(element_adapter_test, a_double_click_is_two_presses_and_two_releases) {
   move_to(*m_right);
-  m_mouse.MouseDblClick();
+  m_mouse.double_click();
   ASSERT_TRUE(gui_test::wait_until([&] { return m_right->count(mouse_event_t::up) == 2; }));
   gui_test::pump();
   EXPECT_EQ(m_right->count(mouse_event_t::down), 2);

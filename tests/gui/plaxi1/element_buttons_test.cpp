@@ -1,10 +1,10 @@
 #include "element_fixture.h"
+#include "input.h"
 #include "test_animation.h"
 
 #include <plaxi1/text_metrics.h>
 
 #include <gtest/gtest.h>
-#include <wx/uiaction.h>
 
 namespace {
 
@@ -43,7 +43,7 @@ class element_buttons_test : public ::testing::Test {
     m_window.show(m_root);
     move_to(wxPoint(390, 290));
   }
-  void TearDown() override { m_mouse.MouseUp(); }
+  void TearDown() override { m_mouse.up(); }
 
   /// A flat button of 100x40 at the top left, red when normal.
   ptr<FlatButton> flat_button() {
@@ -54,12 +54,7 @@ class element_buttons_test : public ::testing::Test {
     m_window.adapter->Relayout();
     return button;
   }
-  void move_to(const wxPoint& client) {
-    const wxPoint screen = m_window.panel->ClientToScreen(client);
-    m_mouse.MouseMove(screen);
-    ASSERT_TRUE(gui_test::wait_until([&] { return wxGetMousePosition() == screen; }));
-    gui_test::pump();
-  }
+  void move_to(const wxPoint& client) { m_mouse.move(m_window.panel, client); }
   /// Over the middle of `element`, once the adapter saw the pointer come.
   void move_to(const UIElement& element) {
     const wxRect r = element.GetRect();
@@ -72,12 +67,12 @@ class element_buttons_test : public ::testing::Test {
     EXPECT_TRUE(gui_test::wait_until([&] { return m_window.adapter->GetHoverElement() == nullptr; }, 2000));
   }
   void press() {
-    m_mouse.MouseDown();
+    m_mouse.down();
     gui_test::wait_until([&] { return m_window.adapter->GetPressedElement() != nullptr; }, 2000);
     gui_test::pump();
   }
   void release() {
-    m_mouse.MouseUp();
+    m_mouse.up();
     gui_test::wait_until([&] { return m_window.adapter->GetPressedElement() == nullptr; }, 2000);
     gui_test::pump();
   }
@@ -95,7 +90,7 @@ class element_buttons_test : public ::testing::Test {
   element_window_t m_window;
   rectangle_ptr m_root{new RectangleElement()};
   press_counter_t m_presses;
-  wxUIActionSimulator m_mouse;
+  gui_test::input_t m_mouse;
 };
 
 TEST(element_buttons_colours, a_missing_state_colour_falls_back_in_order) {

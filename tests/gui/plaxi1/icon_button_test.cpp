@@ -1,4 +1,5 @@
 #include "gui_test.h"
+#include "input.h"
 
 #include <plaxi1/element_flags.h>
 #include <plaxi1/icon_button.h>
@@ -11,7 +12,6 @@
 #include <wx/image.h>
 #include <wx/panel.h>
 #include <wx/sizer.h>
-#include <wx/uiaction.h>
 
 namespace {
 
@@ -48,34 +48,25 @@ class icon_button_test : public ::testing::Test {
     m_button->clicked.connect(&m_clicks, &counter_t::on);
     m_frame->Show();
     ASSERT_TRUE(gui_test::wait_until_shown(m_frame));
-    move_to(m_panel->ClientToScreen(wxPoint(200, 150)));
+    move_to(outside());
   }
   void TearDown() override {
-    m_sim.MouseUp();
+    m_input.up();
     m_frame->Destroy();
     gui_test::pump();
   }
 
-  wxPoint centre() const { return m_button->GetScreenRect().GetPosition() + wxPoint(7, 7); }
-  wxPoint outside() const { return m_panel->ClientToScreen(wxPoint(200, 150)); }
+  // Points in the panel.
+  wxPoint centre() const { return m_button->GetPosition() + wxPoint(7, 7); }
+  static wxPoint outside() { return {200, 150}; }
   bool shows(int state) {
     return gui_test::wait_until([&] { return m_button->GetShownState() == state; }, 3000);
   }
-  void move_to(const wxPoint& point) {
-    m_sim.MouseMove(point);
-    gui_test::wait_until([&] { return wxGetMousePosition() == point; }, 3000);
-    gui_test::pump();
-  }
-  void down() {
-    m_sim.MouseDown();
-    gui_test::pump();
-  }
-  void up() {
-    m_sim.MouseUp();
-    gui_test::pump();
-  }
+  void move_to(const wxPoint& point) { m_input.move(m_panel, point); }
+  void down() { m_input.down(); }
+  void up() { m_input.up(); }
 
-  wxUIActionSimulator m_sim;
+  gui_test::input_t m_input;
   wxFrame* m_frame = nullptr;
   wxPanel* m_panel = nullptr;
   wxIconButton* m_button = nullptr;
@@ -149,7 +140,7 @@ TEST_F(icon_button_test, a_click_fires_once) {
   EXPECT_TRUE(gui_test::wait_until([&] { return m_clicks.m_count > 0; }, 3000));
   gui_test::pump();
   EXPECT_EQ(m_clicks.m_count, 1);
-  m_sim.MouseClick();
+  m_input.click();
   EXPECT_TRUE(gui_test::wait_until([&] { return m_clicks.m_count > 1; }, 3000));
   gui_test::pump();
   EXPECT_EQ(m_clicks.m_count, 2);
@@ -184,7 +175,7 @@ TEST_F(icon_button_test, a_disabled_button_shows_its_disabled_image_and_does_not
   m_button->Enable(true);
   move_to(centre() + wxPoint(1, 1));
   EXPECT_TRUE(shows(hover));
-  m_sim.MouseClick();
+  m_input.click();
   EXPECT_TRUE(gui_test::wait_until([&] { return m_clicks.m_count == 1; }, 3000));
 }
 

@@ -371,4 +371,23 @@ TEST_F(folder_index_test, unreadable_files_give_empty_pictures) {
   EXPECT_TRUE(wx_log.m_messages.empty());
 }
 
+// The index is read whole, but a picture is read and decoded only when it is asked for: one
+// whose file appears after the index was read still loads.
+TEST_F(folder_index_test, a_picture_is_read_at_its_first_use_only) {
+  const std::string index =
+      m_dir.write("late_index.xrc",
+                  "<?xml version=\"1.0\"?>\n"
+                  "<resource version=\"2.5.3.0\">\n"
+                  "  <object class=\"wxBitmap\" name=\"single\">pictures/single.png</object>\n"
+                  "  <object class=\"wxBitmap\" name=\"late\">pictures/late.png</object>\n"
+                  "</resource>\n");
+  test_support::log_capture_t log;
+  EXPECT_FALSE(image_loader_t(index).load_static_picture("single").is_empty());
+  EXPECT_EQ(warnings_about(log, "'late'"), 0u);
+  save(square(16, *wxGREEN), "pictures/late.png");
+  const wxStaticPicture late = image_loader_t(index).load_static_picture("late");
+  ASSERT_FALSE(late.is_empty());
+  EXPECT_EQ(colour_at(late.getImage(false), 0, 0), *wxGREEN);
+}
+
 }  // namespace

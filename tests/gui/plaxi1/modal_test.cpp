@@ -2,12 +2,15 @@
 #include <plaxi1/modal.h>
 
 #include "gui_test.h"
+#include "input.h"
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
 #include <wx/button.h>
+#include <wx/display.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
+#include <wx/utils.h>
 
 #include <vector>
 
@@ -118,7 +121,8 @@ TEST_F(modal_test, help_event_from_a_child_reaches_the_help_callback) {
 }
 
 TEST_F(modal_test, help_event_of_the_dialog_reaches_the_help_callback) {
-  wxHelpEvent event(wxEVT_HELP, dialog()->GetId());
+  // The origin given: guessing it would read the keyboard, which Wayland doesn't let a client.
+  wxHelpEvent event(wxEVT_HELP, dialog()->GetId(), wxDefaultPosition, wxHelpEvent::Origin_HelpButton);
   event.SetEventObject(dialog());
   EXPECT_TRUE(dialog()->GetEventHandler()->ProcessEvent(event));
   EXPECT_EQ(dialog()->m_help_calls, 1);
@@ -131,6 +135,59 @@ TEST_F(modal_test, help_key_reaches_the_help_callback) {
   EXPECT_EQ(dialog()->m_help_calls, 1);
   gui_test::press_key(dialog()->m_child, WXK_F2);
   gui_test::press_key(dialog(), 'h');
+  EXPECT_EQ(dialog()->m_help_calls, 1);
+}
+
+// Where the help events that reach the dialog lie, and which window they come from.
+struct help_events_t {
+  explicit help_events_t(wxDialog* dialog) {
+    dialog->Bind(wxEVT_HELP, [this](wxHelpEvent& event) {
+      positions.push_back(event.GetPosition());
+      sources.push_back(event.GetEventObject());
+      event.Skip();
+    });
+  }
+  std::vector<wxPoint> positions;
+  std::vector<wxObject*> sources;
+};
+
+wxPoint middle_on_screen(wxWindow* window) {
+  const wxSize size = window->GetClientSize();
+  return window->ClientToScreen(wxPoint(size.x / 2, size.y / 2));
+}
+
+// Takes the pointer where no window is: the help event must not lie there.
+void move_pointer_away() {
+  if (wxGetDisplayInfo().type == wxDisplayX11) {
+    gui_test::input_t().move_off_windows();
+  }
+}
+
+TEST_F(modal_test, the_help_keys_event_lies_at_the_middle_of_the_focused_window) {
+  dialog()->Show();
+  ASSERT_TRUE(gui_test::wait_until_shown(dialog()));
+  move_pointer_away();
+  dialog()->m_child->SetFocus();
+  ASSERT_TRUE(gui_test::wait_until([this] { return wxWindow::FindFocus() == dialog()->m_child; }, 2000));
+  const help_events_t help(dialog());
+
+  gui_test::press_key(dialog()->m_child, WXK_F1);
+  ASSERT_EQ(help.sources, std::vector<wxObject*>{dialog()->m_child});
+  EXPECT_EQ(help.positions.front(), middle_on_screen(dialog()->m_child));
+  EXPECT_EQ(dialog()->m_help_calls, 1);
+}
+
+TEST_F(modal_test, with_nothing_focused_the_help_keys_event_lies_at_the_dialogs_middle) {
+  dialog()->m_child->Disable();  // nothing in the dialog takes the focus
+  dialog()->Show();
+  ASSERT_TRUE(gui_test::wait_until_shown(dialog()));
+  move_pointer_away();
+  ASSERT_NE(wxGetTopLevelParent(wxWindow::FindFocus()), dialog());
+  const help_events_t help(dialog());
+
+  gui_test::press_key(dialog(), WXK_F1);
+  ASSERT_EQ(help.sources, std::vector<wxObject*>{dialog()});
+  EXPECT_EQ(help.positions.front(), middle_on_screen(dialog()));
   EXPECT_EQ(dialog()->m_help_calls, 1);
 }
 

@@ -9,19 +9,24 @@
 #include <wx/panel.h>
 #include <wx/popupwin.h>
 
+#include <algorithm>
 #include <string>
 
 namespace {
 
 const wxColour panel_colour(200, 30, 40);
 const wxColour popup_colour(20, 160, 60);
+const wxColour cover_colour(30, 40, 200);
+const wxSize client_size(240, 160);
 
-// A frame filled with one colour, shown at `position`; destroyed with the fixture.
+// A frame filled with one colour, its client area 240x160, shown at `position`; destroyed
+// with the fixture.
 struct coloured_frame_t {
-  explicit coloured_frame_t(const wxPoint& position)
-      : frame(new wxFrame(nullptr, wxID_ANY, "screenshot", position, wxSize(240, 160))),
-        panel(new wxPanel(frame)) {
-    panel->SetBackgroundColour(panel_colour);
+  explicit coloured_frame_t(const wxPoint& position, const wxColour& colour = panel_colour)
+      : frame(new wxFrame(nullptr, wxID_ANY, "screenshot", position)), panel(new wxPanel(frame)) {
+    // The client size, not the window's: on Wayland that holds GTK's title bar and shadow.
+    frame->SetClientSize(client_size);
+    panel->SetBackgroundColour(colour);
     frame->Show();
   }
   ~coloured_frame_t() { frame->Destroy(); }
@@ -38,7 +43,11 @@ wxImage load_png(const std::string& path) {
   return image;
 }
 
-wxColour colour_at(const wxImage& image, const wxPoint& point) {
+// The colour at `logical` in a picture of a coloured frame: the picture has device pixels,
+// as many times the logical ones as it is wider than the frame's client area.
+wxColour colour_at(const wxImage& image, const wxPoint& logical) {
+  const int scale = std::max(1, image.GetWidth() / client_size.x);
+  const wxPoint point = logical * scale;
   return wxColour(image.GetRed(point.x, point.y), image.GetGreen(point.x, point.y),
                   image.GetBlue(point.x, point.y));
 }
@@ -52,9 +61,41 @@ TEST(screenshot_test, a_window_partly_off_the_screen_is_pictured_whole) {
   ASSERT_TRUE(plaxi1::save_screenshot(shown.frame, path));
   const wxImage image = load_png(path);
   ASSERT_TRUE(image.IsOk());
-  EXPECT_EQ(image.GetSize(), shown.frame->GetSize());
+  EXPECT_EQ(image.GetSize(), client_size * static_cast<int>(shown.frame->GetContentScaleFactor()));
   EXPECT_EQ(colour_at(image, wxPoint(5, 5)), panel_colour);  // the part beyond the screen's corner
   EXPECT_EQ(colour_at(image, wxPoint(234, 154)), panel_colour);
+}
+
+TEST(screenshot_test, the_picture_has_the_client_size_times_the_scale) {
+  coloured_frame_t shown(wxPoint(60, 60));
+  ASSERT_TRUE(gui_test::wait_until_shown(shown.frame));
+  test_support::temp_dir_t dir;
+  const std::string path = dir.file("size.png");
+
+  ASSERT_TRUE(plaxi1::save_screenshot(shown.frame, path));
+  const wxImage image = load_png(path);
+  ASSERT_TRUE(image.IsOk());
+  const double scale = shown.frame->GetContentScaleFactor();
+  const wxSize client = shown.frame->GetClientSize();
+  EXPECT_EQ(image.GetSize(), wxSize(static_cast<int>(client.x * scale), static_cast<int>(client.y * scale)));
+}
+
+TEST(screenshot_test, a_covered_window_is_pictured_with_its_own_pixels) {
+  coloured_frame_t covered(wxPoint(60, 60));
+  ASSERT_TRUE(gui_test::wait_until_shown(covered.frame));
+  // Shown later at the same place, the other window lies over it.
+  coloured_frame_t cover(wxPoint(60, 60), cover_colour);
+  cover.frame->Raise();
+  ASSERT_TRUE(gui_test::wait_until_shown(cover.frame));
+  test_support::temp_dir_t dir;
+  const std::string path = dir.file("covered.png");
+
+  ASSERT_TRUE(plaxi1::save_screenshot(covered.frame, path));
+  const wxImage image = load_png(path);
+  ASSERT_TRUE(image.IsOk());
+  for (const wxPoint& point : {wxPoint(5, 5), wxPoint(120, 80), wxPoint(234, 154)}) {
+    EXPECT_EQ(colour_at(image, point), panel_colour) << point.x << "," << point.y;
+  }
 }
 
 TEST(screenshot_test, a_popup_of_a_control_is_in_the_picture_where_it_shows) {

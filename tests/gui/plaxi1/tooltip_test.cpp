@@ -1,4 +1,5 @@
 #include "gui_test.h"
+#include "input.h"
 
 #include <plaxi1/tooltip.h>
 #include <plaxi1/ui_settings.h>
@@ -9,7 +10,6 @@
 #include <wx/panel.h>
 #include <wx/stattext.h>
 #include <wx/tooltip.h>
-#include <wx/uiaction.h>
 #include <wx/weakref.h>
 
 #include <string>
@@ -23,6 +23,9 @@ using plaxi1::wxCustomTooltip;
 constexpr int child_id = wxID_HIGHEST + 7;
 // Border and padding on each side of the text.
 constexpr int popup_frame = 1 + 6;
+// Between the pointer and a popup below it, and between a window and a popup under it.
+constexpr int pointer_clearance = 20;
+constexpr int window_gap = 2;
 
 const std::string long_text =
     "A tooltip text that is long enough to need several lines once it is wrapped at the "
@@ -52,10 +55,20 @@ wxStaticText* popup_label(wxWindow* popup) {
   return nullptr;
 }
 
-void send_mouse(wxWindow* window, wxEventType type) {
+void send_mouse(wxWindow* window, wxEventType type, const wxPoint& position = wxPoint()) {
   wxMouseEvent event(type);
   event.SetEventObject(window);
+  event.SetPosition(position);
   window->GetEventHandler()->ProcessEvent(event);
+}
+
+// Takes the pointer to the display's lower right corner, where no window is. Without an
+// X11 display there is no pointer to move: a Wayland client can't, and a compositor without
+// a seat has none.
+void move_pointer_away() {
+  if (wxGetDisplayInfo().type == wxDisplayX11) {
+    gui_test::input_t().move_off_windows();
+  }
 }
 
 TEST(tooltip_test, set_tooltip_makes_one_tooltip_per_window) {
@@ -218,20 +231,64 @@ TEST(tooltip_test, a_resting_mouse_brings_the_popup_after_the_show_delay) {
   ASSERT_NE(tooltip, nullptr);
   tooltip->SetShowDelay(100);
 
-  wxUIActionSimulator mouse;
+  gui_test::input_t mouse;
   const wxRect child = windows.child->GetScreenRect();
-  mouse.MouseMove(child.GetLeft() + 20, child.GetTop() + 20);
-  gui_test::pump();
+  mouse.move(windows.child, wxPoint(20, 20));
   ASSERT_TRUE(gui_test::wait_until([tooltip] { return tooltip->IsPopupShown(); }, 3000));
 
   // Below the pointer, not under it.
   const wxRect popup = tooltip->GetPopup()->GetScreenRect();
-  EXPECT_FALSE(popup.Contains(wxGetMousePosition()));
+  EXPECT_FALSE(popup.Contains(mouse.position()));
   EXPECT_GT(popup.GetTop(), child.GetTop() + 20);
 
   // The mouse goes elsewhere: so does the popup.
-  mouse.MouseMove(child.GetRight() + 150, child.GetBottom() + 150);
+  mouse.move(windows.child, wxPoint(child.width + 150, child.height + 150));
   EXPECT_TRUE(gui_test::wait_until([tooltip] { return !tooltip->IsPopupShown(); }, 3000));
+}
+
+TEST(tooltip_test, with_the_pointer_elsewhere_the_popup_goes_under_its_window) {
+  tooltip_frame_t windows;
+  wxCustomTooltip* tooltip = SetTooltip(windows.panel, "under the window", child_id, true);
+  ASSERT_NE(tooltip, nullptr);
+  // The pointer was over the window once, and has left it since.
+  send_mouse(windows.child, wxEVT_ENTER_WINDOW, wxPoint(30, 20));
+  send_mouse(windows.child, wxEVT_MOTION, wxPoint(30, 20));
+  send_mouse(windows.child, wxEVT_LEAVE_WINDOW, wxPoint(30, 70));
+  move_pointer_away();
+
+  tooltip->ShowNow();
+  ASSERT_TRUE(tooltip->IsPopupShown());
+  const wxRect child = windows.child->GetScreenRect();
+  EXPECT_EQ(tooltip->GetPopup()->GetPosition(), wxPoint(child.x, child.GetBottom() + 1 + window_gap));
+}
+
+TEST(tooltip_test, the_popup_goes_below_the_pointer_that_the_windows_events_tell_of) {
+  tooltip_frame_t windows;
+  move_pointer_away();
+  wxCustomTooltip* tooltip = SetTooltip(windows.panel, "below the pointer", child_id, true);
+  ASSERT_NE(tooltip, nullptr);
+  send_mouse(windows.child, wxEVT_ENTER_WINDOW, wxPoint(5, 5));
+  send_mouse(windows.child, wxEVT_MOTION, wxPoint(30, 20));
+
+  tooltip->ShowNow();
+  ASSERT_TRUE(tooltip->IsPopupShown());
+  const wxPoint pointer = windows.child->ClientToScreen(wxPoint(30, 20));
+  EXPECT_EQ(tooltip->GetPopup()->GetPosition(), wxPoint(pointer.x, pointer.y + pointer_clearance));
+}
+
+TEST(tooltip_test, the_pointer_entering_brings_the_popup_after_the_show_delay) {
+  tooltip_frame_t windows;
+  move_pointer_away();
+  wxCustomTooltip* tooltip = SetTooltip(windows.panel, "resting", child_id, true);
+  ASSERT_NE(tooltip, nullptr);
+  tooltip->SetShowDelay(50);
+  send_mouse(windows.child, wxEVT_ENTER_WINDOW, wxPoint(30, 20));
+  ASSERT_TRUE(gui_test::wait_until([tooltip] { return tooltip->IsPopupShown(); }, 3000));
+  const wxPoint pointer = windows.child->ClientToScreen(wxPoint(30, 20));
+  EXPECT_EQ(tooltip->GetPopup()->GetPosition(), wxPoint(pointer.x, pointer.y + pointer_clearance));
+
+  send_mouse(windows.child, wxEVT_LEAVE_WINDOW, wxPoint(30, 70));
+  EXPECT_FALSE(tooltip->IsPopupShown());
 }
 
 TEST(tooltip_test, the_tooltip_goes_with_its_window) {

@@ -54,14 +54,20 @@ TEST(message_animation_scale_test, the_spinner_shows_its_dense_frames_sharp_on_t
   message_window_t data = message_test::warning(message_window_t::buttons_none, "Preparing", "");
   data.m_icon_type = message_window_t::icon_progress;
   message_test::run_message(data, [&](wxDialog& shown) {
+    // The dialog ends also when an assertion below leaves early: else its loop would run on.
+    struct end_modal_t {
+      wxDialog& m_dialog;
+      ~end_modal_t() { m_dialog.EndModal(wxID_CANCEL); }
+    } end_modal{shown};
     wxGenericAnimationCtrl* animation = message_test::panel_of(shown)->get_animation_ctrl();
     ASSERT_NE(animation, nullptr);
     ASSERT_EQ(animation->GetContentScaleFactor(), 2.0);
     EXPECT_EQ(animation->GetSize(), wxSize(24, 24)) << "the logical size of the normal form";
     animation->Stop();  // holds the first frame
     const wxImage shot = picture_of(shown);
-    ASSERT_EQ(shot.GetSize(), 2 * shown.GetSize());
-    const wxPoint at = 2 * (animation->GetScreenPosition() - shown.GetScreenPosition());
+    // The picture is of the client area, without decorations that GTK may draw around it.
+    ASSERT_EQ(shot.GetSize(), 2 * shown.GetClientSize());
+    const wxPoint at = 2 * (animation->GetScreenPosition() - shown.ClientToScreen(wxPoint(0, 0)));
     ASSERT_GT(at.x, 0);
     // The theme's colour beside the spinner, which must show behind it too.
     const wxColour background(shot.GetRed(at.x - 1, at.y), shot.GetGreen(at.x - 1, at.y),
@@ -74,7 +80,6 @@ TEST(message_animation_scale_test, the_spinner_shows_its_dense_frames_sharp_on_t
       differing += shown_ink[i] != frame_ink[i] ? 1 : 0;
     }
     EXPECT_EQ(differing, 0u) << "pixels where the window and the dense frame differ";
-    shown.EndModal(wxID_CANCEL);
   });
 }
 

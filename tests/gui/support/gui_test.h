@@ -2,7 +2,7 @@
 // Helpers for tests that drive real windows: waiting on conditions while the event loop
 // runs, acting from inside a modal dialog's loop, simulated clicks and keys, and screen
 // captures. Everything here runs on the GUI thread, under the program's wxApp set up by
-// gui_test_main.cpp, with an X display (Xvfb in the test runs).
+// gui_test_main.cpp, on an X display (Xvfb) or as a Wayland client (tools/wayland-run.sh).
 #include <functional>
 #include <string>
 #include <vector>

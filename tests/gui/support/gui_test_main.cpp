@@ -15,6 +15,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <vector>
 
 namespace {
@@ -58,15 +59,16 @@ int main(int argc, char** argv) {
   test_support::fail_on_unexpected_reports();
   wxSetAssertHandler(fail_on_wx_assert);
 
-  // Without a display GTK can't start: say so rather than fail obscurely.
-  const char* display = std::getenv("DISPLAY");
-  if (!display || !*display) {
-    std::fprintf(stderr, "GUI tests need an X display and DISPLAY is not set: run them under xvfb-run\n");
-    return 1;
-  }
   // The accessibility bridge would wait for a session bus that test runs don't have.
   ::setenv("NO_AT_BRIDGE", "1", 0);
   ::setenv("GDK_BACKEND", "x11", 0);
+  // Without a display GTK can't start: say so rather than fail obscurely.
+  const bool wayland = std::string(std::getenv("GDK_BACKEND")) == "wayland";
+  const char* display = std::getenv(wayland ? "WAYLAND_DISPLAY" : "DISPLAY");
+  if (!display || !*display) {
+    std::fprintf(stderr, "GUI tests need a display: run them under xvfb-run or tools/wayland-run.sh\n");
+    return 1;
+  }
   test_support::use_english_texts();
 
   wxApp::SetInstance(new gui_test_app_t);

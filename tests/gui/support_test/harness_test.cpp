@@ -131,7 +131,9 @@ wxColour middle_of(const std::string& path) {
 }
 
 TEST(harness_test, capture_shows_the_drawn_window_as_it_is_now) {
-  auto* frame = new wxFrame(nullptr, wxID_ANY, "capture", wxPoint(50, 50), wxSize(240, 160));
+  auto* frame = new wxFrame(nullptr, wxID_ANY, "capture", wxPoint(50, 50));
+  // The client area's size: a window's own size may hold decorations, which leave less room.
+  frame->SetClientSize(wxSize(240, 160));
   auto* panel = new wxPanel(frame);
   panel->SetBackgroundColour(wxColour(200, 30, 40));
   new wxButton(panel, wxID_OK, "Button", wxPoint(10, 10));
@@ -142,7 +144,8 @@ TEST(harness_test, capture_shows_the_drawn_window_as_it_is_now) {
   ASSERT_TRUE(gui_test::capture_png(frame, path));
   wxImage image;
   ASSERT_TRUE(image.LoadFile(wxString::FromUTF8(path), wxBITMAP_TYPE_PNG));
-  EXPECT_EQ(image.GetSize(), frame->GetSize());
+  // The picture holds what the window draws: its client area, without decorations GTK draws.
+  EXPECT_EQ(image.GetSize(), frame->GetClientSize());
   EXPECT_EQ(middle_of(path), wxColour(200, 30, 40));
 
   // Nothing asked for a repaint: the capture itself makes the screen current.

@@ -33,6 +33,9 @@ class modal_flavor<wxDialog> : public wxDialog, public help_callback_t {
  public:
   modal_flavor();
   int ShowModal() override;
+  /// Centres the dialog on its parent where the application places its windows (X11);
+  /// elsewhere the compositor centres a dialog on the window it is transient for.
+  void place_centred();
 
  private:
   void on_help(wxHelpEvent& event);

@@ -8,6 +8,7 @@
 #include <plaxi1/image_loader.h>
 #include <plaxi1/modal.h>
 #include <plaxi1/picture.h>
+#include <plaxi1/placement.h>
 #include <plaxi1/press_tracker.h>
 #include <plaxi1/resource_loader.h>
 #include <plaxi1/screenshot.h>

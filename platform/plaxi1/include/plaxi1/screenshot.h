@@ -23,13 +23,15 @@ bool wait_until_painted(wxWindow* window, int bound_ms);
 
 /// Writes a PNG of `window`, after letting it finish painting, at device pixels: its size
 /// times its scale factor (GDK_SCALE), so the picture is as sharp as the screen shows it.
-/// GTK draws the window's widget tree into the picture, which therefore needs neither the
-/// X11 screen nor an uncovered window. The wx popup windows of its controls (the custom
-/// tooltips among them) are drawn over it where they show; GTK's own popups (menus, the
-/// list of a combo box, native tooltips) are not. Only where GTK can't draw the window
-/// (another port of wx, or no GTK widget behind it) is the picture read from the X11
-/// screen instead, at device pixels too; the window must then lie wholly on it. False
-/// when the window isn't shown, no picture could be made or the file can't be written.
+/// GTK draws the window's widget tree into the picture, the same on X11 and Wayland, and
+/// whatever covers the window on the screen. Of a top-level window that is its content, its
+/// client area: not the title bar and shadow that GTK draws around it on Wayland, nor a
+/// window manager's frame. The wx popup windows of its controls (the custom tooltips among
+/// them) are drawn over it where they show; GTK's own popups (menus, the list of a combo
+/// box, native tooltips) are not. Only a window without a GTK widget (GetHandle() gives
+/// none) is read from the X11 screen instead, at device pixels too: it must then lie wholly
+/// on the screen, uncovered, and under Wayland it can't be pictured. False when the window
+/// isn't shown, no picture could be made or the file can't be written.
 bool save_screenshot(wxWindow* window, const std::string& png_path);
 
 }  // namespace plaxi1

@@ -1,9 +1,23 @@
 #pragma once
 /// Tasks and their scheduler: work handed over from any thread to run on the GUI thread,
 /// and the posting of a signal's emission to the GUI thread.
+///
+/// What a host can rely on for a posted emission (PostSignal):
+/// - it may be posted from any thread, also before the wx application exists (it waits
+///   for it) and after the application is gone; posting doesn't wait for deliveries;
+/// - it is delivered on the GUI thread, at most once, after the posting thread's earlier
+///   posts; posts of several threads interleave in order of arrival;
+/// - its receivers are those connected to the signal at the post: one connected later
+///   isn't called, one disconnected later still is, and the signal may die meanwhile;
+/// - a receiver that dies (or leaves all its signals) before the delivery isn't called;
+///   one dying on another thread while it is being called waits for the call to end, if
+///   it leaves its signals first thing in its destructor;
+/// - a receiver that throws ends that delivery, as it ends an emission; the next one runs.
+/// The post takes the signal's mutex for a moment, and no receiver's lock.
 #include <korvat2/block_pool.h>
 #include <korvat2/intrusive_pointer.h>
 #include <korvat2/signal.h>
+#include <korvat2/signal_snapshot.h>
 
 #include <atomic>
 #include <cstddef>
@@ -102,6 +116,9 @@ class alignas(64) Scheduler : public korvat2::intrusive_pointer_impl_t {
   /// Appends `task` to the queue named `queue` ("" is the default queue); any thread. Never
   /// waits for the GUI thread: the task runs later, after the tasks that came before it.
   void AddTask(korvat2::intrusive_pointer_t<ITask> task, const std::string& queue);
+  /// AddTask on the default queue of the process's scheduler, without counting a share of
+  /// it: posters on every thread would all wait for its count's mutex.
+  static void _post(korvat2::intrusive_pointer_t<ITask> task);
 
   /// Tasks waiting to run, over all queues.
   std::size_t GetPendingCount() const;
@@ -118,6 +135,7 @@ class alignas(64) Scheduler : public korvat2::intrusive_pointer_impl_t {
 
  private:
   Scheduler();
+  static Scheduler& instance();
   void deliver();
   void post_request_locked();
   void take_waiting();
@@ -155,13 +173,13 @@ namespace _internal {
 /// Fills argument places that are not in use.
 struct dummy_t {};
 
-/// Emits a snapshot of a signal, with copies of the arguments, on the GUI thread.
+/// Calls the receivers that a signal had when it was posted, with copies of the arguments,
+/// on the GUI thread.
 template <class Signal, class... A>
 class PostSignalTask : public GUITask {
  public:
-  explicit PostSignalTask(const Signal& signal, A... args) : m_signal(signal), m_args(std::move(args)...) {}
-  // Destroying the private signal takes its connections out of the subscribers' lists.
-  ~PostSignalTask() override = default;
+  explicit PostSignalTask(const Signal& signal, A... args)
+      : m_receivers(signal), m_args(std::move(args)...) {}
 
   // Made on a worker and freed on the GUI thread, many per second.
   static void* operator new(std::size_t size) { return korvat2::_internal::pool_allocate(size); }
@@ -169,32 +187,27 @@ class PostSignalTask : public GUITask {
     korvat2::_internal::pool_free(block, size);
   }
 
+  // The snapshot empties itself as it calls: a task run again calls nobody.
   void DoGUITask() override {
-    std::apply([this](const A&... args) { m_signal(args...); }, m_args);
-    // Never calls twice, and no subscriber keeps an entry for a task about to go.
-    m_signal._erase_all();
+    std::apply([this](const A&... args) { m_receivers(args...); }, m_args);
   }
 
  private:
-  Signal m_signal;
+  typename Signal::snapshot_t m_receivers;
   std::tuple<A...> m_args;
 };
 
 }  // namespace _internal
 
-/// Emits `signal` with `args` on the GUI thread, later; any thread. The subscribers are
-/// those connected now; one that dies before the delivery isn't called. The arguments are
-/// stored as passed: give them in the signal's own types (a std::string, not a char*).
+/// Emits `signal` with `args` on the GUI thread, later, to the receivers it has now that
+/// still live then; any thread (see the top of this header for the whole contract). The
+/// arguments are stored as passed: give them in the signal's own types (a std::string, not
+/// a char*).
 template <class Signal, class... A>
-void PostSignal(Signal signal, A... args) {
-  korvat2::intrusive_pointer_t<ISchedulerStatusCallback> callback;
-  korvat2::intrusive_pointer_t<Scheduler> scheduler = Scheduler::Get(callback);
+void PostSignal(const Signal& signal, A... args) {
   korvat2::intrusive_pointer_t<ITask> task(
       new _internal::PostSignalTask<Signal, A...>(signal, std::move(args)...));
-  scheduler->AddTask(task, std::string());
-  task.reset();
-  scheduler.reset();
-  callback.reset();
+  Scheduler::_post(std::move(task));
 }
 
 }  // namespace plaxi1::tasks

@@ -19,8 +19,10 @@ class wxCustomTooltip {
   int GetHideDelay() const;
   void SetShowDelay(int milliseconds);
   int GetShowDelay() const;
-  /// Shows the popup now, beside the mouse or under the window; hides it.
+  /// Shows the popup now: below the pointer where the window's own mouse events last saw
+  /// it over the window, else under the window's bottom-left corner; on the display.
   void ShowNow();
+  /// Hides the popup.
   void Hide();
   bool IsPopupShown() const;
   /// The popup window while it is shown, else null.

@@ -359,6 +359,29 @@ TEST_F(catalog_registry_test, change_of_language_takes_effect_at_a_reload) {
   EXPECT_EQ(text_of(getMessageCatalog("t_switch"), "key"), "english");
 }
 
+// A catalog of another language is read only once that language is asked for: here a
+// broken German file is never looked at while English is in use, and is read, mended, at
+// the switch.
+TEST_F(catalog_registry_test, catalog_of_another_language_is_read_only_at_the_switch_to_it) {
+  const std::string german = write_catalog("t_lazy", "de", "msgid \"key\nmsgstr \"kaputt\"\n");
+  write_catalog("t_lazy", "en", po_entry("key", "english"));
+  m_lang.set("en_GB.UTF-8");
+  {
+    test_support::log_capture_t capture;
+    EXPECT_EQ(text_of(getMessageCatalog("t_lazy"), "key"), "english");
+    for (const auto& line : capture.lines()) {
+      EXPECT_EQ(line.text.find(german), std::string::npos) << line.text;
+    }
+  }
+  write_bytes(german, po_entry("key", "deutsch"));
+  m_lang.set("de_DE.UTF-8");
+  reloadMessageCatalogs();
+  const catalog_t* catalog = getMessageCatalog("t_lazy");
+  ASSERT_NE(catalog, nullptr);
+  EXPECT_EQ(catalog->language(), "de");
+  EXPECT_EQ(text_of(catalog, "key"), "deutsch");
+}
+
 TEST_F(catalog_registry_test, catalogs_come_from_the_resource_folder_of_the_host) {
   class host_locations_t : public IProductLocations {
    public:
