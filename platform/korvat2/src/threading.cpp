@@ -23,6 +23,25 @@ bool register_barriers() {
          syscall(SYS_membarrier, MEMBARRIER_CMD_REGISTER_PRIVATE_EXPEDITED, 0, 0) == 0;
 }
 
+// Where registering for barriers stands: tried once, by the first thread to sleep.
+enum barrier_state_t { untried, registering, offered, refused };
+std::atomic<int> barrier_state{untried};
+
+// Where barriers stand for a thread about to sleep, registering on the first call. A sleeper
+// may trust a releaser's plain store to reach it when barriers were refused (releasers then
+// give mutexes back with exchanges) or when it makes a process-wide barrier itself; while
+// another thread registers, neither holds, and it sleeps for a bounded moment.
+int barrier_state_now() {
+  int state = barrier_state.load(std::memory_order_acquire);
+  if (state == untried &&
+      barrier_state.compare_exchange_strong(state, registering, std::memory_order_acq_rel)) {
+    state = register_barriers() ? offered : refused;
+    barrier_state.store(state, std::memory_order_release);
+    _internal::fence_free_release.store(state == offered, std::memory_order_release);
+  }
+  return state;
+}
+
 // Runs a full memory barrier on every thread of the process: a plain-store release that is
 // still in its processor's store buffer becomes visible. False when it didn't happen.
 bool process_barrier() { return syscall(SYS_membarrier, MEMBARRIER_CMD_PRIVATE_EXPEDITED, 0, 0) == 0; }
@@ -36,7 +55,7 @@ void sleep_while_locked(std::atomic<int>& state, int locked, bool bounded) {
 }  // namespace
 
 namespace _internal {
-const bool fence_free_release = register_barriers();
+std::atomic<bool> fence_free_release{false};
 std::atomic<std::uint32_t> sleepers[sleeper_buckets] = {};
 }  // namespace _internal
 
@@ -72,7 +91,8 @@ void mutex_t::lock_contended() {
     if (m_state.compare_exchange_strong(expected, locked, std::memory_order_acquire)) {
       break;
     }
-    const bool barrier = !_internal::fence_free_release || process_barrier();
+    const int barriers = barrier_state_now();
+    const bool barrier = barriers == refused || (barriers == offered && process_barrier());
     expected = unlocked;
     if (m_state.compare_exchange_strong(expected, locked, std::memory_order_acquire)) {
       break;

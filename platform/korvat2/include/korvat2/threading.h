@@ -11,9 +11,12 @@
 namespace korvat2::threading {
 
 namespace _internal {
-/// Whether the process may give a mutex back with a plain store: set once, when the
-/// library is loaded, if the system offers process-wide memory barriers.
-extern const bool fence_free_release;
+/// Whether the process may give a mutex back with a plain store: set once the process has
+/// registered for process-wide memory barriers, where the system offers them. The first
+/// thread that goes to sleep on a contended mutex registers, not the library's loading:
+/// registering a process that runs threads waits for the kernel's grace period (some
+/// milliseconds), which a host's start shouldn't pay.
+extern std::atomic<bool> fence_free_release;
 
 /// Threads asleep or about to sleep on mutexes, by a hash of the mutex's address. Kept
 /// outside the mutexes, since a releaser looks after giving the mutex back, when another
@@ -79,7 +82,7 @@ class mutex_t {
       m_owner.store(nullptr, std::memory_order_relaxed);
       // From here on the mutex may be gone: only its address is used.
       const void* self = this;
-      if (_internal::fence_free_release) {
+      if (_internal::fence_free_release.load(std::memory_order_relaxed)) {
         // A plain store: a thread about to sleep makes it visible with a process-wide
         // barrier before it looks at the state for the last time.
         m_state.store(unlocked, std::memory_order_release);

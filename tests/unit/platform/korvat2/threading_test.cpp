@@ -1,6 +1,11 @@
 #include <korvat2/threading.h>
 
 #include <gtest/gtest.h>
+#include <linux/membarrier.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cstdlib>
 
 #include <atomic>
 #include <mutex>
@@ -106,6 +111,67 @@ TEST(mutex, a_sleeping_waiter_is_woken_by_the_release) {
   mutex.release();
   waiter.join();
   EXPECT_TRUE(got_it);
+}
+
+// Whether this system offers the process-wide barriers that a sleeper registers for.
+bool barriers_offered() {
+  const long offered = syscall(SYS_membarrier, MEMBARRIER_CMD_QUERY, 0, 0);
+  return offered > 0 && (offered & MEMBARRIER_CMD_PRIVATE_EXPEDITED) != 0;
+}
+
+// Holds a mutex until another thread sleeps on it, then lets it go.
+void sleep_on_a_held_mutex() {
+  mutex_t mutex;
+  mutex.acquire();
+  std::thread waiter([&] {
+    mutex.acquire();
+    mutex.release();
+  });
+  while (korvat2::threading::_internal::sleepers_of(&mutex).load() == 0) {
+    std::this_thread::yield();
+  }
+  mutex.release();
+  waiter.join();
+}
+
+// Checked in a fresh process: loading the library registers nothing (registering a process
+// with threads waits for the kernel); the first thread to sleep registers.
+void check_registration_waits_for_the_first_sleeper() {
+  using korvat2::threading::_internal::fence_free_release;
+  if (fence_free_release.load()) {
+    std::exit(1);
+  }
+  sleep_on_a_held_mutex();
+  std::exit(fence_free_release.load() == barriers_offered() ? 0 : 2);
+}
+
+TEST(mutex, barriers_are_registered_by_the_first_sleeper_not_at_load) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");  // a new process, which runs only this test
+  EXPECT_EXIT(check_registration_waits_for_the_first_sleeper(), ::testing::ExitedWithCode(0), "");
+}
+
+TEST(mutex, a_waiter_that_sleeps_while_another_registers_still_gets_the_mutex) {
+  // Several sleepers at once: one registers, the others sleep for bounded moments meanwhile.
+  mutex_t mutex;
+  int count = 0;
+  std::vector<std::thread> threads;
+  mutex.acquire();
+  for (int i = 0; i < 4; ++i) {
+    threads.emplace_back([&] {
+      for (int n = 0; n < 1000; ++n) {
+        std::lock_guard<mutex_t> lock(mutex);
+        ++count;
+      }
+    });
+  }
+  while (korvat2::threading::_internal::sleepers_of(&mutex).load() == 0) {
+    std::this_thread::yield();
+  }
+  mutex.release();
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+  EXPECT_EQ(count, 4000);
 }
 
 }  // namespace
