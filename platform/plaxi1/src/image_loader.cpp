@@ -75,7 +75,7 @@ index_t read_index(const std::string& location) {
 index_t& index_at(const std::string& location) {
   auto found = indexes().find(location);
   if (found == indexes().end()) {
-    init_resource_handlers();
+    init_file_handlers();
     found = indexes().emplace(location, read_index(location)).first;
   }
   return found->second;

@@ -138,7 +138,8 @@ std::unique_ptr<wxXmlDocument> read_document(const std::string& file) {
 }
 
 wxXmlResource* make_resource(const std::string& file, const catalog_t* catalog) {
-  init_resource_handlers();
+  // The layouts have resource objects of their own: wx's global one is left to the host.
+  init_file_handlers();
   std::unique_ptr<wxXmlDocument> document = read_document(file);
   if (!document) {
     ylvane_1::log::write(ylvane_1::log::level_t::warn, std::string("layout file not read: ") + file);
@@ -217,7 +218,7 @@ bool resource_loader_t::is_ok() const {
   return layout_for(m_resource_file, m_catalog_name).resource != nullptr;
 }
 
-void init_resource_handlers() {
+void init_file_handlers() {
   static bool done = false;
   if (done) {
     return;
@@ -235,6 +236,10 @@ void init_resource_handlers() {
   if (!wxAnimation::FindHandler(wxANIMATION_TYPE_GIF)) {
     wxAnimation::InitStandardHandlers();
   }
+}
+
+void init_resource_handlers() {
+  init_file_handlers();
   wxXmlResource::Get()->InitAllHandlers();
 }
 

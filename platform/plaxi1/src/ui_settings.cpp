@@ -92,11 +92,29 @@ struct ui_settings_t::data_t {
   wxFont fonts[font_count];
   wxColour colors[color_count];
   int metrics[metric_count] = {};
+  // The toolkit makes a styled widget for each colour and metric it is asked for, a good
+  // part of a host's start: they are read when first asked for, the fonts at once.
+  bool colors_read = false;
+  bool metrics_read = false;
 
   void read() {
     read_fonts();
-    read_colors();
-    read_metrics();
+    colors_read = false;
+    metrics_read = false;
+  }
+  const wxColour& color(default_colors_t index) {
+    if (!colors_read) {
+      read_colors();
+      colors_read = true;
+    }
+    return colors[index];
+  }
+  int metric(default_metrics_t index) {
+    if (!metrics_read) {
+      read_metrics();
+      metrics_read = true;
+    }
+    return metrics[index];
   }
 
   void read_fonts() {
@@ -192,9 +210,9 @@ wxFont ui_settings_t::get_font(default_fonts_t font) const {
 wxColour ui_settings_t::get_color(default_colors_t color) const {
   if (color < 0 || color >= color_count) {
     ZANDOR_ASSERT_MSG("unknown colour", false);
-    return m_data->colors[color_text];
+    return m_data->color(color_text);
   }
-  return m_data->colors[color];
+  return m_data->color(color);
 }
 
 int ui_settings_t::get_metric(default_metrics_t metric) const {
@@ -202,7 +220,7 @@ int ui_settings_t::get_metric(default_metrics_t metric) const {
     ZANDOR_ASSERT_MSG("unknown metric", false);
     return 0;
   }
-  return m_data->metrics[metric];
+  return m_data->metric(metric);
 }
 
 void ui_settings_t::refresh() {

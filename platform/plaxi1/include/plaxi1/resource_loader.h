@@ -30,7 +30,11 @@ class resource_loader_t {
   std::string m_catalog_name;
 };
 
-/// Makes sure that the toolkit can read resource archives, XRC layouts and PNG pictures.
+/// Makes sure that the toolkit can read resource archives, XRC layouts and PNG pictures,
+/// wx's global resource object included.
 void init_resource_handlers();
+
+/// Makes sure that the toolkit can read resource archives and PNG and GIF pictures.
+void init_file_handlers();
 
 }  // namespace plaxi1
