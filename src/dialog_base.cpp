@@ -74,6 +74,17 @@ bool dialog_base_t::Show(bool show) {
   return changed;
 }
 
+// The initialisation disables the Help button of a dialog without help once the dialog is
+// on the screen, and a button whose state changes after it was styled has its whole row
+// styled and measured anew. It is disabled as it joins the dialog instead; the
+// initialisation then finds it done.
+void dialog_base_t::AddChild(wxWindowBase* child) {
+  generic_base_t<dummy>::AddChild(child);
+  if (!m_initialized && child->GetId() == XRCID("m_btn_help")) {
+    child->Enable(m_help_id != -1);
+  }
+}
+
 bool dialog_base_t::show_nonmodal(wxWindow* parent, bool show) {
   if (!m_loaded) {
     m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_object_name);

@@ -25,13 +25,13 @@ constexpr long default_max_len = 10000;
 
 // wx tells only its window classes whether a window was given a font; one that wasn't shows
 // its class's default, which is the toolkit's font. Asking GetFont would make a widget to
-// find that default.
+// find that default, again on every measure of its texts.
 class font_probe_t : public wxWindow {
  public:
   static bool has_font(const wxWindow& window) { return (window.*(&font_probe_t::m_font)).IsOk(); }
+  // Notes the font that a window without one shows already, without restyling it.
+  static void note_font(wxWindow& window, const wxFont& font) { window.*(&font_probe_t::m_font) = font; }
 };
-
-bool has_own_font(const wxWindow& window) { return font_probe_t::has_font(window); }
 
 const char* const path_message_keys[] = {"path.nonexisting",    "path.nonexisting_parent_dir",
                                          "path.empty_relative", "path.enter_valid_path",
@@ -86,8 +86,10 @@ void generic_base_t<T>::on_update_ui_settings() {
   // cost of a show: a child that was given no font shows the toolkit's already.
   const bool toolkit_font = font == wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
   for (wxWindow* child : this->GetChildren()) {
-    if (!toolkit_font || has_own_font(*child)) {
+    if (!toolkit_font || font_probe_t::has_font(*child)) {
       child->SetFont(font);
+    } else {
+      font_probe_t::note_font(*child, font);
     }
   }
 }

@@ -30,6 +30,8 @@ class TAMSEL3_API dialog_base_t : public generic_base_t<dummy> {
   /// Shows or hides the dialog as wxDialog does; a dialog that appears paints at once,
   /// after its initialisation, rather than at the toolkit's next frame.
   bool Show(bool show = true) override;
+  /// As wxDialog's; the Help button of a dialog without help is disabled as it is added.
+  void AddChild(wxWindowBase* child) override;
 
   /// Shows or hides the dialog without a modal loop; false when the layout couldn't be
   /// loaded, else the result of Show.

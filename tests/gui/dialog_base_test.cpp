@@ -8,6 +8,7 @@
 #include <tamsel3/resource.h>
 
 #include <gtest/gtest.h>
+#include <gtk/gtk.h>
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/frame.h>
@@ -126,6 +127,37 @@ TEST(dialog_base_test, help_button_is_enabled_with_a_help_id) {
   run_modal(dialog, [](wxDialog& shown) { gui_test::click(&shown, "m_btn_cancel"); });
   ASSERT_NE(dialog.help_button(), nullptr);
   EXPECT_TRUE(dialog.help_button()->IsEnabled());
+}
+
+bool help_button_sensitive(wxDialog& shown) {
+  wxWindow* help = shown.FindWindow(XRCID("m_btn_help"));
+  return help && gtk_widget_is_sensitive(static_cast<GtkWidget*>(help->GetHandle()));
+}
+
+// The toolkit's button has the state too, not only wx's record of it.
+TEST(dialog_base_test, help_button_without_help_id_is_insensitive_on_the_screen) {
+  recording_dialog_t dialog;
+  bool sensitive = true;
+  run_modal(dialog, [&sensitive](wxDialog& shown) {
+    sensitive = help_button_sensitive(shown);
+    gui_test::click(&shown, "m_btn_cancel");
+  });
+  EXPECT_FALSE(sensitive);
+}
+
+TEST(dialog_base_test, help_id_given_after_the_load_enables_the_help_button) {
+  recording_dialog_t dialog;
+  dialog.show_nonmodal(nullptr, false);  // loaded, not shown
+  ASSERT_TRUE(dialog.is_loaded());
+  dialog.set_help_id(1000);
+  bool sensitive = false;
+  run_modal(dialog, [&sensitive](wxDialog& shown) {
+    sensitive = help_button_sensitive(shown);
+    gui_test::click(&shown, "m_btn_cancel");
+  });
+  ASSERT_NE(dialog.help_button(), nullptr);
+  EXPECT_TRUE(dialog.help_button()->IsEnabled());
+  EXPECT_TRUE(sensitive);
 }
 
 TEST(dialog_base_test, layout_without_help_button_works) {

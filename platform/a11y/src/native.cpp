@@ -20,6 +20,9 @@
 #include <wx/treectrl.h>
 #include <wx/window.h>
 
+#include <typeindex>
+#include <typeinfo>
+#include <unordered_map>
 #include <utility>
 
 namespace a11y {
@@ -81,13 +84,25 @@ bool unnamed(AtkObject* object) {
   return object && (!name || !*name);
 }
 
-bool read_by_name(wxWindow* window) {
+bool read_by_name_class(wxWindow* window) {
   return dynamic_cast<wxTextCtrl*>(window) || dynamic_cast<wxSpinCtrl*>(window) ||
          dynamic_cast<wxSpinCtrlDouble*>(window) || dynamic_cast<wxChoice*>(window) ||
          dynamic_cast<wxComboBox*>(window) || dynamic_cast<wxListCtrl*>(window) ||
          dynamic_cast<wxListBox*>(window) || dynamic_cast<wxDataViewCtrl*>(window) ||
          dynamic_cast<wxTreeCtrl*>(window) || dynamic_cast<wxSlider*>(window) ||
          dynamic_cast<wxStaticBitmap*>(window);
+}
+
+// Asked of every child of every window that is named, and the answer is the class's: each
+// class is tested once. GUI thread.
+bool read_by_name(wxWindow* window) {
+  static std::unordered_map<std::type_index, bool> by_class;
+  const std::type_index type(typeid(*window));
+  auto found = by_class.find(type);
+  if (found == by_class.end()) {
+    found = by_class.emplace(type, read_by_name_class(window)).first;
+  }
+  return found->second;
 }
 
 // A label's text as a name: no mnemonic, no colon at the end.
