@@ -1,9 +1,10 @@
 // Time from the show to the first paint, for a dialog of the library and for the same
 // layout shown the way a host without the library would: wxXmlResource into a plain
-// wxDialog. Each shows a new dialog (loading its layout) and a dialog shown before; the
-// same again for the largest preference page in a host dialog. Wall time decides; the
-// process's CPU time over the same span is the counter "cpu_ms". Needs a display: run
-// under `xvfb-run -a -s '-screen 0 1600x1200x24'` where there is none.
+// wxDialog, from a layout file with the words that the library shows. Each shows a new
+// dialog (loading its layout) and a dialog shown before; the same again for the largest
+// preference page in a host dialog. Wall time decides; the process's CPU time over the
+// same span is the counter "cpu_ms". Needs a display: run under
+// `xvfb-run -a -s '-screen 0 1600x1200x24'` where there is none.
 #include "ratio_reporter.h"
 #include "wx_session.h"
 
@@ -12,15 +13,20 @@
 #include <tamsel3/editor_pp.h>
 #include <tamsel3/resource.h>
 
+#include <quern2/catalog_registry.h>
+#include <zandor/catalog.h>
+
 #include <benchmark/benchmark.h>
 #include <wx/dialog.h>
 #include <wx/filesys.h>
 #include <wx/fs_zip.h>
 #include <wx/sizer.h>
+#include <wx/xml/xml.h>
 #include <wx/xrc/xmlres.h>
 
 #include <chrono>
 #include <ctime>
+#include <filesystem>
 #include <functional>
 #include <memory>
 
@@ -77,15 +83,49 @@ class paint_watch_t {
 
 std::string layout_file() { return tamsel3::create_resource_filename("tamsel3.dat", "tamsel.xrc"); }
 
-// The layouts as a host would open them: once, by wx's own resource object.
+// Gives each text of the layout that is a key of the library's catalog the words that the
+// library shows for it, so that the peer shows and measures the same dialog. A host without
+// the library writes its words into its layout.
+void write_words(wxXmlNode* parent, const ZANDOR_2_16::i18n::catalog_t& catalog) {
+  for (wxXmlNode* node = parent->GetChildren(); node; node = node->GetNext()) {
+    if (node->GetType() == wxXML_TEXT_NODE) {
+      const std::string key(node->GetContent().Strip(wxString::both).utf8_str());
+      if (catalog.has_message(key)) {
+        wxString words =
+            wxString::FromUTF8(catalog.message(key).as_ustring(ZANDOR_2_16::generic::varg_list()).str());
+        words.Replace("_", "__");
+        node->SetContent(words);
+      }
+    } else {
+      write_words(node, catalog);
+    }
+  }
+}
+
+// The layouts with their words, as a layout file of a host's own (the two layouts measured
+// show no pictures, which would be looked for beside it). Empty when it couldn't be written.
+wxString host_layout_file() {
+  if (!wxFileSystem::HasHandlerForPath("x.dat#zip:y")) {
+    wxFileSystem::AddHandler(new wxZipFSHandler);
+  }
+  wxFileSystem files;
+  const std::unique_ptr<wxFSFile> file(files.OpenFile(wxString::FromUTF8(layout_file())));
+  wxXmlDocument document;
+  const ZANDOR_2_16::i18n::catalog_t* catalog = quern2::getMessageCatalog("tamsel");
+  if (!file || !catalog || !document.Load(*file->GetStream())) {
+    return {};
+  }
+  write_words(document.GetRoot(), *catalog);
+  const wxString path = (std::filesystem::temp_directory_path() / "bench_dialog_show.xrc").string();
+  return document.Save(path) ? path : wxString();
+}
+
+// The layouts as a host would open them: once, from its file, by wx's own resource object.
 wxXmlResource& plain_resource() {
   static wxXmlResource* const resource = [] {
-    if (!wxFileSystem::HasHandlerForPath("x.dat#zip:y")) {
-      wxFileSystem::AddHandler(new wxZipFSHandler);
-    }
     auto* loaded = new wxXmlResource(0);
     loaded->InitAllHandlers();
-    loaded->Load(wxString::FromUTF8(layout_file()));
+    loaded->Load(host_layout_file());
     return loaded;
   }();
   return *resource;
