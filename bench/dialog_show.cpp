@@ -165,56 +165,60 @@ class plain_dialog_t : public wxDialog {
 
 // ---- the largest preference page in a host dialog -----------------------------------------
 
-// As a host embeds a page of the library: created into its dialog, which it fits.
-class library_page_host_t : public wxDialog {
+// A host's preferences dialog around one page, which it fits when the page is made.
+class page_host_t : public wxDialog {
  public:
-  library_page_host_t()
+  page_host_t()
       : wxDialog(nullptr, wxID_ANY, "Preferences", wxDefaultPosition, wxDefaultSize,
-                 wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
-        m_page(new tamsel3::editor_pp_t(tamsel3::editor_data_t(), page_flags)),
-        m_watch(m_page, this) {}
+                 wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER) {}
   span_t show() {
-    m_watch.start();
-    if (!m_page->is_loaded()) {
-      m_page->create(this);
+    m_watch->start();
+    if (!m_made) {
+      m_made = true;
       auto* sizer = new wxBoxSizer(wxVERTICAL);
-      sizer->Add(m_page, 1, wxEXPAND);
+      sizer->Add(make_page(), 1, wxEXPAND);
       SetSizerAndFit(sizer);
     }
     ShowModal();
-    return m_watch.span();
+    return m_watch->span();
+  }
+
+ protected:
+  void watch(wxWindow* page) { m_watch = std::make_unique<paint_watch_t>(page, this); }
+
+ private:
+  virtual wxWindow* make_page() = 0;
+  std::unique_ptr<paint_watch_t> m_watch;
+  bool m_made = false;
+};
+
+// As a host embeds a page of the library: created into its dialog.
+class library_page_host_t : public page_host_t {
+ public:
+  library_page_host_t() : m_page(new tamsel3::editor_pp_t(tamsel3::editor_data_t(), page_flags)) {
+    watch(m_page);
   }
 
  private:
+  wxWindow* make_page() override {
+    m_page->create(this);
+    return m_page;
+  }
   static constexpr int page_flags = tamsel3::editor_pp_t::show_language_list |
                                     tamsel3::editor_pp_t::show_default | tamsel3::editor_pp_t::show_info;
   tamsel3::editor_pp_t* m_page;
-  paint_watch_t m_watch;
 };
 
-class plain_page_host_t : public wxDialog {
+class plain_page_host_t : public page_host_t {
  public:
-  plain_page_host_t()
-      : wxDialog(nullptr, wxID_ANY, "Preferences", wxDefaultPosition, wxDefaultSize,
-                 wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
-        m_page(new wxPanel),
-        m_watch(m_page, this) {}
-  span_t show() {
-    m_watch.start();
-    if (!m_loaded) {
-      m_loaded = plain_resource().LoadPanel(m_page, this, "pref.editor");
-      auto* sizer = new wxBoxSizer(wxVERTICAL);
-      sizer->Add(m_page, 1, wxEXPAND);
-      SetSizerAndFit(sizer);
-    }
-    ShowModal();
-    return m_watch.span();
-  }
+  plain_page_host_t() : m_page(new wxPanel) { watch(m_page); }
 
  private:
+  wxWindow* make_page() override {
+    plain_resource().LoadPanel(m_page, this, "pref.editor");
+    return m_page;
+  }
   wxPanel* m_page;
-  paint_watch_t m_watch;
-  bool m_loaded = false;
 };
 
 // ---- cases --------------------------------------------------------------------------------

@@ -146,6 +146,17 @@ struct handshake_t {
     { std::lock_guard<std::mutex> lock(mutex); }
     changed.notify_all();
   }
+  // Tells the workers to stop where they wait, and waits for them to end.
+  void stop_and_join(std::vector<std::thread>& workers) {
+    {
+      std::lock_guard<std::mutex> lock(mutex);
+      stop = true;
+    }
+    changed.notify_all();
+    for (std::thread& thread : workers) {
+      thread.join();
+    }
+  }
 };
 
 void worker(int self, int posts, emitter_t& emitter, const stable_subscriber_t& stable,
@@ -225,14 +236,7 @@ TEST(gui_bridge_stress, posts_from_four_workers_reach_changing_subscribers_in_or
       ++rotations;
     }
   }
-  {
-    std::lock_guard<std::mutex> lock(handshake.mutex);
-    handshake.stop = true;
-  }
-  handshake.changed.notify_all();
-  for (std::thread& thread : workers) {
-    thread.join();
-  }
+  handshake.stop_and_join(workers);
   const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
 
   while (!rotating.empty()) {
@@ -433,14 +437,7 @@ TEST(gui_bridge_stress, subscribers_dying_on_two_threads_miss_nothing_of_their_l
     add_witness();
     ++rotations;
   }
-  {
-    std::lock_guard<std::mutex> lock(handshake.mutex);
-    handshake.stop = true;
-  }
-  handshake.changed.notify_all();
-  for (std::thread& thread : workers) {
-    thread.join();
-  }
+  handshake.stop_and_join(workers);
   reaper.join();
   const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
   EXPECT_TRUE(gui_test::wait_until(

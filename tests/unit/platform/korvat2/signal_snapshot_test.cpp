@@ -1,5 +1,7 @@
 #include <korvat2/signal_snapshot.h>
 
+#include "logging_receiver.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -20,29 +22,8 @@ using korvat2::signal_snapshot_t;
 using korvat2::signal_t;
 using korvat2::subscriber_base_t;
 
-using call_log_t = std::vector<std::string>;
-
-// A receiver that logs its calls and then runs an optional action.
-class receiver_t : public subscriber_base_t {
- public:
-  receiver_t(call_log_t& log, std::string name) : m_log(log), m_name(std::move(name)) {}
-
-  void on_value(int value) {
-    m_log.push_back(m_name + ":" + std::to_string(value));
-    if (m_action) {
-      m_action(value);
-    }
-  }
-  virtual void on_virtual(int value) { m_log.push_back(m_name + "/virtual:" + std::to_string(value)); }
-  void on_text(const std::string& text) { m_log.push_back(m_name + ":" + text); }
-  void leave() { disconnect_all_signals(); }
-
-  std::function<void(int)> m_action;
-
- private:
-  call_log_t& m_log;
-  std::string m_name;
-};
+using test_support::call_log_t;
+using receiver_t = test_support::logging_receiver_t;
 
 // Shows what a snapshot holds of each receiver.
 std::uint32_t token_count(const korvat2::_internal::snapshot_base_t& snapshot, std::size_t index) {

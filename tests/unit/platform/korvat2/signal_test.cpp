@@ -1,5 +1,7 @@
 #include <korvat2/signal.h>
 
+#include "logging_receiver.h"
+
 #include "assert_recorder.h"
 
 #include <gtest/gtest.h>
@@ -24,34 +26,8 @@ const char* const duplicate_text = "(\"signal_t::_insert: this connection is alr
 const char* const unknown_text =
     "(\"signal_t::disconnect: attempt to disconnect unknown connection\", subscriber_found)";
 
-using call_log_t = std::vector<std::string>;
-
-// A receiver that logs its calls and then runs an optional action.
-class receiver_t : public subscriber_base_t {
- public:
-  receiver_t(call_log_t& log, std::string name) : m_log(log), m_name(std::move(name)) {}
-
-  void on_value(int value) {
-    m_log.push_back(m_name + ":" + std::to_string(value));
-    if (m_action) {
-      m_action(value);
-    }
-  }
-  void on_other(int value) { m_log.push_back(m_name + "/other:" + std::to_string(value)); }
-  void on_text(std::string text) {
-    m_log.push_back(m_name + ":" + text);
-    text = "changed by " + m_name;  // a by-value argument is this call's own copy
-  }
-
-  // Leaves every signal it is connected to, as a subscriber may before it dies.
-  void leave() { disconnect_all_signals(); }
-
-  std::function<void(int)> m_action;
-
- private:
-  call_log_t& m_log;
-  std::string m_name;
-};
+using test_support::call_log_t;
+using receiver_t = test_support::logging_receiver_t;
 
 // Shows the nodes of the connection list, blanks included.
 template <class... A>
