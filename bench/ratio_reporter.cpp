@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace bench_support {
@@ -30,13 +31,23 @@ class collecting_reporter_t : public benchmark::ConsoleReporter {
   void ReportRuns(const std::vector<Run>& runs) override {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
-      if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
-        const auto [test_case, library] = split_name(run.benchmark_name());
+      // With repetitions, the median of the repetitions stands for the case: one slow
+      // repetition (the display server busy elsewhere) doesn't move it.
+      const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
+      if ((run.run_type != Run::RT_Iteration && !median) || run.error_occurred) {
+        continue;
+      }
+      const std::string& args = run.run_name.args;
+      const auto [test_case, library] = split_name(run.run_name.function_name + (args.empty() ? "" : "/" + args));
+      if (median || m_medians[test_case].count(library) == 0) {
         m_times[test_case][library] =
             m_basis == time_basis_t::wall ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
-        if (std::find(m_order.begin(), m_order.end(), test_case) == m_order.end()) {
-          m_order.push_back(test_case);
-        }
+      }
+      if (median) {
+        m_medians[test_case].insert(library);
+      }
+      if (std::find(m_order.begin(), m_order.end(), test_case) == m_order.end()) {
+        m_order.push_back(test_case);
       }
     }
   }
@@ -71,6 +82,7 @@ class collecting_reporter_t : public benchmark::ConsoleReporter {
  private:
   time_basis_t m_basis;
   std::map<std::string, std::map<std::string, double>> m_times;
+  std::map<std::string, std::set<std::string>> m_medians;
   std::vector<std::string> m_order;
 };
 

@@ -20,6 +20,10 @@ class TAMSEL3_API pref_base_t : public generic_base_t<wxPanel> {
   void end_dialog(int code) override;
 
  private:
+  void handle_window_shown(wxShowEvent& event);
+
+  wxWindow* m_shown_in = nullptr;  // the top-level window whose shows the page follows
+  bool m_shown_before = false;
   wxDECLARE_EVENT_TABLE();
 };
 

@@ -4,7 +4,10 @@
 #include <plaxi1/ui_settings.h>
 
 #include <gtest/gtest.h>
+#include <gtk/gtk.h>
+#include <wx/dialog.h>
 #include <wx/frame.h>
+#include <wx/sizer.h>
 #include <wx/xrc/xmlres.h>
 
 namespace {
@@ -103,6 +106,64 @@ TEST_F(pref_base_test, settings_change_reaches_the_page_once) {
   const int after_create = page->updates;
   plaxi1::ui_settings_t::get()->refresh();
   EXPECT_EQ(page->updates, after_create + 1);
+}
+
+// A host dialog around a page, sized to it, as a host makes its preferences dialog.
+wxDialog* make_page_host(tamsel3::pref_base_t* page) {
+  auto* host = new wxDialog(nullptr, wxID_ANY, "Preferences");
+  page->create(host);
+  auto* sizer = new wxBoxSizer(wxVERTICAL);
+  sizer->Add(page, 1, wxEXPAND);
+  host->SetSizerAndFit(sizer);
+  return host;
+}
+
+// What the page had painted when its host's window came on the screen.
+struct paints_at_map_t {
+  int paints = 0;
+  int paints_at_map = -1;
+  static gboolean on_map(GtkWidget*, GdkEvent*, gpointer data) {
+    auto* self = static_cast<paints_at_map_t*>(data);
+    self->paints_at_map = self->paints;
+    return FALSE;
+  }
+};
+
+TEST_F(pref_base_test, a_host_shown_again_has_the_page_painted_as_it_comes_on_the_screen) {
+  auto* page = new recording_page_t;
+  wxDialog* host = make_page_host(page);
+  host->Show();
+  ASSERT_TRUE(gui_test::wait_until_shown(page));
+  host->Hide();
+  gui_test::pump();
+  paints_at_map_t record;
+  page->Bind(wxEVT_PAINT, [&record](wxPaintEvent& event) {
+    ++record.paints;
+    event.Skip();
+  });
+  const gulong handler =
+      g_signal_connect_after(host->GetHandle(), "map-event", G_CALLBACK(&paints_at_map_t::on_map), &record);
+  host->Show();
+  EXPECT_TRUE(gui_test::wait_until([&record] { return record.paints_at_map >= 0; }, 3000));
+  EXPECT_GT(record.paints_at_map, 0) << "painted as it was mapped, not at the toolkit's next frame";
+  g_signal_handler_disconnect(host->GetHandle(), handler);
+  host->Destroy();
+  gui_test::pump();
+}
+
+TEST_F(pref_base_test, a_host_shown_again_after_its_page_went_shows_without_it) {
+  auto* page = new recording_page_t;
+  wxDialog* host = make_page_host(page);
+  host->Show();
+  ASSERT_TRUE(gui_test::wait_until_shown(host));
+  host->Hide();
+  page->Destroy();
+  gui_test::pump();
+  host->Show();
+  EXPECT_TRUE(host->GetChildren().empty());
+  EXPECT_TRUE(gui_test::wait_until_shown(host));
+  host->Destroy();
+  gui_test::pump();
 }
 
 }  // namespace
