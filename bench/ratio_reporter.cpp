@@ -38,7 +38,8 @@ class collecting_reporter_t : public benchmark::ConsoleReporter {
         continue;
       }
       const std::string& args = run.run_name.args;
-      const auto [test_case, library] = split_name(run.run_name.function_name + (args.empty() ? "" : "/" + args));
+      const auto [test_case, library] =
+          split_name(run.run_name.function_name + (args.empty() ? "" : "/" + args));
       if (median || m_medians[test_case].count(library) == 0) {
         m_times[test_case][library] =
             m_basis == time_basis_t::wall ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
