@@ -67,7 +67,14 @@ class simple_message_panel_test : public ::testing::Test {
   // A change of the frame's width, which reaches the panel as a size event.
   void resize_frame(int width) {
     m_frame->SetSize(wxSize(width, 360));
-    gui_test::wait_until([&] { return m_panel->GetSize().x == m_page->GetClientSize().x; }, 3000);
+    // The page may not have taken the frame's new width yet, and the panel would still
+    // match the old one.
+    gui_test::wait_until(
+        [&] {
+          return m_page->GetSize().x == m_frame->GetClientSize().x &&
+                 m_panel->GetSize().x == m_page->GetClientSize().x;
+        },
+        3000);
     gui_test::pump();
   }
 
