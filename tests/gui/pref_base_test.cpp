@@ -118,6 +118,15 @@ wxDialog* make_page_host(tamsel3::pref_base_t* page) {
   return host;
 }
 
+// A host dialog around `page` that was on the screen once and is hidden again.
+wxDialog* make_host_shown_once(tamsel3::pref_base_t* page) {
+  wxDialog* host = make_page_host(page);
+  host->Show();
+  EXPECT_TRUE(gui_test::wait_until_shown(page));
+  host->Hide();
+  return host;
+}
+
 // What the page had painted when its host's window came on the screen.
 struct paints_at_map_t {
   int paints = 0;
@@ -131,10 +140,7 @@ struct paints_at_map_t {
 
 TEST_F(pref_base_test, a_host_shown_again_has_the_page_painted_as_it_comes_on_the_screen) {
   auto* page = new recording_page_t;
-  wxDialog* host = make_page_host(page);
-  host->Show();
-  ASSERT_TRUE(gui_test::wait_until_shown(page));
-  host->Hide();
+  wxDialog* host = make_host_shown_once(page);
   gui_test::pump();
   paints_at_map_t record;
   page->Bind(wxEVT_PAINT, [&record](wxPaintEvent& event) {
@@ -153,10 +159,7 @@ TEST_F(pref_base_test, a_host_shown_again_has_the_page_painted_as_it_comes_on_th
 
 TEST_F(pref_base_test, a_host_shown_again_after_its_page_went_shows_without_it) {
   auto* page = new recording_page_t;
-  wxDialog* host = make_page_host(page);
-  host->Show();
-  ASSERT_TRUE(gui_test::wait_until_shown(host));
-  host->Hide();
+  wxDialog* host = make_host_shown_once(page);
   page->Destroy();
   gui_test::pump();
   host->Show();
