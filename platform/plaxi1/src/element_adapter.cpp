@@ -77,6 +77,8 @@ void ElementAdapter::BindWindow(bool bind) {
     }
     m_window->Bind(wxEVT_MOUSE_CAPTURE_LOST, &ElementAdapter::handle_capture_lost, this);
     m_window->Bind(wxEVT_KEY_DOWN, &ElementAdapter::handle_key, this);
+    m_window->Bind(wxEVT_SET_FOCUS, &ElementAdapter::handle_focus, this);
+    m_window->Bind(wxEVT_KILL_FOCUS, &ElementAdapter::handle_focus, this);
     m_window->Bind(wxEVT_DESTROY, &ElementAdapter::handle_destroy, this);
     return;
   }
@@ -87,6 +89,8 @@ void ElementAdapter::BindWindow(bool bind) {
   }
   m_window->Unbind(wxEVT_MOUSE_CAPTURE_LOST, &ElementAdapter::handle_capture_lost, this);
   m_window->Unbind(wxEVT_KEY_DOWN, &ElementAdapter::handle_key, this);
+  m_window->Unbind(wxEVT_SET_FOCUS, &ElementAdapter::handle_focus, this);
+  m_window->Unbind(wxEVT_KILL_FOCUS, &ElementAdapter::handle_focus, this);
   m_window->Unbind(wxEVT_DESTROY, &ElementAdapter::handle_destroy, this);
 }
 
@@ -295,6 +299,14 @@ void ElementAdapter::handle_key(wxKeyEvent& event) {
   const bool tab = event.GetKeyCode() == WXK_TAB && !event.ControlDown() && !event.AltDown();
   if (!tab || !MoveFocus(!event.ShiftDown())) {
     event.Skip();
+  }
+}
+
+// The focused element shows its mark only while the window has the keyboard.
+void ElementAdapter::handle_focus(wxFocusEvent& event) {
+  event.Skip();
+  if (m_focus) {
+    m_focus->Invalidate();
   }
 }
 

@@ -3,6 +3,8 @@
 
 #include <plaxi1/ui_settings.h>
 
+#include <wx/textctrl.h>
+
 #include <vector>
 
 namespace {
@@ -78,6 +80,19 @@ class element_adapter_test : public ::testing::Test {
     key.SetEventObject(m_window.panel);
     m_window.panel->ProcessWindowEvent(key);
     return key.GetSkipped();
+  }
+
+  // Pixels in `area` of the panel's picture that are not `colour`.
+  int pixels_not_of(const wxRect& area, const wxColour& colour) {
+    const wxImage image = m_window.picture();
+    const double scale = m_window.panel->GetContentScaleFactor();
+    int count = 0;
+    for (int y = area.y; y < area.GetBottom(); ++y) {
+      for (int x = area.x; x < area.GetRight(); ++x) {
+        count += colour_at(image, static_cast<int>(x * scale), static_cast<int>(y * scale)) != colour;
+      }
+    }
+    return count;
   }
 
   element_window_t m_window;
@@ -345,24 +360,37 @@ TEST_F(element_adapter_test, the_focused_button_shows_a_focus_mark_while_the_win
   ASSERT_TRUE(gui_test::wait_until([&] { return wxWindow::FindFocus() == m_window.panel; }));
   const wxRect area = button->GetRect();
   ASSERT_EQ(area.GetSize(), wxSize(60, 30));
-  // Pixels of the button that are not its colour.
-  auto marked = [&] {
-    const wxImage image = m_window.picture();
-    const double scale = m_window.panel->GetContentScaleFactor();
-    int count = 0;
-    for (int y = area.y; y < area.GetBottom(); ++y) {
-      for (int x = area.x; x < area.GetRight(); ++x) {
-        count += colour_at(image, static_cast<int>(x * scale), static_cast<int>(y * scale)) != *wxWHITE;
-      }
-    }
-    return count;
-  };
+  auto marked = [&] { return pixels_not_of(area, *wxWHITE); };
   gui_test::pump();
   EXPECT_EQ(marked(), 0);
   const int painted = button->GetPaintCount();
   m_window.adapter->SetFocusElement(button.get());
   ASSERT_TRUE(gui_test::wait_until([&] { return button->GetPaintCount() > painted; }));
   EXPECT_GT(marked(), 20);
+}
+
+TEST_F(element_adapter_test, the_focus_mark_goes_with_the_keyboard_and_comes_back_with_it) {
+  korvat2::intrusive_pointer_t<FlatButton> button = new FlatButton(m_left, pos_top);
+  button->SetFixedSize(wxSize(60, 30));
+  button->SetColor(state_normal, *wxWHITE);
+  m_window.adapter->Relayout();
+  m_window.panel->SetCanFocus(true);
+  auto* other = new wxTextCtrl(m_window.frame, wxID_ANY, "", wxPoint(200, 250));
+  m_window.panel->SetFocus();
+  ASSERT_TRUE(gui_test::wait_until([&] { return wxWindow::FindFocus() == m_window.panel; }));
+  m_window.adapter->SetFocusElement(button.get());
+  gui_test::pump();
+  // The button is painted again each time the keyboard leaves or comes, and shows the
+  // mark only with it.
+  std::vector<bool> marks;
+  for (wxWindow* focus : {static_cast<wxWindow*>(other), static_cast<wxWindow*>(m_window.panel)}) {
+    const int painted = button->GetPaintCount();
+    focus->SetFocus();
+    ASSERT_TRUE(gui_test::wait_until([&] { return wxWindow::FindFocus() == focus; }));
+    EXPECT_TRUE(gui_test::wait_until([&] { return button->GetPaintCount() > painted; }));
+    marks.push_back(pixels_not_of(button->GetRect(), *wxWHITE) > 20);
+  }
+  EXPECT_EQ(marks, (std::vector<bool>{false, true}));
 }
 
 }  // namespace

@@ -97,6 +97,7 @@ class ElementAdapter : public wxEvtHandler, public korvat2::subscriber_base_t {
   void handle_mouse(wxMouseEvent& event);
   void handle_capture_lost(wxMouseCaptureLostEvent& event);
   void handle_key(wxKeyEvent& event);
+  void handle_focus(wxFocusEvent& event);
   void handle_destroy(wxWindowDestroyEvent& event);
   void BindWindow(bool bind);
 
