@@ -53,8 +53,9 @@ preferences_dialog_t::preferences_dialog_t(wxWindow* parent, tamsel3::pref_base_
   m_page->m_end_dialog_signal.connect(this, &preferences_dialog_t::on_end_page);
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(m_page, 1, wxEXPAND);
+  // Some pages leave their width to the host (the search folders' grid takes what it gets).
+  sizer->SetMinSize(wxSize(min_width, -1));
   SetSizerAndFit(sizer);
-  SetClientSize(wxSize(std::max(GetClientSize().GetWidth(), min_width), GetClientSize().GetHeight()));
 }
 
 void preferences_dialog_t::on_end_page(tamsel3::generic_base_t<wxPanel>*, int code) {

@@ -80,7 +80,9 @@ class TAMSEL3_API search_dirs_tab_t : public pref_base_t {
   virtual void show_warn_msg_box(const std::string& details);
 
   /// The size of the page's contents, at least the height that keeps the caption panel, the buttons and
-  /// three lines of text in view.
+  /// three lines of text in view. The width is 0 until the page was first made taller (the grid
+  /// takes the width it is given): a host gives its dialog a width of its own, for example as its
+  /// sizer's minimum width, since a window fitted to the page alone would be 0 wide.
   wxSize GetMinSize() const override;
   /// Writes the grid's rows back to the container; see the class comment.
   void save_settings() override;
