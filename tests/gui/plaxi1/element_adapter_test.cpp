@@ -82,6 +82,15 @@ class element_adapter_test : public ::testing::Test {
     return key.GetSkipped();
   }
 
+  // A white button, laid out, in a panel that takes the keyboard.
+  korvat2::intrusive_pointer_t<FlatButton> make_white_button() {
+    korvat2::intrusive_pointer_t<FlatButton> button = new FlatButton(m_left, pos_top);
+    button->SetFixedSize(wxSize(60, 30));
+    button->SetColor(state_normal, *wxWHITE);
+    m_window.adapter->Relayout();
+    m_window.panel->SetCanFocus(true);
+    return button;
+  }
   // Pixels in `area` of the panel's picture that are not `colour`.
   int pixels_not_of(const wxRect& area, const wxColour& colour) {
     const wxImage image = m_window.picture();
@@ -351,11 +360,7 @@ TEST_F(element_adapter_test, a_focused_button_loses_the_focus_when_disabled_or_h
 }
 
 TEST_F(element_adapter_test, the_focused_button_shows_a_focus_mark_while_the_window_has_the_keyboard) {
-  korvat2::intrusive_pointer_t<FlatButton> button = new FlatButton(m_left, pos_top);
-  button->SetFixedSize(wxSize(60, 30));
-  button->SetColor(state_normal, *wxWHITE);
-  m_window.adapter->Relayout();
-  m_window.panel->SetCanFocus(true);
+  korvat2::intrusive_pointer_t<FlatButton> button = make_white_button();
   m_window.panel->SetFocus();
   ASSERT_TRUE(gui_test::wait_until([&] { return wxWindow::FindFocus() == m_window.panel; }));
   const wxRect area = button->GetRect();
@@ -370,11 +375,7 @@ TEST_F(element_adapter_test, the_focused_button_shows_a_focus_mark_while_the_win
 }
 
 TEST_F(element_adapter_test, the_focus_mark_goes_with_the_keyboard_and_comes_back_with_it) {
-  korvat2::intrusive_pointer_t<FlatButton> button = new FlatButton(m_left, pos_top);
-  button->SetFixedSize(wxSize(60, 30));
-  button->SetColor(state_normal, *wxWHITE);
-  m_window.adapter->Relayout();
-  m_window.panel->SetCanFocus(true);
+  korvat2::intrusive_pointer_t<FlatButton> button = make_white_button();
   auto* other = new wxTextCtrl(m_window.frame, wxID_ANY, "", wxPoint(200, 250));
   m_window.panel->SetFocus();
   ASSERT_TRUE(gui_test::wait_until([&] { return wxWindow::FindFocus() == m_window.panel; }));
